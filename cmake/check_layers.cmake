@@ -1,0 +1,46 @@
+# Fails when a source includes a header of a layer above its own, or <windows.h> where the platform
+# seam should be used. Run: cmake -DROOT=<source folder> -P check_layers.cmake
+#
+# One row a layer: its folder, then the folders whose headers it may include.
+set(may_include
+  "platform|platform"
+  "arbor|arbor,platform"
+  "tern|tern,arbor,platform"
+  "device|device,platform"
+  "monitor/facts|monitor/facts,device,platform"
+  "ui|ui,monitor/facts,device,tern,arbor,platform"
+  "monitor|monitor,ui,monitor/facts,device,tern,arbor,platform"
+  "app|app,monitor,ui,monitor/facts,device,tern,arbor,platform")
+# Sources that are Windows code by purpose; the others see the system through platform/ only.
+set(windows_code "^(platform/windows/|app/|ui/windows/)")
+
+set(found 0)
+foreach(row IN LISTS may_include)
+  string(REGEX MATCH "^([^|]+)[|](.*)$" ignored "${row}")
+  set(layer "${CMAKE_MATCH_1}")
+  string(REPLACE "," ";" allowed "${CMAKE_MATCH_2}")
+  file(GLOB_RECURSE sources RELATIVE ${ROOT} ${ROOT}/${layer}/*.h ${ROOT}/${layer}/*.cpp)
+  foreach(source IN LISTS sources)
+    if(layer STREQUAL "monitor" AND source MATCHES "^monitor/facts/")
+      continue()
+    endif()
+    file(STRINGS ${ROOT}/${source} includes REGEX "^[ \t]*#[ \t]*include")
+    foreach(line IN LISTS includes)
+      if(line MATCHES "\"(.+)/[^/\"]+\"")
+        set(folder "${CMAKE_MATCH_1}")
+        string(REGEX REPLACE "/(windows|simulated)$" "" folder "${folder}")
+        if(NOT folder IN_LIST allowed)
+          message("${source}: '${layer}' may not include from '${folder}'")
+          set(found 1)
+        endif()
+      elseif(line MATCHES "<(windows|winspool|shellapi|shlobj|commctrl|objbase|msxml[0-9]*)\\.h>"
+             AND NOT source MATCHES "${windows_code}")
+        message("${source}: ${CMAKE_MATCH_0} belongs behind platform/")
+        set(found 1)
+      endif()
+    endforeach()
+  endforeach()
+endforeach()
+if(found)
+  message(FATAL_ERROR "Includes go down the layers only; see docs/architecture.md.")
+endif()

@@ -1,0 +1,52 @@
+# How every source of the project is compiled: the language, the warnings, the sanitizers.
+include_guard()
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+
+set(BEAMLINE_SANITIZER "" CACHE STRING "Sanitizer of a native build: empty, address or thread")
+option(BEAMLINE_COVERAGE "Count executed lines and branches" OFF)
+
+find_program(BEAMLINE_CCACHE ccache)
+if(BEAMLINE_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${BEAMLINE_CCACHE})
+endif()
+
+if(BEAMLINE_SANITIZER STREQUAL "address")
+  add_compile_options(-O1 -g -fno-omit-frame-pointer -fsanitize=address,undefined,float-cast-overflow
+                      -fno-sanitize-recover=all)
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
+  add_link_options(-fsanitize=address,undefined)
+elseif(BEAMLINE_SANITIZER STREQUAL "thread")
+  add_compile_options(-O1 -g -fsanitize=thread)
+  add_link_options(-fsanitize=thread)
+elseif(NOT BEAMLINE_SANITIZER STREQUAL "")
+  message(FATAL_ERROR "BEAMLINE_SANITIZER is '${BEAMLINE_SANITIZER}'; use address, thread or nothing")
+endif()
+
+if(BEAMLINE_COVERAGE)
+  add_compile_options(-O0 -g --coverage -fprofile-update=atomic)
+  add_link_options(--coverage)
+endif()
+
+if(WIN32)
+  add_compile_definitions(UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX STRICT _WIN32_WINNT=0x0601
+                          _GLIBCXX_ASSERTIONS)
+  add_compile_options(-ffunction-sections -fdata-sections)
+  add_link_options(-Wl,--gc-sections -Wl,--no-insert-timestamp)
+endif()
+
+# The warnings of our own sources; code that we only build, such as GoogleTest, keeps its own.
+add_library(project_warnings INTERFACE)
+target_compile_options(project_warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wsign-conversion -Wold-style-cast -Wcast-qual
+  -Wformat=2 -Wnon-virtual-dtor -Woverloaded-virtual -Wundef -Wimplicit-fallthrough -Werror)
+
+# A library target of one folder. Sources follow the name; link what lies below with
+# target_link_libraries(<name> PUBLIC ...).
+function(add_layer name)
+  add_library(${name} STATIC ${ARGN})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${name} PRIVATE project_warnings)
+endfunction()

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/native_handle.h"
+
+namespace platform {
+
+// A library loaded by name at run time, freed by the destructor.
+class DynamicLibrary {
+public:
+    explicit DynamicLibrary(const wchar_t* name) noexcept;
+    ~DynamicLibrary();
+    DynamicLibrary(const DynamicLibrary&) = delete;
+    DynamicLibrary& operator=(const DynamicLibrary&) = delete;
+
+    [[nodiscard]] NativeHandle handle() const noexcept { return _module; }  // null: not loaded
+    // Address of an exported function, null when the library or the function is missing.
+    [[nodiscard]] void* function(const char* name) const noexcept;
+
+private:
+    NativeHandle _module;  // owned
+};
+
+}  // namespace platform

@@ -1,0 +1,13 @@
+#pragma once
+
+// The window messages of the calling thread.
+namespace platform {
+
+// Looks without taking anything out.
+[[nodiscard]] bool isMessageWaiting() noexcept;
+
+// Takes one message, translates and dispatches it; blocks while there is none. A quit message is
+// taken and dropped: this program ends with its print job, never by WM_QUIT. Returns false for it.
+bool dispatchOneMessage();
+
+}  // namespace platform

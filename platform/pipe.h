@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/native_handle.h"
+
+#include <cstdint>
+
+// The client end of a named pipe. Pipe handles live until the process ends: a thread may be blocked
+// in a read that nobody can take back, so nothing here closes them.
+namespace platform {
+
+// Whether a pipe of this path ("\\.\pipe\name") takes a client, after the server's default time-out.
+[[nodiscard]] bool waitForPipe(const wchar_t* path) noexcept;
+
+// Not shared, no attributes. invalidHandle() on failure.
+[[nodiscard]] NativeHandle openPipeForReading(const wchar_t* path) noexcept;
+[[nodiscard]] NativeHandle openPipeForWriting(const wchar_t* path) noexcept;
+
+// Best effort: a reader must cope with a pipe that stays in byte mode.
+void setMessageReadMode(NativeHandle pipe) noexcept;
+
+struct PipeRead {
+    bool failed;          // kMoreData is no failure: the bytes have arrived
+    std::uint32_t bytes;  // arrived; 0 without failure is an empty pipe message, read again
+    std::uint32_t error;  // the system's error number when failed, else 0
+};
+
+// Blocks until at least one byte or an empty message has arrived, or the pipe fails.
+[[nodiscard]] PipeRead readPipe(NativeHandle pipe, void* to, std::uint32_t count) noexcept;
+
+// One synchronous write of the whole block.
+bool writePipe(NativeHandle pipe, const void* from, std::uint32_t count) noexcept;
+
+}  // namespace platform

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/native_handle.h"
+
+#include <cstdint>
+#include <string>
+
+// Texts in the string tables of a module, and the languages of the system.
+namespace platform {
+
+using LanguageId = std::uint16_t;  // low 10 bits: primary language
+
+// The text `id` of exactly this language. False when the module, the language or the text is missing
+// or empty; `text` is then empty. A null module has no texts.
+[[nodiscard]] bool resourceText(NativeHandle module, std::uint32_t id, LanguageId language,
+                                std::wstring& text);
+
+// Whether the module has the string block of `id` in exactly this language.
+[[nodiscard]] bool hasTexts(NativeHandle module, std::uint32_t id, LanguageId language) noexcept;
+
+// The language of the user interface; where the system does not say, the user's own.
+[[nodiscard]] LanguageId userInterfaceLanguage() noexcept;
+[[nodiscard]] LanguageId systemDefaultLanguage() noexcept;
+
+// False when the version of the system cannot be read.
+[[nodiscard]] bool systemVersionKnown() noexcept;
+
+// Opens a library for its resources only, never runs code of it. Null when it is missing; the handle
+// lives until the process ends.
+[[nodiscard]] NativeHandle openResourceLibrary(const wchar_t* name) noexcept;
+
+}  // namespace platform

@@ -1,0 +1,28 @@
+#pragma once
+
+#if defined(__GNUC__)
+#if defined(__MINGW32__)
+#define PLATFORM_PRINTF_LIKE(format, first) __attribute__((format(gnu_printf, format, first)))
+#else
+#define PLATFORM_PRINTF_LIKE(format, first) __attribute__((format(printf, format, first)))
+#endif
+#else
+#define PLATFORM_PRINTF_LIKE(format, first)
+#endif
+
+// The trace of the program: off unless the environment variable QVSM_TRACE names a file, to which each
+// line is appended with its time and thread. Any thread may call; nothing here fails or throws.
+namespace platform {
+
+// One line; a line feed at the end of the text is not doubled. At most kTraceLimit characters.
+inline constexpr int kTraceLimit = 2048;
+void trace(const char* format, ...) noexcept PLATFORM_PRINTF_LIKE(1, 2);
+
+// Hands every line to `sink` as well (null: to nobody), without time and thread. For tests.
+using TraceSink = void (*)(const char* line);
+void setTraceSink(TraceSink sink) noexcept;
+
+// Writes to the debugger, for the device interface alone.
+void debugOutput(const char* text) noexcept;
+
+}  // namespace platform

@@ -1,0 +1,53 @@
+#!/bin/sh
+# make-prefix.sh DIR: a Wine prefix with fonts, virtual desktop and no crash dialog, to be copied by
+# with-wine.sh. Does nothing when DIR is complete already; safe to call from several tests at once.
+set -eu
+dir=$1
+mkdir -p "$(dirname "$dir")"
+exec 9>"$dir.lock"
+flock 9
+[ -f "$dir/.complete" ] && exit 0
+rm -rf "$dir"
+
+export WINEPREFIX="$dir" WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+unset DISPLAY
+wineboot -i >/dev/null 2>&1 </dev/null 9>&-
+fonts="$WINEPREFIX/drive_c/windows/Fonts"
+mkdir -p "$fonts"
+ln -sf /usr/share/wine/fonts/marlett.ttf /usr/share/wine/fonts/*.fon "$fonts/"
+
+cat >"$WINEPREFIX/settings.reg" <<'R'
+REGEDIT4
+
+[HKEY_CURRENT_USER\Software\Wine]
+"Version"="win10"
+
+[HKEY_CURRENT_USER\Software\Wine\Explorer]
+"Desktop"="Default"
+
+[HKEY_CURRENT_USER\Software\Wine\Explorer\Desktops]
+"Default"="1280x1024"
+
+[HKEY_CURRENT_USER\Software\Wine\WineDbg]
+"ShowCrashDialog"=dword:00000000
+
+[HKEY_CURRENT_USER\Software\Wine\Fonts\Replacements]
+"Tahoma"="DejaVu Sans Condensed"
+"Segoe UI"="DejaVu Sans Condensed"
+"Times New Roman"="Liberation Serif"
+"Arial"="Liberation Sans"
+"Courier New"="Liberation Mono"
+
+[HKEY_CURRENT_USER\Control Panel\Desktop]
+"FontSmoothing"="2"
+"FontSmoothingType"=dword:00000001
+"FontSmoothingGamma"=dword:00000578
+"FontSmoothingOrientation"=dword:00000001
+R
+wine regedit /S "Z:$WINEPREFIX/settings.reg" </dev/null >/dev/null 2>&1 9>&-
+wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink' \
+  /v "DejaVu Sans Condensed" /t REG_MULTI_SZ /d 'NotoSansCJK-Regular.ttc,Noto Sans CJK SC' /f \
+  </dev/null >/dev/null 2>&1 9>&-
+wineserver -k || :
+wineserver -w
+touch "$dir/.complete"

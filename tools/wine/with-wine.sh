@@ -1,0 +1,45 @@
+#!/bin/sh
+# with-wine.sh TEMPLATE COMMAND...: runs COMMAND with a Wine prefix and an X display of its own, both
+# made for this call and gone after it. TEMPLATE is the prefix that make-prefix.sh fills on first use.
+# With BEAMLINE_KEEP_DISPLAY=1 and a DISPLAY of the user's, windows appear there.
+set -eu
+template=$1
+shift
+here=$(cd "$(dirname "$0")" && pwd)
+sh "$here/make-prefix.sh" "$template"
+
+work=$(mktemp -d "${TMPDIR:-/tmp}/beamline-wine.XXXXXX")
+xpid=
+finish() {
+    status=$?
+    trap - EXIT
+    WINEPREFIX="$work/prefix" wineserver -k >/dev/null 2>&1 || :
+    [ -z "$xpid" ] || kill "$xpid" 2>/dev/null || :
+    rm -rf "$work" 2>/dev/null || { sleep 0.5; rm -rf "$work" 2>/dev/null || :; }
+    exit "$status"
+}
+trap finish EXIT
+trap 'exit 130' INT TERM HUP
+
+if [ "${BEAMLINE_KEEP_DISPLAY:-0}" != 1 ] || [ -z "${DISPLAY:-}" ]; then
+    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
+    xpid=$!
+    tries=0
+    while ! [ -s "$work/display" ]; do
+        tries=$((tries + 1))
+        if [ "$tries" -gt 200 ]; then
+            echo "with-wine.sh: the virtual display (Xvfb) did not start" >&2
+            exit 1
+        fi
+        sleep 0.05
+    done
+    DISPLAY=":$(cat "$work/display")"
+fi
+
+export DISPLAY WINEPREFIX="$work/prefix" WINEARCH=win64 WINEDEBUG="${WINEDEBUG:--all}"
+export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=}" LC_ALL="${LC_ALL:-C.UTF-8}"
+cp -a "$template" "$WINEPREFIX"
+# The first process brings up service processes that keep its streams open: give it none of ours.
+wineserver -p >/dev/null 2>&1 </dev/null
+wine cmd /c exit </dev/null >/dev/null 2>&1
+"$@"
