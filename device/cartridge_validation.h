@@ -23,6 +23,6 @@ CartridgeIdentity readCartridgeIdentity(const std::wstring& portName);
 // The address that checks the cartridge: cut at 1,023 bytes, values inserted as they are.
 std::string validationAddress(const CartridgeIdentity& identity);
 
-// Opens the check in the user's browser and ends the whole process with exit code 0, whatever came of
-// it. Never returns (the simulated platform throws platform::ProcessEnded).
+// Opens the check in the user's browser and ends the whole process with exit code 0, whatever came
+// of it. Never returns (the simulated platform throws platform::ProcessEnded).
 [[noreturn]] void validateCartridge(const std::wstring& portName);

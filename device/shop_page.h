@@ -3,8 +3,9 @@
 #include <string>
 #include <string_view>
 
-// Makes the local page that carries the printer's supplies to the maker's ordering site, and opens it
-// in the user's browser. An empty `portName` asks no device. Every failure ends it with a trace only.
+// Makes the local page that carries the printer's supplies to the maker's ordering site, and opens
+// it in the user's browser. An empty `portName` asks no device. Every failure ends it with a trace
+// only.
 void openShopPage(const std::wstring& portName);
 
 // The page as it is opened: `page` without its line breaks, its first order field replaced by the

@@ -26,8 +26,8 @@ private:
     NativeHandle _handle;  // owned
 };
 
-// A lock inside the process, re-entrant for the thread that owns it, that costs no system call while
-// nobody else wants it. Allocates nothing.
+// A lock inside the process, re-entrant for the thread that owns it, that costs no system call
+// while nobody else wants it. Allocates nothing.
 class CriticalSection {
 public:
     CriticalSection() noexcept;

@@ -8,7 +8,8 @@
 // in a read that nobody can take back, so nothing here closes them.
 namespace platform {
 
-// Whether a pipe of this path ("\\.\pipe\name") takes a client, after the server's default time-out.
+// Whether a pipe of this path ("\\.\pipe\name") takes a client, after the server's default
+// time-out.
 [[nodiscard]] bool waitForPipe(const wchar_t* path) noexcept;
 
 // Not shared, no attributes. invalidHandle() on failure.

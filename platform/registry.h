@@ -9,8 +9,8 @@ namespace platform {
 enum class Hive { CurrentUser, LocalMachine };
 enum class ValueType : std::uint32_t { None = 0, String = 1, Binary = 3, Dword = 4 };
 
-// An open registry key, closed by the destructor. Every operation returns the system's error number,
-// 0 for success; on an object without a key it returns kInvalidHandleError.
+// An open registry key, closed by the destructor. Every operation returns the system's error
+// number, 0 for success; on an object without a key it returns kInvalidHandleError.
 class RegistryKey {
 public:
     RegistryKey() noexcept = default;

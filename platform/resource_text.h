@@ -10,8 +10,8 @@ namespace platform {
 
 using LanguageId = std::uint16_t;  // low 10 bits: primary language
 
-// The text `id` of exactly this language. False when the module, the language or the text is missing
-// or empty; `text` is then empty. A null module has no texts.
+// The text `id` of exactly this language. False when the module, the language or the text is
+// missing or empty; `text` is then empty. A null module has no texts.
 [[nodiscard]] bool resourceText(NativeHandle module, std::uint32_t id, LanguageId language,
                                 std::wstring& text);
 
@@ -25,8 +25,8 @@ using LanguageId = std::uint16_t;  // low 10 bits: primary language
 // False when the version of the system cannot be read.
 [[nodiscard]] bool systemVersionKnown() noexcept;
 
-// Opens a library for its resources only, never runs code of it. Null when it is missing; the handle
-// lives until the process ends.
+// Opens a library for its resources only, never runs code of it. Null when it is missing; the
+// handle lives until the process ends.
 [[nodiscard]] NativeHandle openResourceLibrary(const wchar_t* name) noexcept;
 
 }  // namespace platform

@@ -5,14 +5,15 @@
 #include <cstdint>
 #include <string>
 
-// What the desktop shell opens for us. Every call returns at once; the opened program runs by itself.
+// What the desktop shell opens for us. Every call returns at once; the opened program runs by
+// itself.
 namespace platform {
 
 // Opens an address in the user's browser. False when the shell refuses.
 bool openAddress(const wchar_t* url) noexcept;
 
-// Starts a program file with its default verb, in its normal window. `error` gets the system's error
-// number on failure.
+// Starts a program file with its default verb, in its normal window. `error` gets the system's
+// error number on failure.
 bool startProgram(const wchar_t* path, std::uint32_t& error) noexcept;
 
 // Opens a document (narrow path) with the program that the user has for it.
@@ -20,8 +21,8 @@ bool openDocument(const char* path) noexcept;
 
 enum class Folder { ProgramFiles, CommonApplicationData };
 
-// Path of a folder of the system, without a trailing separator. False when the system has none; `path`
-// is then untouched.
+// Path of a folder of the system, without a trailing separator. False when the system has none;
+// `path` is then untouched.
 [[nodiscard]] bool folderPath(Folder folder, std::string& path);
 
 }  // namespace platform

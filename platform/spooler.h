@@ -19,7 +19,8 @@ public:
 
     // Printer data value of the driver. Returns the system's error number, 0 for success; up to
     // `capacity` bytes are written to `to` on success.
-    [[nodiscard]] std::uint32_t readData(const wchar_t* value, void* to, std::uint32_t capacity) noexcept;
+    [[nodiscard]] std::uint32_t readData(const wchar_t* value, void* to,
+                                         std::uint32_t capacity) noexcept;
     // The same below a key of the printer's data; "\" is the root.
     [[nodiscard]] std::uint32_t readDataOf(const wchar_t* key, const wchar_t* value, void* to,
                                            std::uint32_t capacity) noexcept;

@@ -11,15 +11,16 @@ inline constexpr std::uint32_t kStillActive = 259;  // exit code of a thread tha
 
 using ThreadProcedure = std::uint32_t (*)(void* parameter);
 
-// Runs `procedure` at once on a thread of its own with the default stack. Null on failure; `threadId`
-// is written on success only.
+// Runs `procedure` at once on a thread of its own with the default stack. Null on failure;
+// `threadId` is written on success only.
 [[nodiscard]] NativeHandle startThread(ThreadProcedure procedure, void* parameter,
                                        std::uint32_t& threadId) noexcept;
 
 // False when the system does not tell; `code` is then untouched. A running thread has kStillActive.
 [[nodiscard]] bool threadExitCode(NativeHandle thread, std::uint32_t& code) noexcept;
 
-// The system's wait result: 0 when the thread has ended, 258 at the time-out, 0xFFFFFFFF on failure.
+// The system's wait result: 0 when the thread has ended, 258 at the time-out, 0xFFFFFFFF on
+// failure.
 std::uint32_t waitForThread(NativeHandle thread, std::uint32_t timeoutMs) noexcept;
 
 // The thread itself goes on running. Null is ignored.

@@ -10,8 +10,9 @@
 #define PLATFORM_PRINTF_LIKE(format, first)
 #endif
 
-// The trace of the program: off unless the environment variable QVSM_TRACE names a file, to which each
-// line is appended with its time and thread. Any thread may call; nothing here fails or throws.
+// The trace of the program: off unless the environment variable QVSM_TRACE names a file, to which
+// each line is appended with its time and thread. Any thread may call; nothing here fails or
+// throws.
 namespace platform {
 
 // One line; a line feed at the end of the text is not doubled. At most kTraceLimit characters.

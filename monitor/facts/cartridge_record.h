@@ -33,8 +33,8 @@ public:
 
     // Index of the entry with this serial number, npos when there is none. 0 finds a free entry.
     [[nodiscard]] std::size_t find(std::uint32_t serial) const noexcept;
-    // The entry for a new cartridge: the first free one, else the one added longest ago; among equal
-    // times the lowest index.
+    // The entry for a new cartridge: the first free one, else the one added longest ago; among
+    // equal times the lowest index.
     [[nodiscard]] std::size_t entryToReplace() const noexcept;
     // Gives an entry to a cartridge: no flags, no snoozes. The padding stays.
     void assign(std::size_t entry, std::uint32_t serial, platform::UnixSeconds added) noexcept;

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-// The cartridges, snoozes and shown-once flags that this user's registry remembers. Nothing is kept in
-// memory: each operation loads the record and writes it back whole. Failures of the registry are
+// The cartridges, snoozes and shown-once flags that this user's registry remembers. Nothing is kept
+// in memory: each operation loads the record and writes it back whole. Failures of the registry are
 // silent and read as an empty record.
 
 // Loads the record; true when a valid one was read. Otherwise an empty record is written back.
@@ -24,8 +24,8 @@ bool SetSnooze(CartridgeRecord& record, std::uint32_t serial, std::int64_t hours
 // Whether the alert of `slot` is snoozed for `serial` at this moment, this second included.
 bool IsSnoozing(std::uint32_t serial, SnoozeSlot slot);
 
-// Test and set: true when the flag was set before, or the cartridge is unknown; false the first time,
-// which means: show the alert.
+// Test and set: true when the flag was set before, or the cartridge is unknown; false the first
+// time, which means: show the alert.
 bool IllegalCartOccured(CartridgeRecord& record, std::uint32_t serial);
 bool NonQvCartOccuredBefore(CartridgeRecord& record, std::uint32_t serial);
 bool ElableMemErrOccuredBefore(CartridgeRecord& record, std::uint32_t serial);

@@ -19,5 +19,6 @@ void readAlertClasses(const std::wstring& printerName, AlertClasses& classes);
 // next start; an empty name is replaced by the remembered one.
 bool isSupportedPrinter(std::wstring& name);
 
-// Starts the maker's companion application Orrery. False when it is not installed or does not start.
+// Starts the maker's companion application Orrery. False when it is not installed or does not
+// start.
 bool startCompanion();

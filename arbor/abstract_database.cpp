@@ -1,0 +1,169 @@
+#include "arbor/abstract_database.h"
+
+#include "arbor/null_property.h"
+#include "arbor/scoped_lock.h"
+#include "arbor/wide_key.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <new>
+
+namespace arbor {
+
+namespace {
+
+std::wstring flat(const wchar_t* key1, const wchar_t* key2) {
+    return IDatabase::CompoundKey{key1, key2}.toString();
+}
+
+IProperty* orNull(IProperty* property) {
+    return property != nullptr ? property : &NullProperty::instance();
+}
+
+}  // namespace
+
+std::wstring IDatabase::CompoundKey::toString() const {
+    std::wstring text;
+    for (const std::wstring& component : *this) {
+        text += L'/';
+        text += component;
+    }
+    return text;
+}
+
+bool AbstractDatabase::contains(const wchar_t* key1, const wchar_t* key2) {
+    return contains(flat(key1, key2).c_str());
+}
+
+bool AbstractDatabase::contains(const wchar_t* flatKey) {
+    const ScopedLock lock(*this);
+    return _entries.contains(Entries::KeyView(flatKey));
+}
+
+bool AbstractDatabase::contains(std::uint32_t id) {
+    const ScopedLock lock(*this);
+    return _entries.contains(static_cast<int>(id));
+}
+
+std::uint32_t AbstractDatabase::getId(const CompoundKey& key) {
+    const std::wstring flatKey = key.toString();
+    const ScopedLock lock(*this);
+    return static_cast<std::uint32_t>(_entries.symbolOf(flatKey));
+}
+
+IProperty* AbstractDatabase::get(const wchar_t* key1, const wchar_t* key2) {
+    return get(flat(key1, key2).c_str());
+}
+
+IProperty* AbstractDatabase::get(const wchar_t* flatKey) {
+    const ScopedLock lock(*this);
+    return orNull(_entries.get(Entries::KeyView(flatKey), nullptr));
+}
+
+IProperty* AbstractDatabase::get(std::uint32_t id) {
+    const ScopedLock lock(*this);
+    return orNull(_entries.get(static_cast<int>(id), nullptr));
+}
+
+bool AbstractDatabase::set(const wchar_t* key1, const wchar_t* key2, IProperty* property,
+                           DatabaseObserver* observer) {
+    return set(flat(key1, key2).c_str(), property, observer);
+}
+
+bool AbstractDatabase::set(const wchar_t* flatKey, IProperty* property,
+                           DatabaseObserver* observer) try {
+    if (property == nullptr) return false;
+    const Entries::KeyView key(flatKey);
+    std::unique_ptr<IProperty> replaced;  // declared before the lock: destroyed after it
+    const ScopedLock lock(*this);
+
+    int symbol = _entries.symbolOf(key);
+    if (symbol != Entries::kNoSymbol) {
+        replaced.reset(_entries.exchange(symbol, property));
+        return true;
+    }
+    symbol = _entries.insert(key, property);
+    if (symbol == Entries::kNoSymbol || observer == nullptr) return symbol != Entries::kNoSymbol;
+    try {
+        _observers[static_cast<std::uint32_t>(symbol)].push_back(observer);
+    } catch (const std::bad_alloc&) {
+        _observers.erase(static_cast<std::uint32_t>(symbol));
+        _entries.erase(key);
+        return false;
+    }
+    return true;
+} catch (const std::bad_alloc&) {
+    return false;
+}
+
+bool AbstractDatabase::set(std::uint32_t id, IProperty* property, DatabaseObserver*) {
+    if (property == nullptr) return false;
+    std::unique_ptr<IProperty> replaced;  // declared before the lock: destroyed after it
+    const ScopedLock lock(*this);
+    if (!_entries.contains(static_cast<int>(id))) return false;
+    replaced.reset(_entries.exchange(static_cast<int>(id), property));
+    return true;
+}
+
+bool AbstractDatabase::remove(const wchar_t* key1, const wchar_t* key2) {
+    return remove(flat(key1, key2).c_str());
+}
+
+bool AbstractDatabase::remove(const wchar_t* flatKey) {
+    std::unique_ptr<IProperty> removed;  // declared before the lock: destroyed after it
+    const ScopedLock lock(*this);
+    const Entries::KeyView key(flatKey);
+    const auto id = static_cast<std::uint32_t>(_entries.symbolOf(key));
+    const Entries::Taken taken = _entries.take(key);
+    removed.reset(taken.value);
+    return forget(taken, id);
+}
+
+bool AbstractDatabase::remove(std::uint32_t id) {
+    std::unique_ptr<IProperty> removed;  // declared before the lock: destroyed after it
+    const ScopedLock lock(*this);
+    const Entries::Taken taken = _entries.take(static_cast<int>(id));
+    removed.reset(taken.value);
+    return forget(taken, id);
+}
+
+bool AbstractDatabase::forget(const Entries::Taken& taken, std::uint32_t id) {
+    if (taken.found) _observers.erase(id);
+    return taken.found;
+}
+
+void AbstractDatabase::addObserver(DatabaseObserver* observer) {
+    const ScopedLock lock(*this);
+    _observers[kAllEntries].push_back(observer);
+}
+
+void AbstractDatabase::addObserver(DatabaseObserver* observer, const wchar_t* flatKey) {
+    const ScopedLock lock(*this);
+    const int symbol = _entries.symbolOf(Entries::KeyView(flatKey));
+    if (symbol != Entries::kNoSymbol) {
+        _observers[static_cast<std::uint32_t>(symbol)].push_back(observer);
+    }
+}
+
+void AbstractDatabase::removeObserver(DatabaseObserver* observer) {
+    const ScopedLock lock(*this);
+    for (auto& [id, list] : _observers) {
+        const auto place = std::find(list.begin(), list.end(), observer);
+        if (place != list.end()) list.erase(place);
+    }
+}
+
+void AbstractDatabase::getGuid(Guid& guid, const wchar_t* className) {
+    guid = Guid{};
+    const IProperty* property = get(className, L"GUID");
+    if (property->isNull() || property->getSize() != sizeof(Guid)) return;
+    const void* bytes = property->getData();
+    if (bytes != nullptr) std::memcpy(&guid, bytes, sizeof(Guid));
+}
+
+void AbstractDatabase::getGuid(Guid& guid, const char* className) {
+    getGuid(guid, WideKey(className).text());
+}
+
+}  // namespace arbor

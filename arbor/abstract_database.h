@@ -1,0 +1,50 @@
+#pragma once
+
+#include "arbor/i_database.h"
+#include "arbor/property_holder.h"
+
+#include <map>
+#include <vector>
+
+namespace arbor {
+
+// A property bag that is addressed as a database. The number of an entry is its symbol in the bag.
+class AbstractDatabase : public PropertyHolder, public IDatabase {
+public:
+    using Observers = std::map<std::uint32_t, std::vector<DatabaseObserver*>>;
+    static constexpr std::uint32_t kAllEntries = 0;
+
+    ~AbstractDatabase() override = default;
+
+    bool isReady() override { return true; }
+    bool contains(const wchar_t* key1, const wchar_t* key2) override;
+    bool contains(const wchar_t* flatKey) override;
+    bool contains(std::uint32_t id) override;
+    std::uint32_t getId(const CompoundKey& key) override;
+    IProperty* get(const wchar_t* key1, const wchar_t* key2) override;
+    IProperty* get(const wchar_t* flatKey) override;
+    IProperty* get(std::uint32_t id) override;
+    bool set(const wchar_t* key1, const wchar_t* key2, IProperty* property,
+             DatabaseObserver* observer = nullptr) override;
+    bool set(const wchar_t* flatKey, IProperty* property,
+             DatabaseObserver* observer = nullptr) override;
+    bool set(std::uint32_t id, IProperty* property, DatabaseObserver* observer = nullptr) override;
+    bool remove(const wchar_t* key1, const wchar_t* key2) override;
+    bool remove(const wchar_t* flatKey) override;
+    bool remove(std::uint32_t id) override;
+    void addObserver(DatabaseObserver* observer) override;
+    void addObserver(DatabaseObserver* observer, const wchar_t* flatKey) override;
+    void removeObserver(DatabaseObserver* observer) override;
+    void getGuid(Guid& guid, const wchar_t* className) override;
+    void getGuid(Guid& guid, const char* className) override;
+
+    // For whoever wants to call the observers. Not locked.
+    [[nodiscard]] const Observers& observers() const noexcept { return _observers; }
+
+private:
+    bool forget(const Entries::Taken& taken, std::uint32_t id);
+
+    Observers _observers;  // not owned; guarded by the lock
+};
+
+}  // namespace arbor

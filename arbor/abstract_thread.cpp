@@ -1,0 +1,140 @@
+#include "arbor/abstract_thread.h"
+
+#include "arbor/i_listener.h"
+#include "arbor/rundown.h"
+#include "arbor/scoped_lock.h"
+#include "platform/thread.h"
+
+#include <atomic>
+
+namespace arbor {
+
+namespace {
+
+constexpr Guid kThreadMessageType{
+    0x7B2FE4B8, 0x9AA6, 0x4FB4, {0x8E, 0x63, 0x1E, 0xB4, 0x21, 0xA9, 0x9F, 0xAA}};
+
+}  // namespace
+
+// The run-down protection of one object, kept alive by whoever comes last.
+struct AbstractThread::Use : Rundown {
+    std::atomic<std::uint32_t> workerId{0};  // 0 until the worker runs
+};
+
+// What a new thread is given: its object, and the means to find out that the object is gone.
+struct AbstractThread::Start {
+    AbstractThread* thread;  // not owned
+    std::shared_ptr<Use> use;
+};
+
+AbstractThread::ThreadMessage::ThreadMessage(ThreadCode code, IThread* thread)
+    : Message(&type(), static_cast<std::uint32_t>(code), 0) {
+    getProperties()->setPointer(L"thread", thread);
+}
+
+const Guid& AbstractThread::ThreadMessage::type() noexcept {
+    return kThreadMessageType;
+}
+
+AbstractThread::AbstractThread() : _use(std::make_shared<Use>()) {}
+
+AbstractThread::~AbstractThread() {
+    endThreadUse();
+    platform::closeThread(_thread);
+}
+
+void AbstractThread::endThreadUse() noexcept {
+    // An observer may destroy the thread object on the thread itself; that one visit then stays.
+    const bool onItself = _use->workerId == platform::currentThreadId();
+    _use->close(onItself ? 1 : 0);
+}
+
+void AbstractThread::start() {
+    notifyWithCode(ThreadCode::Starting);
+
+    const ScopedLock lock(*this);
+    if (_thread != nullptr) return;
+    auto parameter = std::make_unique<Start>(Start{this, _use});
+    _thread = platform::startThread(&AbstractThread::threadProcedure, parameter.get(), _threadId);
+    if (_thread != nullptr) static_cast<void>(parameter.release());  // the thread's from now on
+}
+
+std::uint32_t AbstractThread::threadProcedure(void* parameter) {
+    const std::unique_ptr<Start> start(static_cast<Start*>(parameter));
+    Use& use = *start->use;
+    use.workerId = platform::currentThreadId();
+    if (!use.enter()) return 0;
+
+    std::uint32_t exitCode = 0;
+    try {
+        exitCode = start->thread->run();
+        start->thread->notifyFinished();
+    } catch (const ObjectGone&) {
+        return exitCode;  // the body was outside when it learned this: there is nothing to leave
+    } catch (...) {
+        // A body out of memory ends its thread here: nothing may pass into the system's frames.
+    }
+    use.leave();
+    return exitCode;
+}
+
+bool AbstractThread::isFinished() {
+    if (_thread == nullptr) return false;
+    std::uint32_t exitCode = platform::kStillActive;
+    static_cast<void>(platform::threadExitCode(_thread, exitCode));
+    return exitCode != platform::kStillActive;
+}
+
+std::uint32_t AbstractThread::wait(std::uint32_t timeoutMs) {
+    return platform::waitForThread(_thread, timeoutMs);
+}
+
+void AbstractThread::addObserver(IListener* observer) {
+    if (observer == nullptr) return;
+    const ScopedLock lock(*this);
+    _observers.append(observer);
+}
+
+void AbstractThread::removeObserver(IListener* observer) {
+    if (observer == nullptr) return;
+    const ScopedLock lock(*this);
+    if (_observers.empty()) return;
+    std::size_t index = 0;
+    while (index + 1 < _observers.size() && _observers[index] != observer)
+        ++index;
+    _observers.erase(index);
+}
+
+void AbstractThread::notifyObservers(IMessage* message) {
+    SmallVector<IListener*, 4> snapshot;
+    {
+        const ScopedLock lock(*this);
+        for (IListener* observer : _observers)
+            snapshot.append(observer);
+    }
+    for (IListener* observer : snapshot)
+        observer->notify(message);
+}
+
+void AbstractThread::notifyWithCode(ThreadCode code) {
+    ThreadMessage message(code, this);
+    notifyObservers(&message);
+}
+
+void AbstractThread::requestStart() {
+    notifyWithCode(ThreadCode::StartRequest);
+}
+
+void AbstractThread::notifyFinished() {
+    notifyWithCode(ThreadCode::Finished);
+}
+
+AbstractThread::Outside::Outside(AbstractThread& thread) noexcept : _use(thread._use) {
+    _use->leave();
+}
+
+void AbstractThread::Outside::back() {
+    if (!_use->enter()) throw ObjectGone{};
+}
+
+}  // namespace arbor

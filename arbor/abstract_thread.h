@@ -1,0 +1,93 @@
+#pragma once
+
+#include "arbor/i_thread.h"
+#include "arbor/message.h"
+#include "arbor/mutex.h"
+#include "arbor/small_vector.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace arbor {
+
+// Codes of a ThreadMessage.
+enum class ThreadCode : std::uint32_t { StartRequest = 1, Starting = 2, Finished = 3 };
+
+// One operating-system thread that runs a body, once in the life of the object, and tells observers
+// about it. Destruction neither stops the thread nor waits for its end: a thread may hang in a read
+// for ever. So the thread uses the object under run-down protection (ThreadUse) only.
+class AbstractThread : public IThread, public Mutex {
+public:
+    // Tells an observer about a thread. Lives on the sender's stack: observers must not keep it.
+    class ThreadMessage : public Message {
+    public:
+        ThreadMessage(ThreadCode code, IThread* thread);
+        ~ThreadMessage() override = default;
+
+        // Type of all thread messages.
+        [[nodiscard]] static const Guid& type() noexcept;
+    };
+
+    AbstractThread();
+    ~AbstractThread() override;
+
+    // A CreateThread that fails is not reported; a later start tries again.
+    void start() override;
+    // False before the first start, and when the system does not tell.
+    [[nodiscard]] bool isFinished() override;
+    std::uint32_t wait(std::uint32_t timeoutMs) override;
+    void reserved4() override {}
+    bool reserved5() override { return true; }
+    bool reserved6() override { return true; }
+    bool reserved7() override { return true; }
+    platform::NativeHandle* getHandle() override { return &_thread; }
+    void addObserver(IListener* observer) override;
+    // Drops the last observer when this one is none: callers remove only what they added.
+    void removeObserver(IListener* observer) override;
+    std::uint32_t getThreadId() override { return _threadId; }
+
+    // The thread body; its result is the exit code of the thread. Runs inside a visit of the
+    // thread; whatever blocks must stand in an Outside section.
+    virtual std::uint32_t run() = 0;
+    // Calls a snapshot of the observers, on this thread, without the lock.
+    virtual void notifyObservers(IMessage* message);
+    virtual void requestStart();
+    virtual void notifyFinished();
+
+protected:
+    struct Use;
+
+    // Thrown into a thread body that comes back to an object which is gone. The body must let it
+    // pass and touch nothing of the object.
+    struct ObjectGone {};
+
+    // Where the thread steps outside its object, to block. back() re-enters, or throws ObjectGone.
+    class Outside {
+    public:
+        explicit Outside(AbstractThread& thread) noexcept;
+        Outside(const Outside&) = delete;
+        Outside& operator=(const Outside&) = delete;
+
+        void back();
+
+    private:
+        std::shared_ptr<Use> _use;  // outlives the object
+    };
+
+    // Waits until the thread is not using the object, and keeps it out from then on. Every concrete
+    // class calls this first in its destructor, while its members still stand.
+    void endThreadUse() noexcept;
+
+private:
+    struct Start;
+
+    static std::uint32_t threadProcedure(void* parameter);
+    void notifyWithCode(ThreadCode code);
+
+    std::uint32_t _threadId = 0;
+    platform::NativeHandle _thread = nullptr;  // owned
+    SmallVector<IListener*, 4> _observers;     // not owned; guarded by the mutex
+    std::shared_ptr<Use> _use;                 // shared with the thread
+};
+
+}  // namespace arbor

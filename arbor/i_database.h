@@ -1,0 +1,71 @@
+#pragma once
+
+#include "arbor/guid.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace arbor {
+
+class IProperty;
+
+// Whoever wants to be known to the database; it records observers and never calls them.
+using DatabaseObserver = void;
+
+// Properties addressed by compound keys, by flat keys or by the number of their entry. A missing
+// entry reads as the null property, never as a null pointer.
+class IDatabase {
+public:
+    // Key components in order. Components are written as they are: a "/" in one is not escaped.
+    class CompoundKey : public std::vector<std::wstring> {
+    public:
+        using std::vector<std::wstring>::vector;
+        CompoundKey(const CompoundKey&) = default;
+        CompoundKey& operator=(const CompoundKey&) = default;
+        virtual ~CompoundKey() = default;
+
+        // The flat key: each component after a "/".
+        [[nodiscard]] virtual std::wstring toString() const;
+    };
+
+    IDatabase() = default;
+    IDatabase(const IDatabase&) = delete;
+    IDatabase& operator=(const IDatabase&) = delete;
+
+    // The slots below are fixed in number and order. `set` answers whether the value was stored;
+    // the database then owns the property, else it is still the caller's. Observers are not owned.
+    virtual bool isReady() = 0;
+    virtual bool contains(const wchar_t* key1, const wchar_t* key2) = 0;
+    virtual bool contains(const wchar_t* flatKey) = 0;
+    virtual bool contains(std::uint32_t id) = 0;
+    // 0 when there is no such entry.
+    virtual std::uint32_t getId(const CompoundKey& key) = 0;
+    // Owned by the database, valid until the entry is set or removed.
+    virtual IProperty* get(const wchar_t* key1, const wchar_t* key2) = 0;
+    virtual IProperty* get(const wchar_t* flatKey) = 0;
+    virtual IProperty* get(std::uint32_t id) = 0;
+    // An existing entry keeps its number; an observer is recorded for a new entry only.
+    virtual bool set(const wchar_t* key1, const wchar_t* key2, IProperty* property,
+                     DatabaseObserver* observer = nullptr) = 0;
+    virtual bool set(const wchar_t* flatKey, IProperty* property,
+                     DatabaseObserver* observer = nullptr) = 0;
+    virtual bool set(std::uint32_t id, IProperty* property,
+                     DatabaseObserver* observer = nullptr) = 0;
+    // The observers of the entry go with it. False when there was no entry.
+    virtual bool remove(const wchar_t* key1, const wchar_t* key2) = 0;
+    virtual bool remove(const wchar_t* flatKey) = 0;
+    virtual bool remove(std::uint32_t id) = 0;
+    // Of every entry, or of one that exists.
+    virtual void addObserver(DatabaseObserver* observer) = 0;
+    virtual void addObserver(DatabaseObserver* observer, const wchar_t* flatKey) = 0;
+    // Its first record in every list.
+    virtual void removeObserver(DatabaseObserver* observer) = 0;
+    // GUID of a class; all zero when the class is unknown or its entry is not 16 bytes long.
+    virtual void getGuid(Guid& guid, const wchar_t* className) = 0;
+    virtual void getGuid(Guid& guid, const char* className) = 0;
+
+    virtual ~IDatabase() = default;
+};
+
+}  // namespace arbor

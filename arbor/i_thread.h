@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/native_handle.h"
+
+#include <cstdint>
+
+namespace arbor {
+
+class IListener;
+
+// A worker thread as its controller sees it.
+class IThread {
+public:
+    IThread() = default;
+    IThread(const IThread&) = delete;
+    IThread& operator=(const IThread&) = delete;
+
+    // The slots below are fixed in number and order; the reserved ones do nothing and answer true.
+
+    // Tells the observers, then starts the thread unless it was ever started.
+    virtual void start() = 0;
+    [[nodiscard]] virtual bool isFinished() = 0;
+    // The system's wait result.
+    virtual std::uint32_t wait(std::uint32_t timeoutMs) = 0;
+    virtual void reserved4() = 0;
+    virtual bool reserved5() = 0;
+    virtual bool reserved6() = 0;
+    virtual bool reserved7() = 0;
+    // Where the native handle stands; owned by the thread object.
+    virtual platform::NativeHandle* getHandle() = 0;
+    // Observers are not owned; the same one may be added several times; null is ignored.
+    virtual void addObserver(IListener* observer) = 0;
+    virtual void removeObserver(IListener* observer) = 0;
+    virtual std::uint32_t getThreadId() = 0;
+
+    virtual ~IThread() = default;
+};
+
+}  // namespace arbor

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "arbor/i_message.h"
+#include "arbor/property_holder.h"
+
+namespace arbor {
+
+// A message with a bag of its own.
+class Message : public IMessage {
+public:
+    // `type` must live as long as the message. A new message has an empty bag, whatever holder
+    // stands in the fourth place: senders fill getProperties() themselves.
+    Message(const Guid* type, std::uint32_t code, std::uint32_t flags,
+            const IPropertyHolder* properties = nullptr) noexcept;
+
+    [[nodiscard]] const Guid* getType() const override { return _type; }
+    [[nodiscard]] std::uint32_t getCode() const override { return _code; }
+    [[nodiscard]] std::uint32_t getFlags() const override { return _flags; }
+    void setFlags(std::uint32_t flags) override { _flags = flags; }
+    [[nodiscard]] bool isExclusive() const override { return (_flags & kExclusiveFlag) != 0; }
+    IPropertyHolder* getProperties() override { return &_properties; }
+    [[nodiscard]] IPropertyHolder* getProperties() const override { return &_properties; }
+
+private:
+    const Guid* _type;  // not owned
+    std::uint32_t _code;
+    std::uint32_t _flags;
+    mutable PropertyHolder _properties;
+};
+
+}  // namespace arbor

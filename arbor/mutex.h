@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/lock.h"
+
+#include <cstdint>
+
+namespace arbor {
+
+// A base that gives its object an unnamed kernel mutex, waited for without a time-out. Nothing here
+// relies on its re-entrance.
+class Mutex {
+public:
+    void lock() noexcept { _mutex.lock(_timeoutMs); }
+    void unlock() noexcept { _mutex.unlock(); }
+
+protected:
+    explicit Mutex(std::uint32_t timeoutMs = platform::kNoTimeout) noexcept
+        : _timeoutMs(timeoutMs) {}
+    ~Mutex() = default;
+
+private:
+    platform::KernelMutex _mutex;
+    std::uint32_t _timeoutMs;
+};
+
+}  // namespace arbor

@@ -1,0 +1,10 @@
+#include "arbor/null_property.h"
+
+namespace arbor {
+
+NullProperty& NullProperty::instance() {
+    static NullProperty theOne;
+    return theOne;
+}
+
+}  // namespace arbor

@@ -1,0 +1,35 @@
+#include "arbor/opaque_property.h"
+
+#include <cstring>
+#include <limits>
+#include <new>
+
+namespace arbor {
+
+namespace {
+
+void* copyOf(const void* data, std::uint64_t bytes) noexcept {
+    if (data == nullptr || bytes == 0 || bytes > std::numeric_limits<std::size_t>::max())
+        return nullptr;
+    void* copy = ::operator new(static_cast<std::size_t>(bytes), std::nothrow);
+    if (copy != nullptr) std::memcpy(copy, data, static_cast<std::size_t>(bytes));
+    return copy;
+}
+
+}  // namespace
+
+OpaqueProperty::OpaqueProperty(const void* data, std::uint64_t bytes) noexcept
+    : OpaqueProperty(PT_OPAQUE, data, bytes) {}
+
+OpaqueProperty::OpaqueProperty(std::uint32_t type, const void* data, std::uint64_t bytes) noexcept
+    : Property(type, Value{0}), _size(bytes) {
+    _value.pointer = copyOf(data, bytes);
+}
+
+OpaqueProperty::~OpaqueProperty() {
+    ::operator delete(_value.pointer);
+    _value.pointer =
+        nullptr;  // a clone may carry a text's type code: the base must find nothing to free
+}
+
+}  // namespace arbor

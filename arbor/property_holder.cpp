@@ -1,0 +1,121 @@
+#include "arbor/property_holder.h"
+
+#include "arbor/null_property.h"
+#include "arbor/property.h"
+#include "arbor/scoped_lock.h"
+
+#include <cstring>
+#include <cwchar>
+#include <new>
+
+namespace arbor {
+
+PropertyHolder::~PropertyHolder() {
+    const ScopedLock lock(*this);
+    _entries.forEach([](const std::wstring&, int, IProperty* property) { delete property; });
+    _entries.clear();
+}
+
+IProperty* PropertyHolder::getProperty(const wchar_t* key) const {
+    IProperty* property = _entries.get(Entries::KeyView(key), nullptr);
+    return property != nullptr ? property : &NullProperty::instance();
+}
+
+bool PropertyHolder::hasProperty(const wchar_t* key) const {
+    return _entries.contains(Entries::KeyView(key));
+}
+
+bool PropertyHolder::setPointer(const wchar_t* key, void* pointer) {
+    return store(key, Property::createPointer(pointer));
+}
+
+bool PropertyHolder::setInt(const wchar_t* key, std::int32_t value) {
+    return store(key, Property::createInt(value));
+}
+
+bool PropertyHolder::setOpaque(const wchar_t* key, const void* data, std::uint64_t bytes) {
+    return store(key, Property::createOpaque(data, bytes));
+}
+
+bool PropertyHolder::setWString(const wchar_t* key, const wchar_t* text) {
+    return store(key, Property::createWString(text, std::wcslen(text)));
+}
+
+bool PropertyHolder::setString(const wchar_t* key, const char* text) {
+    return store(key, Property::createString(text, std::strlen(text)));
+}
+
+bool PropertyHolder::store(const wchar_t* key, IProperty* property) {
+    std::unique_ptr<IProperty> owned(property);
+    if (!PropertyHolder::adoptProperty(key, property)) return false;
+    static_cast<void>(owned.release());
+    return true;
+}
+
+bool PropertyHolder::adoptProperty(const wchar_t* key, IProperty* property) try {
+    if (property == nullptr) return false;
+    const Entries::KeyView name(key);
+    std::unique_ptr<IProperty> replaced;  // declared before the lock: destroyed after it
+    const ScopedLock lock(*this);
+
+    // The old key goes back in with a new symbol, so replacing needs no memory and cannot lose
+    // both.
+    Entries::Taken old = _entries.take(name);
+    if (!old.found) return _entries.insert(name, property) != Entries::kNoSymbol;
+    replaced.reset(old.value);
+    return _entries.insert(std::move(old.key), property) != Entries::kNoSymbol;
+} catch (const std::bad_alloc&) {
+    return false;
+}
+
+bool PropertyHolder::setProperty(const wchar_t* key, const IProperty* property) try {
+    if (property == nullptr) return false;
+    const Entries::KeyView name(key);
+    std::unique_ptr<IProperty> copy(Property::clone(*property));
+    if (copy == nullptr) return false;
+    std::unique_ptr<IProperty> replaced;  // declared before the lock: destroyed after it
+    const ScopedLock lock(*this);
+
+    const int symbol = _entries.symbolOf(name);
+    if (symbol != Entries::kNoSymbol) {
+        replaced.reset(_entries.exchange(symbol, copy.release()));
+        return true;
+    }
+    if (_entries.insert(name, copy.get()) == Entries::kNoSymbol) return false;
+    static_cast<void>(copy.release());
+    return true;
+} catch (const std::bad_alloc&) {
+    return false;
+}
+
+bool PropertyHolder::removeProperty(const wchar_t* key) {
+    std::unique_ptr<IProperty> removed;  // declared before the lock: destroyed after it
+    const ScopedLock lock(*this);
+    const Entries::Taken taken = _entries.take(Entries::KeyView(key));
+    removed.reset(taken.value);
+    return taken.found;
+}
+
+std::int32_t PropertyHolder::getInt(const wchar_t* key, std::int32_t defaultValue) const {
+    const IProperty* property = getProperty(key);
+    return property->isNull() ? defaultValue : property->toInt();
+}
+
+void* PropertyHolder::getOpaque(const wchar_t* key, std::uint64_t* bytes,
+                                void* defaultValue) const {
+    const IProperty* property = getProperty(key);
+    if (property->isOpaque()) *bytes = property->getSize();
+    return property->getType() == PT_OPAQUE ? property->getData() : defaultValue;
+}
+
+void* PropertyHolder::getPointer(const wchar_t* key, void* defaultValue) const {
+    std::uint64_t unused = 0;
+    return getOpaque(key, &unused, defaultValue);
+}
+
+std::string PropertyHolder::getString(const wchar_t* key, const char* defaultValue) const {
+    const IProperty* property = getProperty(key);
+    return property->isNull() ? std::string(defaultValue) : property->toString();
+}
+
+}  // namespace arbor

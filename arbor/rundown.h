@@ -1,0 +1,48 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+
+namespace arbor {
+
+// Lets threads use an object that another thread may take away: a user enters, works and leaves;
+// close() refuses everybody who comes later and waits for those inside. It is no lock, so an object
+// may be closed while a lock is held that nobody inside will ever want again.
+class Rundown {
+public:
+    Rundown() noexcept = default;
+    Rundown(const Rundown&) = delete;
+    Rundown& operator=(const Rundown&) = delete;
+
+    // False, and nothing to leave, once close() was called.
+    [[nodiscard]] bool enter() noexcept;
+    void leave() noexcept;
+
+    // Waits until no more than `own` users are inside: the caller's own stays, when it closes from
+    // inside.
+    void close(std::uint32_t own = 0) noexcept;
+
+    // One visit, for its own lifetime.
+    class Visit {
+    public:
+        explicit Visit(Rundown& rundown) noexcept
+            : _rundown(rundown.enter() ? &rundown : nullptr) {}
+        ~Visit() {
+            if (_rundown != nullptr) _rundown->leave();
+        }
+        Visit(const Visit&) = delete;
+        Visit& operator=(const Visit&) = delete;
+
+        [[nodiscard]] explicit operator bool() const noexcept { return _rundown != nullptr; }
+
+    private:
+        Rundown* _rundown;  // not owned; null: refused
+    };
+
+private:
+    static constexpr std::uint32_t kClosed = 0x80000000;
+
+    std::atomic<std::uint32_t> _state{0};  // users inside, and kClosed
+};
+
+}  // namespace arbor

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <new>
+#include <type_traits>
+#include <utility>
+
+namespace arbor {
+
+// An array that keeps its first `Inline` elements inside the object: bags and snapshots hold a
+// handful, and an allocation would cost more than the elements. Elements move without throwing;
+// bad_alloc from growth leaves the array as it was.
+template <typename T, std::size_t Inline>
+class SmallVector {
+    static_assert(std::is_nothrow_move_constructible_v<T> && std::is_nothrow_move_assignable_v<T>);
+
+public:
+    SmallVector() noexcept = default;
+    SmallVector(const SmallVector&) = delete;
+    SmallVector& operator=(const SmallVector&) = delete;
+    ~SmallVector() {
+        clear();
+        release();
+    }
+
+    [[nodiscard]] std::size_t size() const noexcept { return _size; }
+    [[nodiscard]] bool empty() const noexcept { return _size == 0; }
+    [[nodiscard]] T* begin() noexcept { return _elements; }
+    [[nodiscard]] T* end() noexcept { return _elements + _size; }
+    [[nodiscard]] const T* begin() const noexcept { return _elements; }
+    [[nodiscard]] const T* end() const noexcept { return _elements + _size; }
+    [[nodiscard]] T& operator[](std::size_t index) noexcept { return _elements[index]; }
+    [[nodiscard]] const T& operator[](std::size_t index) const noexcept { return _elements[index]; }
+
+    // Makes sure that the next append or insert needs no memory.
+    void reserveOneMore() {
+        if (_size == _capacity) grow(_capacity * 2);
+    }
+
+    void append(T element) {
+        reserveOneMore();
+        new (_elements + _size) T(std::move(element));
+        ++_size;
+    }
+
+    // Puts the element before the one at `index`, which may be size().
+    void insert(std::size_t index, T element) {
+        append(std::move(element));
+        for (std::size_t last = _size - 1; last > index; --last) {
+            std::swap(_elements[last], _elements[last - 1]);
+        }
+    }
+
+    void erase(std::size_t index) noexcept {
+        for (std::size_t next = index + 1; next < _size; ++next) {
+            _elements[next - 1] = std::move(_elements[next]);
+        }
+        --_size;
+        _elements[_size].~T();
+    }
+
+    void clear() noexcept {
+        for (std::size_t index = 0; index < _size; ++index)
+            _elements[index].~T();
+        _size = 0;
+    }
+
+private:
+    [[nodiscard]] T* inside() noexcept { return reinterpret_cast<T*>(_inside); }
+
+    void grow(std::size_t capacity) {
+        T* elements = std::allocator<T>{}.allocate(capacity);
+        for (std::size_t index = 0; index < _size; ++index) {
+            new (elements + index) T(std::move(_elements[index]));
+            _elements[index].~T();
+        }
+        release();
+        _elements = elements;
+        _capacity = capacity;
+    }
+
+    void release() noexcept {
+        if (_elements != inside()) std::allocator<T>{}.deallocate(_elements, _capacity);
+    }
+
+    alignas(T) std::byte _inside[Inline * sizeof(T)];
+    T* _elements = inside();
+    std::size_t _size = 0;
+    std::size_t _capacity = Inline;
+};
+
+}  // namespace arbor
