@@ -2,12 +2,12 @@
 
 #if defined(__GNUC__)
 #if defined(__MINGW32__)
-#define PLATFORM_PRINTF_LIKE(format, first) __attribute__((format(gnu_printf, format, first)))
+#define PLATFORM_PRINTF_LIKE(text, first) __attribute__((format(gnu_printf, text, first)))
 #else
-#define PLATFORM_PRINTF_LIKE(format, first) __attribute__((format(printf, format, first)))
+#define PLATFORM_PRINTF_LIKE(text, first) __attribute__((format(printf, text, first)))
 #endif
 #else
-#define PLATFORM_PRINTF_LIKE(format, first)
+#define PLATFORM_PRINTF_LIKE(text, first)
 #endif
 
 // The trace of the program: off unless the environment variable QVSM_TRACE names a file, to which
