@@ -21,18 +21,24 @@ public:
     // found and sets the last error: 127 with a library, 126 without.
     bool isLoaded();
 
-    // Reads a page of the printer's web service. False, with `page` empty, on any failure.
+    // Reads a page of the printer's web service, at most 65,536 bytes. False, with `page` empty, on
+    // any failure, memory and an empty page included.
     bool get_page(const wchar_t* portName, const char* pagePath, std::string& page);
 
     // Presses a button of the printer's control panel ("go", "cancel").
     bool push_button(const wchar_t* portName, const wchar_t* buttonName);
 
-    // The system's number for what failed last in this object, 0 before any failure.
+    // The system's number for what was missing last: 126 no library, 127 an entry point, 6 a
+    // function asked of no library. 0 while nothing was missing.
     [[nodiscard]] std::uint32_t lastError() const noexcept { return _lastError; }
 
 private:
     static constexpr std::size_t kEntryPointCount = 9;
 
+    // The opened device, which the caller closes; null when the library is incomplete or the device
+    // does not answer.
+    void* openPort(const wchar_t* portName);
+    // A further function of the library, null when it is missing; says so to the debugger.
     void* lookUp(void*& cached, const char* operation, const char* name);
 
     platform::DynamicLibrary _library;
