@@ -2,6 +2,7 @@
 # seam should be used. Run: cmake -DROOT=<source folder> -P check_layers.cmake
 #
 # One row a layer: its folder, then the folders whose headers it may include.
+cmake_minimum_required(VERSION 3.25)
 set(may_include
   "platform|platform"
   "arbor|arbor,platform"
