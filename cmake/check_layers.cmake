@@ -8,10 +8,10 @@ set(may_include
   "arbor|arbor,platform"
   "tern|tern,arbor,platform"
   "device|device,platform"
-  "monitor/facts|monitor/facts,device,platform"
-  "ui|ui,monitor/facts,device,tern,arbor,platform"
-  "monitor|monitor,ui,monitor/facts,device,tern,arbor,platform"
-  "app|app,monitor,ui,monitor/facts,device,tern,arbor,platform")
+  "monitor/facts|monitor/facts,strings,device,platform"
+  "ui|ui,monitor/facts,strings,device,tern,arbor,platform"
+  "monitor|monitor,ui,monitor/facts,strings,device,tern,arbor,platform"
+  "app|app,monitor,ui,monitor/facts,strings,device,tern,arbor,platform")
 # Sources that are Windows code by purpose; the others see the system through platform/ only.
 set(windows_code "^(platform/windows/|app/|ui/windows/)")
 
