@@ -1,0 +1,26 @@
+#pragma once
+
+namespace arbor {
+class IPropertyHolder;
+class PropertyHolder;
+}  // namespace arbor
+
+namespace tern {
+
+class IInstanceManager;
+
+// Makes a component from its parameters, which live during the call only. The caller owns the
+// result; null when it cannot be allocated.
+using ComponentMaker = arbor::PropertyHolder* (*)(const arbor::IPropertyHolder& parameters,
+                                                  IInstanceManager* owner);
+
+// The maker of a component class that is constructed from parameters and owner.
+template <typename Component>
+arbor::PropertyHolder* makeComponent(const arbor::IPropertyHolder& parameters,
+                                     IInstanceManager* owner) try {
+    return new Component(parameters, owner);
+} catch (...) {
+    return nullptr;
+}
+
+}  // namespace tern

@@ -1,0 +1,205 @@
+#include "tern/event_broker.h"
+
+#include "arbor/abstract_thread.h"
+#include "arbor/message.h"
+#include "arbor/property_holder.h"
+#include "arbor/scoped_lock.h"
+#include "arbor/simple_message.h"
+#include "tern/i_instance_manager.h"
+
+#include <algorithm>
+#include <new>
+
+namespace tern {
+
+namespace {
+
+using arbor::ScopedLock;
+
+template <typename Array, typename Element>
+bool removeFirst(Array& array, const Element* element) {
+    const auto place = std::find(array.begin(), array.end(), element);
+    if (place == array.end()) return false;
+    array.erase(static_cast<std::size_t>(place - array.begin()));
+    return true;
+}
+
+arbor::IThread* threadOf(const arbor::IPropertyHolder& holder) {
+    return static_cast<arbor::IThread*>(holder.getPointer(L"thread", nullptr));
+}
+
+arbor::IListener* listenerOf(const arbor::IPropertyHolder& holder) {
+    return static_cast<arbor::IListener*>(holder.getPointer(L"listener", nullptr));
+}
+
+}  // namespace
+
+EventBroker::~EventBroker() {
+    _use.close();
+    {
+        const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+        for (arbor::PropertyHolder* component : _components)
+            delete component;
+        _components.clear();
+    }
+    while (!_queue.empty())
+        _queue.pop_back();
+}
+
+bool EventBroker::notify(arbor::IMessage* message) {
+    if (!(*message->getType() == arbor::AbstractThread::ThreadMessage::type())) return false;
+    arbor::IThread* thread = threadOf(*message->getProperties());
+    if (thread == nullptr) return false;
+
+    switch (static_cast<arbor::ThreadCode>(message->getCode())) {
+        case arbor::ThreadCode::StartRequest:
+            queueThread(thread);
+            return true;
+        // Arrives from inside run(), which holds the lock: locking here would rely on re-entry.
+        case arbor::ThreadCode::Starting:
+            return true;
+        case arbor::ThreadCode::Finished: {
+            const arbor::Rundown::Visit visit(_use);
+            if (!visit) return true;
+            const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+            return true;
+        }
+    }
+    return false;
+}
+
+void EventBroker::queueThread(arbor::IThread* thread) {
+    const arbor::Rundown::Visit visit(_use);
+    if (!visit) return;
+    const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+    _threadsToStart.append(thread);
+}
+
+void EventBroker::publish(arbor::IMessage* message) {
+    arbor::SmallVector<arbor::IListener*, 8> snapshot;
+    {
+        const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+        for (arbor::IListener* listener : _listeners)
+            snapshot.append(listener);
+    }
+    const bool exclusive = message->isExclusive();
+    for (arbor::IListener* listener : snapshot) {
+        const bool taken = listener->notify(message);
+        if (taken && exclusive) return;
+    }
+}
+
+bool EventBroker::stop(const arbor::Guid*, std::uint32_t) {
+    const arbor::Rundown::Visit visit(_use);
+    if (!visit) return true;
+    const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+    _stopped = true;
+    return true;
+}
+
+std::int32_t EventBroker::run() {
+    while (!_stopped) {
+        const MessageReference message = takeFront();
+        if (message != nullptr) {
+            publish(message.get());
+        } else {
+            startWaitingThreads();
+            _owner->pumpOnce();
+        }
+    }
+    return 0;
+}
+
+MessageReference EventBroker::takeFront() {
+    const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+    if (_queue.empty()) return nullptr;
+    MessageReference message = std::move(_queue.front());
+    _queue.pop_front();
+    return message;
+}
+
+void EventBroker::startWaitingThreads() {
+    const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+    for (arbor::IThread* thread : _threadsToStart) {
+        thread->start();
+        _runningThreads.append(thread);
+    }
+    _threadsToStart.clear();
+}
+
+bool EventBroker::post(const arbor::Guid* type, std::uint32_t code, std::uint32_t flags,
+                       arbor::PropertyHolder* properties) try {
+    if (properties != nullptr) {
+        return enqueue(std::make_shared<arbor::Message>(type, code, flags, properties));
+    }
+    return enqueue(std::make_shared<arbor::SimpleMessage>(type, code, flags));
+} catch (const std::bad_alloc&) {
+    return false;
+}
+
+bool EventBroker::enqueue(MessageReference message) try {
+    const arbor::Rundown::Visit visit(_use);
+    if (!visit) return false;
+    const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+    _queue.push_back(std::move(message));
+    return true;
+} catch (const std::bad_alloc&) {
+    return false;
+}
+
+bool EventBroker::postExclusive(const arbor::Guid* type, std::uint32_t code, std::uint32_t flags,
+                                arbor::PropertyHolder* properties) {
+    return post(type, code, flags | arbor::kExclusiveFlag, properties);
+}
+
+bool EventBroker::addComponent(arbor::PropertyHolder* component) {
+    if (component == nullptr) return false;
+    arbor::IThread* thread = threadOf(*component);
+    if (thread != nullptr) queueThread(thread);
+    arbor::IListener* listener = listenerOf(*component);
+    if (listener != nullptr) {
+        const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+        _listeners.append(listener);
+    }
+    if (thread == nullptr && listener == nullptr) return false;
+    {
+        const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+        _components.append(component);
+    }
+    component->setPointer(L"eventBroker", this);
+    return true;
+}
+
+bool EventBroker::removeComponent(arbor::PropertyHolder* component, bool destroy) {
+    if (component == nullptr) return true;
+    arbor::IThread* thread = threadOf(*component);
+    if (thread != nullptr) {
+        const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+        removeFirst(_runningThreads, thread);
+    }
+    if (const arbor::IListener* listener = listenerOf(*component); listener != nullptr) {
+        const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+        removeFirst(_listeners, listener);
+    }
+    bool found = false;
+    {
+        const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+        found = removeFirst(_components, component);
+    }
+    if (destroy && found) {
+        // A thread that is still to be started stays in its list, unless it goes away right now.
+        if (thread != nullptr) forgetWaitingThread(thread);
+        delete component;
+    }
+    return true;
+}
+
+void EventBroker::forgetWaitingThread(const arbor::IThread* thread) {
+    const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+    while (removeFirst(_threadsToStart, thread)) {
+    }
+    while (removeFirst(_runningThreads, thread)) {
+    }
+}
+
+}  // namespace tern

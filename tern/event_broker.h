@@ -1,0 +1,82 @@
+#pragma once
+
+#include "arbor/i_listener.h"
+#include "arbor/i_message.h"
+#include "arbor/mutex.h"
+#include "arbor/rundown.h"
+#include "arbor/small_vector.h"
+
+#include <atomic>
+#include <cstdint>
+#include <deque>
+#include <memory>
+
+namespace arbor {
+class IPropertyHolder;
+class IThread;
+class PropertyHolder;
+}  // namespace arbor
+
+namespace tern {
+
+class IInstanceManager;
+
+using MessageReference = std::shared_ptr<arbor::IMessage>;
+
+// Carries messages from generators to listeners, owns both, and runs the main loop. Generator
+// threads may post, enqueue and stop; delivery, and with it every listener, runs on the main
+// thread. No lock is held while a listener is called. A broker runs once: a stopped one stays
+// stopped.
+class EventBroker : public arbor::IListener, public arbor::Mutex {
+public:
+    // `owner` is asked to pump window messages; not owned, outlives the broker.
+    explicit EventBroker(IInstanceManager* owner) noexcept : _owner(owner) {}
+
+    // The slots below are fixed in number and order.
+
+    // How the broker hears of its threads: it starts those that ask for it.
+    bool notify(arbor::IMessage* message) override;
+    // Destroys the components and drops what is still queued. Waits for no thread.
+    ~EventBroker() override;
+    // Hands the message to every listener in the order of registration; an exclusive one to the
+    // first that takes it.
+    virtual void publish(arbor::IMessage* message);
+    virtual IInstanceManager* getInstanceManager() { return _owner; }
+    virtual bool isReady() { return true; }
+    // Ends the loop after the message in hand. Who asks, and why, makes no difference.
+    virtual bool stop(const arbor::Guid* who, std::uint32_t flags);
+    // The main loop: messages first; when there is none, new threads and window messages. Returns
+    // 0.
+    virtual std::int32_t run();
+    // Builds a message and enqueues it. `properties` only chooses a message with a bag of its own,
+    // which starts empty. False when the message cannot be allocated.
+    virtual bool post(const arbor::Guid* type, std::uint32_t code, std::uint32_t flags,
+                      arbor::PropertyHolder* properties);
+    // False when the queue has no memory or the broker is being destroyed; the message is then
+    // dropped.
+    virtual bool enqueue(MessageReference message);
+    virtual bool postExclusive(const arbor::Guid* type, std::uint32_t code, std::uint32_t flags,
+                               arbor::PropertyHolder* properties);
+    // On true the broker owns the component. False takes nothing: null, or a component with neither
+    // "thread" nor "listener" in its bag. A thread starts at the loop's next idle turn.
+    virtual bool addComponent(arbor::PropertyHolder* component);
+    // Destroys the component only when asked to and when it was the broker's. Always true.
+    virtual bool removeComponent(arbor::PropertyHolder* component, bool destroy);
+
+private:
+    [[nodiscard]] MessageReference takeFront();
+    void startWaitingThreads();
+    void queueThread(arbor::IThread* thread);
+    void forgetWaitingThread(const arbor::IThread* thread);
+
+    IInstanceManager* _owner;                                   // not owned, outlives us
+    arbor::SmallVector<arbor::IThread*, 2> _runningThreads;     // not owned
+    arbor::SmallVector<arbor::IListener*, 4> _listeners;        // not owned
+    arbor::SmallVector<arbor::PropertyHolder*, 4> _components;  // owned
+    std::deque<MessageReference> _queue;
+    arbor::SmallVector<arbor::IThread*, 2> _threadsToStart;  // not owned
+    std::atomic<bool> _stopped{false};
+    arbor::Rundown _use;  // keeps generator threads out of a broker that is being destroyed
+};
+
+}  // namespace tern

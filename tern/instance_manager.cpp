@@ -1,0 +1,70 @@
+#include "tern/instance_manager.h"
+
+#include "arbor/property.h"
+#include "platform/message_pump.h"
+#include "platform/text.h"
+#include "platform/thread.h"
+#include "tern/class_ids.h"
+#include "tern/debug_listener.h"
+#include "tern/guid_text.h"
+#include "tern/timer_event_generator.h"
+#include "tern/velo_event_generator.h"
+#include "tern/velo_listener.h"
+
+#include <new>
+
+namespace tern {
+
+namespace {
+
+constexpr std::uint32_t kIdleSleepMs = 100;
+
+}  // namespace
+
+InstanceManager::InstanceManager(const arbor::IPropertyHolder&, const std::vector<std::wstring>&)
+    : AbstractInstanceManager(&_ownDatabase, &_ownBroker), _ownDatabase(this), _ownBroker(this) {
+    registerMaker(L"TimerEventGenerator", kTimerEventGeneratorId,
+                  &makeComponent<TimerEventGenerator>);
+    registerMaker(L"DebugListener", kDebugListenerId, &makeComponent<DebugListener>);
+    registerMaker(L"VeloEventGenerator", kVeloEventGeneratorId, &makeComponent<VeloEventGenerator>);
+    registerMaker(L"VeloListener", kVeloListenerId, &makeComponent<VeloListener>);
+}
+
+void InstanceManager::registerMaker(const wchar_t* className, const arbor::Guid& guid,
+                                    ComponentMaker maker) {
+    const auto store = [this](const wchar_t* key1, const wchar_t* key2, arbor::IProperty* made) {
+        std::unique_ptr<arbor::IProperty> property(made);
+        if (!_ownDatabase.set(key1, key2, property.get())) throw std::bad_alloc();
+        static_cast<void>(property.release());
+    };
+    store(className, L"GUID", arbor::Property::createOpaque(&guid, sizeof guid));
+    store(L"Makers", guidText(guid).c_str(),
+          arbor::Property::createPointer(reinterpret_cast<void*>(maker)));
+}
+
+void InstanceManager::pumpOnce() {
+    if (platform::isMessageWaiting()) {
+        platform::dispatchOneMessage();
+    } else {
+        platform::sleepFor(kIdleSleepMs);
+    }
+}
+
+IInstanceManager* NewInstanceManager(const char*, int argumentCount,
+                                     const char* const* arguments) try {
+    std::vector<std::wstring> list;
+    for (int index = 0; index < argumentCount; ++index) {
+        list.push_back(platform::widened(arguments[index]));
+    }
+    arbor::PropertyHolder parameters;
+    return new InstanceManager(parameters, list);
+} catch (const std::bad_alloc&) {
+    return nullptr;
+}
+
+void TERN_DeleteInstanceManager(IInstanceManager*& manager) {
+    delete manager;
+    manager = nullptr;
+}
+
+}  // namespace tern

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "tern/abstract_instance_manager.h"
+#include "tern/component_maker.h"
+#include "tern/database.h"
+#include "tern/event_broker.h"
+
+namespace tern {
+
+// The instance manager of the monitor: knows the makers of the framework's components and pumps the
+// window messages of the main thread.
+class InstanceManager : public AbstractInstanceManager {
+public:
+    InstanceManager(const arbor::IPropertyHolder& parameters,
+                    const std::vector<std::wstring>& arguments);
+    ~InstanceManager() override = default;
+
+    // A quit message does not end the program; it is dropped.
+    void pumpOnce() override;
+
+private:
+    void registerMaker(const wchar_t* className, const arbor::Guid& guid, ComponentMaker maker);
+
+    // The broker goes first, and with it every component; the registry after it.
+    Database _ownDatabase;
+    EventBroker _ownBroker;
+};
+
+// The caller owns the result; null when it cannot be allocated. The settings and the arguments are
+// accepted and not used; `argumentCount` may be 0 and `arguments` null.
+IInstanceManager* NewInstanceManager(const char* settings, int argumentCount,
+                                     const char* const* arguments);
+
+// Destroys the instance manager and everything that it owns, and forgets it.
+void TERN_DeleteInstanceManager(IInstanceManager*& manager);
+
+}  // namespace tern

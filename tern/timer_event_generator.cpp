@@ -1,0 +1,38 @@
+#include "tern/timer_event_generator.h"
+
+#include "platform/thread.h"
+#include "tern/class_ids.h"
+#include "tern/event_broker.h"
+#include "tern/i_instance_manager.h"
+
+#include <algorithm>
+
+namespace tern {
+
+TimerEventGenerator::TimerEventGenerator(const arbor::IPropertyHolder& parameters,
+                                         IInstanceManager* owner)
+    : AbstractEventGenerator(parameters, owner),
+      _intervalMs(
+          static_cast<std::uint32_t>(std::clamp(parameters.getInt(L"interval", kDefaultIntervalMs),
+                                                kShortestIntervalMs, kLongestIntervalMs))) {
+    requestStart();
+}
+
+TimerEventGenerator::~TimerEventGenerator() {
+    endThreadUse();
+}
+
+const arbor::Guid* TimerEventGenerator::getClassId() const {
+    return &kTimerEventGeneratorId;
+}
+
+std::uint32_t TimerEventGenerator::run() {
+    for (const std::uint32_t intervalMs = _intervalMs;;) {
+        Outside outside(*this);
+        platform::sleepFor(intervalMs);
+        outside.back();
+        owner()->getEventBroker()->post(getClassId(), kTickCode, 0, nullptr);
+    }
+}
+
+}  // namespace tern

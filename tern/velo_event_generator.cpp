@@ -1,0 +1,253 @@
+#include "tern/velo_event_generator.h"
+
+#include "arbor/message.h"
+#include "arbor/number_text.h"
+#include "platform/pipe.h"
+#include "tern/channel_settings.h"
+#include "tern/class_ids.h"
+#include "tern/event_broker.h"
+#include "tern/i_instance_manager.h"
+#include "tern/pipe_path.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstring>
+#include <new>
+#include <stdexcept>
+
+namespace tern {
+
+namespace {
+
+constexpr std::size_t kErrorTextBytes = 260;
+constexpr std::uint32_t kScratchBytes = 4096;
+
+std::string readFailure(platform::NativeHandle pipe, std::uint32_t error) {
+    std::array<char, kErrorTextBytes> text;
+    std::snprintf(text.data(), text.size(),
+                  "[VeloEventGenerator::readInput] ReadFile() failed hndl=0x%x, gle=%d",
+                  static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(pipe)),
+                  static_cast<int>(error));
+    return text.data();
+}
+
+std::int32_t asInt(std::uint32_t number) {
+    return static_cast<std::int32_t>(number);
+}
+
+}  // namespace
+
+VeloEventGenerator::VeloEventGenerator(const arbor::IPropertyHolder& parameters,
+                                       IInstanceManager* owner)
+    : AbstractEventGenerator(parameters, owner), _input(std::make_shared<Input>()) {
+    // Print paths may pass the name as a component setting as well; the one of the channel counts.
+    static_cast<void>(parameters.getString(L"inputPipe", "unknown"));
+    openPipe();
+    requestStart();
+}
+
+VeloEventGenerator::~VeloEventGenerator() {
+    endThreadUse();
+}
+
+void VeloEventGenerator::openPipe() {
+    const std::wstring path = pipePath(channelSettings().inputPipe.data());
+    if (!platform::waitForPipe(path.c_str())) return;
+    _input->pipe = platform::openPipeForReading(path.c_str());
+    if (_input->pipe != platform::invalidHandle()) platform::setMessageReadMode(_input->pipe);
+}
+
+const arbor::Guid* VeloEventGenerator::getClassId() const {
+    return &kVeloEventGeneratorId;
+}
+
+std::uint32_t VeloEventGenerator::run() {
+    try {
+        readRecords();
+    } catch (const ObjectGone&) {
+        throw;
+    } catch (...) {
+        // Whatever went wrong, the channel is over; its text would reach nobody.
+    }
+    owner()->getEventBroker()->stop(getClassId(), 0);
+    return 0;
+}
+
+void VeloEventGenerator::readRecords() {
+    const std::shared_ptr<Input> input = _input;  // ours, also when the object goes during a read
+    if (input->pipe == nullptr) throw std::domain_error("[VeloEventGenerator] no input source");
+
+    for (VeloHeaderBytes bytes;;) {
+        readInput(bytes.data(), kVeloHeaderBytes);
+        const VeloHeader header = decodedHeader(bytes);
+        if (!isValidHeader(header)) {
+            throw std::domain_error("[VeloEventGenerator] invalid input header");
+        }
+
+        // The capacity follows the record, so a longer record than the last always gets a new
+        // buffer.
+        const std::uint32_t kept =
+            reserveBuffer(input->body, input->bodyCapacity, header.bodyBytes);
+        input->bodyBytes = kept;
+        input->bodyCapacity = kept;
+        readInput(input->body.get(), kept);
+        input->reader = VeloBody(input->body.get(), kept);
+        discardInput(header.bodyBytes - kept);
+        buildMessage(header, owner()->getEventBroker());
+    }
+}
+
+std::uint32_t VeloEventGenerator::reserveBuffer(Buffer& buffer, std::uint32_t capacity,
+                                                std::uint32_t needed) {
+    const std::uint32_t bytes = std::min(needed, kVeloBodyLimit);
+    if (bytes <= capacity) return bytes;
+    buffer.reset();
+    buffer.reset(new (std::nothrow) unsigned char[bytes]);
+    return buffer != nullptr ? bytes : 0;
+}
+
+void* VeloEventGenerator::readInput(void* destination, std::uint32_t count) {
+    const platform::NativeHandle pipe = _input->pipe;
+    auto* at = static_cast<unsigned char*>(destination);
+    for (std::uint32_t missing = count; missing > 0;) {
+        Outside outside(*this);
+        const platform::PipeRead read = platform::readPipe(pipe, at, missing);
+        outside.back();
+        if (read.failed) throw std::domain_error(readFailure(pipe, read.error));
+        at += read.bytes;
+        missing -= read.bytes;
+    }
+    return destination;
+}
+
+void VeloEventGenerator::discardInput(std::uint32_t count) {
+    const platform::NativeHandle pipe = _input->pipe;
+    std::array<unsigned char, kScratchBytes> scratch;
+    for (std::uint32_t missing = count; missing > 0;) {
+        Outside outside(*this);
+        const platform::PipeRead read =
+            platform::readPipe(pipe, scratch.data(), std::min(missing, kScratchBytes));
+        outside.back();
+        if (read.failed) {
+            throw std::domain_error("[VeloEventGenerator::discardInput] ReadFile() failed");
+        }
+        missing -= read.bytes;
+    }
+}
+
+bool VeloEventGenerator::isValidHeader(const VeloHeader& header) {
+    return header.magic == kVeloMagic;
+}
+
+bool VeloEventGenerator::hasInput(std::uint32_t count) {
+    return _input->reader.hasInput(count);
+}
+
+const char* VeloEventGenerator::readText() {
+    return _input->reader.readText();
+}
+
+const char* VeloEventGenerator::findValue(const char* text, const char* key) {
+    return findValueIn(const_cast<char*>(text), key);
+}
+
+std::wstring VeloEventGenerator::readWText() {
+    return _input->reader.readWText();
+}
+
+std::uint32_t VeloEventGenerator::readNumber(std::uint32_t defaultValue) {
+    return _input->reader.readNumber(defaultValue);
+}
+
+void VeloEventGenerator::buildMessage(const VeloHeader& header, EventBroker* broker) {
+    MessageReference message;
+    try {
+        message = std::make_shared<arbor::Message>(getClassId(), header.recordClass, 0);
+    } catch (const std::bad_alloc&) {
+        throw std::runtime_error("failed to create Message instance");
+    }
+    if (header.printerId != static_cast<std::uint32_t>(channelSettings().printerId)) return;
+
+    arbor::IPropertyHolder& properties = *message->getProperties();
+    properties.setInt(L"subcode", asInt(header.subcode));
+    switch (static_cast<RecordClass>(header.recordClass)) {
+        case RecordClass::Job:
+            addJobFields(header.subcode, properties);
+            break;
+        case RecordClass::Oem:
+            addOemBlock(properties);
+            break;
+        case RecordClass::Status:
+            addStatusFields(header.subcode, properties);
+            break;
+    }
+    broker->enqueue(std::move(message));
+}
+
+void VeloEventGenerator::addJobFields(std::uint32_t subcode, arbor::IPropertyHolder& properties) {
+    switch (subcode) {
+        case kPrinterNarrow:
+            properties.setString(L"portName", readText());
+            properties.setString(L"printerName", readText());
+            break;
+        case kPrinterWide:
+            properties.setWString(L"portName", readWText().c_str());
+            properties.setWString(L"printerName", readWText().c_str());
+            break;
+        case kDocumentStartNarrow:
+            properties.setInt(L"jobID", asInt(readNumber(0)));
+            properties.setString(L"docName", readText());
+            break;
+        case kDocumentStartWide:
+            properties.setInt(L"jobID", asInt(readNumber(0)));
+            properties.setWString(L"docName", readWText().c_str());
+            break;
+        case kDocumentEnd:
+            properties.setInt(L"jobID", asInt(readNumber(0)));
+            break;
+        case kJobStatus:
+            properties.setInt(L"severity", asInt(readNumber(0)));
+            properties.setInt(L"status", asInt(readNumber(0)));
+            break;
+        default:
+            break;
+    }
+}
+
+// The block stays ours: listeners use it while they handle the message, before the next block
+// comes.
+void VeloEventGenerator::addOemBlock(arbor::IPropertyHolder& properties) {
+    Input& input = *_input;
+    input.oemCapacity = reserveBuffer(input.oem, input.oemCapacity, input.bodyBytes);
+    if (input.oemCapacity > 0) {
+        std::memcpy(input.oem.get(), input.body.get(),
+                    std::min(input.oemCapacity, input.bodyBytes));
+    }
+    properties.setPointer(L"oemMessages", input.oem.get());
+    properties.setInt(L"oembufferSize", asInt(input.oemCapacity));
+}
+
+void VeloEventGenerator::addStatusFields(std::uint32_t subcode,
+                                         arbor::IPropertyHolder& properties) {
+    switch (subcode) {
+        case kDeviceStatus:
+            properties.setInt(L"status", asInt(readNumber(0)));
+            break;
+        case kCartridgeReport: {
+            std::int32_t serial = 0;
+            arbor::parsedDecimal(findValue(readText(), "SerialNumber"), serial);
+            properties.setInt(L"blackSN", serial);
+            break;
+        }
+        case kMediaReport: {
+            std::string name;
+            if (findMediaName(readText(), name)) properties.setString(L"mediaType", name.c_str());
+            break;
+        }
+        default:
+            break;
+    }
+}
+
+}  // namespace tern

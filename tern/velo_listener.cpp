@@ -1,0 +1,40 @@
+#include "tern/velo_listener.h"
+
+#include "arbor/i_message.h"
+#include "platform/pipe.h"
+#include "platform/text.h"
+#include "tern/class_ids.h"
+#include "tern/pipe_path.h"
+#include "tern/velo_record.h"
+
+namespace tern {
+
+namespace {
+
+constexpr char kNoPipeName[] = "unkown";  // spelled so by every print path that knows the default
+
+}  // namespace
+
+VeloListener::VeloListener(const arbor::IPropertyHolder& parameters, IInstanceManager*) {
+    const std::wstring path =
+        pipePath(platform::widened(parameters.getString(L"outputPipe", kNoPipeName)));
+    if (platform::waitForPipe(path.c_str())) _pipe = platform::openPipeForWriting(path.c_str());
+}
+
+const arbor::Guid* VeloListener::getClassId() const {
+    return &kVeloListenerId;
+}
+
+bool VeloListener::notify(arbor::IMessage* message) {
+    if (!(*message->getType() == *getClassId()) || _pipe == nullptr) return false;
+
+    VeloHeader header;
+    header.magic = kVeloMagic;
+    header.recordClass = message->getCode();
+    header.subcode = static_cast<std::uint32_t>(message->getProperties()->getInt(L"subcode", 0));
+    const VeloHeaderBytes bytes = encodedHeader(header);
+    platform::writePipe(_pipe, bytes.data(), kVeloHeaderBytes);
+    return false;
+}
+
+}  // namespace tern

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/native_handle.h"
+#include "tern/abstract_listener.h"
+
+namespace tern {
+
+class IInstanceManager;
+
+// Writes a record without a body to the print path for every message of its own type: the class is
+// the message's code, the subcode its property "subcode". Silent for ever when the pipe was not
+// there.
+class VeloListener : public AbstractListener {
+public:
+    // Opens the pipe that the parameter "outputPipe" names. It stays open until the process ends.
+    VeloListener(const arbor::IPropertyHolder& parameters, IInstanceManager* owner);
+
+    [[nodiscard]] const arbor::Guid* getClassId() const override;
+    // Always false: the others may hear the message too.
+    bool notify(arbor::IMessage* message) override;
+
+private:
+    platform::NativeHandle _pipe = nullptr;  // not closed, see platform/pipe.h
+};
+
+}  // namespace tern

@@ -1,0 +1,109 @@
+#include "tern/velo_record.h"
+
+#include <cstring>
+
+namespace tern {
+
+namespace {
+
+constexpr std::size_t kNumberBytes = 4;
+constexpr std::size_t kWideUnitBytes = 2;
+constexpr std::size_t kQuoteReach =
+    10;  // characters after the D of DISPLAY: blank, equals sign, blank
+constexpr char kQuote = '"';
+
+// What a missing text reads as. Never written: it has no line feed to cut at.
+char* emptyText() noexcept {
+    static char empty[1] = {};
+    return empty;
+}
+
+void putNumber(unsigned char* bytes, std::uint32_t value) noexcept {
+    for (std::size_t index = 0; index < kNumberBytes; ++index) {
+        bytes[index] = static_cast<unsigned char>(value >> (8 * index));
+    }
+}
+
+}  // namespace
+
+std::uint32_t numberAt(const unsigned char* bytes) noexcept {
+    return static_cast<std::uint32_t>(bytes[0]) | static_cast<std::uint32_t>(bytes[1]) << 8 |
+           static_cast<std::uint32_t>(bytes[2]) << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
+}
+
+VeloHeader decodedHeader(const VeloHeaderBytes& bytes) noexcept {
+    const unsigned char* at = bytes.data();
+    return {numberAt(at), numberAt(at + 4), numberAt(at + 8), numberAt(at + 12), numberAt(at + 16)};
+}
+
+VeloHeaderBytes encodedHeader(const VeloHeader& header) noexcept {
+    VeloHeaderBytes bytes;
+    putNumber(bytes.data(), header.magic);
+    putNumber(bytes.data() + 4, header.recordClass);
+    putNumber(bytes.data() + 8, header.subcode);
+    putNumber(bytes.data() + 12, header.printerId);
+    putNumber(bytes.data() + 16, header.bodyBytes);
+    return bytes;
+}
+
+char* VeloBody::readText() noexcept {
+    if (!hasInput(1)) return emptyText();
+    auto* nul = static_cast<unsigned char*>(
+        std::memchr(_cursor, 0, static_cast<std::size_t>(_end - _cursor)));
+    if (nul == nullptr) return emptyText();
+    auto* text = reinterpret_cast<char*>(_cursor);
+    _cursor = nul + 1;
+    return text;
+}
+
+std::wstring VeloBody::readWText() {
+    std::size_t units = 0;
+    const auto unitAt = [this](std::size_t index) {
+        const unsigned char* bytes = _cursor + index * kWideUnitBytes;
+        return static_cast<wchar_t>(bytes[0] | bytes[1] << 8);
+    };
+    for (; hasInput((units + 1) * kWideUnitBytes); ++units) {
+        if (unitAt(units) != 0) continue;
+        std::wstring text(units, L'\0');
+        for (std::size_t index = 0; index < units; ++index)
+            text[index] = unitAt(index);
+        _cursor += (units + 1) * kWideUnitBytes;
+        return text;
+    }
+    return {};
+}
+
+std::uint32_t VeloBody::readNumber(std::uint32_t defaultValue) noexcept {
+    if (!hasInput(kNumberBytes)) return defaultValue;
+    const std::uint32_t value = numberAt(_cursor);
+    _cursor += kNumberBytes;
+    return value;
+}
+
+char* findValueIn(char* text, const char* key) noexcept {
+    char* place = std::strstr(text, key);
+    if (place == nullptr) return emptyText();
+    char* equals = std::strchr(place, '=');
+    if (equals == nullptr) return emptyText();
+    char* value = equals + 1;
+    char* lineFeed = std::strchr(value, '\n');
+    if (lineFeed != nullptr) *lineFeed = '\0';
+    return value;
+}
+
+bool findMediaName(const char* text, std::string& name) {
+    const char* display = std::strstr(text, "DISPLAY");
+    if (display == nullptr) return false;
+    const char* quote = std::strchr(display, kQuote);
+    if (quote == nullptr || static_cast<std::size_t>(quote - display) > kQuoteReach) return false;
+
+    name.clear();
+    for (const char* at = quote + 1; *at != '\0' && *at != kQuote; ++at) {
+        if (name.size() == kMediaNameUnits) break;
+        name += *at;
+    }
+    if (name.empty()) name = "UNKNOWN";
+    return true;
+}
+
+}  // namespace tern
