@@ -10,7 +10,7 @@
 // Title and buttons: the frame of every alert
 #define IDS_TITLE                            107  // window title; one %s, the printer name
 #define IDS_OK                               156  // button 130 without a caption of its own; key O
-#define IDS_CONTINUE                         158  // never shown nor empty: compared with the OK caption; key C
+#define IDS_CONTINUE                         158  // never shown, never empty; key C
 #define IDS_SHOP_ONLINE                      217  // link to the shop, in a template that has one
 #define IDS_RETURN_AND_RECYCLE               218  // button 134 and the returns link; key R
 #define IDS_HELP                             247  // button 131; key H
