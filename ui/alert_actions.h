@@ -31,3 +31,13 @@ inline constexpr std::uint32_t kHasSnoozePrompt = 90004;
 inline constexpr std::uint32_t kHasSnoozeLabel = 90005;
 
 }  // namespace alert_action
+
+// What such a message carries.
+namespace alert_action_key {
+
+inline constexpr wchar_t kDialog[] = L"statusdialog";      // pointer: the alert's object
+inline constexpr wchar_t kWindow[] = L"statusdialoghwnd";  // pointer: its window, null for most
+inline constexpr wchar_t kWord[] = L"wparam";
+inline constexpr wchar_t kLong[] = L"lparam";
+
+}  // namespace alert_action_key

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <cstdint>
+
+// The system's window types as portable names, so that what an alert says needs no system header.
+// On Windows they are the system's own types.
+struct HWND__;
+using WindowHandle = HWND__*;  // never owned by what holds it
+using WindowMessage = unsigned int;
+using MessageWord = std::uintptr_t;  // wParam
+using MessageLong = std::intptr_t;   // lParam
+using DialogResult = std::intptr_t;  // what a dialog procedure answers
