@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/native_handle.h"
+
+#include <windows.h>
+#include <memory>
+
+// Owners for the handles of the system, each with its own value for "none".
+namespace platform {
+
+struct CloseFileHandle {
+    // A file handle is empty at INVALID_HANDLE_VALUE, while unique_ptr empties with null: this
+    // pointer type maps the one onto the other.
+    class pointer {
+    public:
+        pointer(HANDLE handle = invalidHandle()) noexcept : _handle(handle) {}
+        pointer(std::nullptr_t) noexcept : pointer() {}
+        explicit operator bool() const noexcept { return _handle != invalidHandle(); }
+        operator HANDLE() const noexcept { return _handle; }
+        friend bool operator==(pointer a, pointer b) noexcept { return a._handle == b._handle; }
+        friend bool operator==(pointer a, std::nullptr_t) noexcept { return !a; }
+
+    private:
+        HANDLE _handle;
+    };
+    void operator()(pointer file) const noexcept { ::CloseHandle(file); }
+};
+using FileHandle = std::unique_ptr<void, CloseFileHandle>;
+
+}  // namespace platform

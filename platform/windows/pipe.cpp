@@ -1,0 +1,45 @@
+#include "platform/pipe.h"
+
+#include <windows.h>
+
+namespace platform {
+namespace {
+
+NativeHandle openPipe(const wchar_t* path, DWORD access) noexcept {
+    return ::CreateFileW(path, access, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+}
+
+}  // namespace
+
+bool waitForPipe(const wchar_t* path) noexcept {
+    return ::WaitNamedPipeW(path, NMPWAIT_USE_DEFAULT_WAIT) != 0;
+}
+
+NativeHandle openPipeForReading(const wchar_t* path) noexcept {
+    return openPipe(path, GENERIC_READ);
+}
+
+NativeHandle openPipeForWriting(const wchar_t* path) noexcept {
+    return openPipe(path, GENERIC_WRITE);
+}
+
+void setMessageReadMode(NativeHandle pipe) noexcept {
+    DWORD mode = PIPE_READMODE_MESSAGE;
+    ::SetNamedPipeHandleState(pipe, &mode, nullptr, nullptr);
+}
+
+PipeRead readPipe(NativeHandle pipe, void* to, std::uint32_t count) noexcept {
+    DWORD bytes = 0;
+    if (::ReadFile(pipe, to, count, &bytes, nullptr) != 0) return {false, bytes, kSuccess};
+    const DWORD error = ::GetLastError();
+    // The rest of the message waits for the next read; these bytes have arrived.
+    if (error == ERROR_MORE_DATA) return {false, bytes, kSuccess};
+    return {true, bytes, error};
+}
+
+bool writePipe(NativeHandle pipe, const void* from, std::uint32_t count) noexcept {
+    DWORD written = 0;
+    return ::WriteFile(pipe, from, count, &written, nullptr) != 0 && written == count;
+}
+
+}  // namespace platform

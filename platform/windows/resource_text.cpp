@@ -1,0 +1,72 @@
+#include "platform/resource_text.h"
+
+#include <windows.h>
+#include <cstddef>
+#include <string_view>
+
+namespace platform {
+namespace {
+
+constexpr std::uint32_t kTextsPerBlock = 16;
+
+// The resource of the block that holds `id`. Primary language 0 would let the system choose.
+HRSRC findBlock(HMODULE module, std::uint32_t id, LanguageId language) noexcept {
+    if (module == nullptr || PRIMARYLANGID(language) == LANG_NEUTRAL) return nullptr;
+    const auto block = static_cast<WORD>(id / kTextsPerBlock + 1);
+    return ::FindResourceExW(module, RT_STRING, MAKEINTRESOURCEW(block), language);
+}
+
+// Sixteen texts follow each other, each after its length in units.
+std::wstring_view entryOf(std::wstring_view block, std::uint32_t index) noexcept {
+    while (!block.empty()) {
+        const auto units = static_cast<std::size_t>(block.front());
+        block.remove_prefix(1);
+        if (units > block.size()) return {};
+        if (index == 0) return block.substr(0, units);
+        block.remove_prefix(units);
+        --index;
+    }
+    return {};
+}
+
+}  // namespace
+
+bool resourceText(NativeHandle module, std::uint32_t id, LanguageId language, std::wstring& text) {
+    text.clear();
+    const auto library = static_cast<HMODULE>(module);
+    const HRSRC found = findBlock(library, id, language);
+    if (found == nullptr) return false;
+    const HGLOBAL loaded = ::LoadResource(library, found);  // never freed: part of the module
+    if (loaded == nullptr) return false;
+    const auto* const units = static_cast<const wchar_t*>(::LockResource(loaded));
+    if (units == nullptr) return false;
+
+    const std::wstring_view block(units, ::SizeofResource(library, found) / sizeof(wchar_t));
+    text = entryOf(block, id % kTextsPerBlock);
+    return !text.empty();
+}
+
+bool hasTexts(NativeHandle module, std::uint32_t id, LanguageId language) noexcept {
+    return findBlock(static_cast<HMODULE>(module), id, language) != nullptr;
+}
+
+LanguageId userInterfaceLanguage() noexcept {
+    const LanguageId language = ::GetUserDefaultUILanguage();
+    return language != 0 ? language : ::GetUserDefaultLangID();
+}
+
+LanguageId systemDefaultLanguage() noexcept {
+    return ::GetSystemDefaultLangID();
+}
+
+bool systemVersionKnown() noexcept {
+    OSVERSIONINFOW version = {};
+    version.dwOSVersionInfoSize = sizeof version;
+    return ::GetVersionExW(&version) != 0;
+}
+
+NativeHandle openResourceLibrary(const wchar_t* name) noexcept {
+    return ::LoadLibraryExW(name, nullptr, LOAD_LIBRARY_AS_DATAFILE);
+}
+
+}  // namespace platform

@@ -1,0 +1,60 @@
+#include "platform/thread.h"
+
+#include <windows.h>
+#include <memory>
+#include <new>
+
+namespace platform {
+namespace {
+
+struct Start {
+    ThreadProcedure procedure;
+    void* parameter;
+};
+
+// The system calls with a convention and a result type of its own.
+DWORD WINAPI runThread(void* parameter) {
+    const std::unique_ptr<const Start> start(static_cast<const Start*>(parameter));
+    const Start what = *start;
+    return what.procedure(what.parameter);
+}
+
+}  // namespace
+
+NativeHandle startThread(ThreadProcedure procedure, void* parameter,
+                         std::uint32_t& threadId) noexcept {
+    std::unique_ptr<Start> start(new (std::nothrow) Start{procedure, parameter});
+    if (start == nullptr) return nullptr;
+    DWORD id = 0;
+    const HANDLE thread = ::CreateThread(nullptr, 0, &runThread, start.get(), 0, &id);
+    if (thread == nullptr) return nullptr;
+    static_cast<void>(start.release());  // the thread's now
+    threadId = id;
+    return thread;
+}
+
+bool threadExitCode(NativeHandle thread, std::uint32_t& code) noexcept {
+    static_assert(kStillActive == STILL_ACTIVE);
+    DWORD exitCode = 0;
+    if (::GetExitCodeThread(thread, &exitCode) == 0) return false;
+    code = exitCode;
+    return true;
+}
+
+std::uint32_t waitForThread(NativeHandle thread, std::uint32_t timeoutMs) noexcept {
+    return ::WaitForSingleObject(thread, timeoutMs);
+}
+
+void closeThread(NativeHandle thread) noexcept {
+    if (thread != nullptr) ::CloseHandle(thread);
+}
+
+std::uint32_t currentThreadId() noexcept {
+    return ::GetCurrentThreadId();
+}
+
+void sleepFor(std::uint32_t milliseconds) noexcept {
+    ::Sleep(milliseconds);
+}
+
+}  // namespace platform

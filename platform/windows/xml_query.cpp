@@ -1,0 +1,118 @@
+#include "platform/xml_query.h"
+
+#include "platform/text.h"
+#include "platform/windows/lazy_library.h"
+
+#include <windows.h>
+
+#include <msxml.h>
+#include <objbase.h>
+#include <oleauto.h>
+#include <limits>
+#include <memory>
+#include <new>
+#include <string>
+
+namespace platform {
+namespace {
+
+constexpr wchar_t kComLibrary[] = L"ole32.dll";
+constexpr wchar_t kAutomationLibrary[] = L"oleaut32.dll";
+
+LazyFunction<decltype(&::CoInitializeEx)> coInitialize(kComLibrary, "CoInitializeEx");
+LazyFunction<decltype(&::CoUninitialize)> coUninitialize(kComLibrary, "CoUninitialize");
+LazyFunction<decltype(&::CoCreateInstance)> coCreateInstance(kComLibrary, "CoCreateInstance");
+LazyFunction<decltype(&::SysAllocStringLen)> allocateText(kAutomationLibrary, "SysAllocStringLen");
+LazyFunction<decltype(&::SysStringLen)> lengthOfText(kAutomationLibrary, "SysStringLen");
+LazyFunction<decltype(&::SysFreeString)> freeText(kAutomationLibrary, "SysFreeString");
+
+// The XML document of the system, and what we ask of it.
+constexpr CLSID kDocumentClass = {
+    0x2933BF90, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
+constexpr IID kDocumentInterface = {
+    0x2933BF81, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
+
+bool isServiceThere() noexcept {
+    return coInitialize.get() != nullptr && coUninitialize.get() != nullptr &&
+           coCreateInstance.get() != nullptr && allocateText.get() != nullptr &&
+           lengthOfText.get() != nullptr && freeText.get() != nullptr;
+}
+
+// The component library, initialised for this thread. Where the thread has it in another mode, the
+// document works there too, and it is not ours to undo.
+class ComScope {
+public:
+    ComScope() noexcept : _isOurs(SUCCEEDED(coInitialize.get()(nullptr, COINIT_MULTITHREADED))) {}
+    ~ComScope() {
+        if (_isOurs) coUninitialize.get()();
+    }
+    ComScope(const ComScope&) = delete;
+    ComScope& operator=(const ComScope&) = delete;
+
+private:
+    bool _isOurs;
+};
+
+struct Release {
+    void operator()(IUnknown* object) const noexcept { object->Release(); }
+};
+template <typename Interface>
+using ComPointer = std::unique_ptr<Interface, Release>;
+
+struct FreeText {
+    using pointer = BSTR;
+    void operator()(BSTR text) const noexcept { freeText.get()(text); }
+};
+using ComText = std::unique_ptr<BSTR, FreeText>;
+
+ComText comText(const std::wstring& text) {
+    if (text.size() > std::numeric_limits<UINT>::max()) throw std::bad_alloc();
+    ComText copy(allocateText.get()(text.data(), static_cast<UINT>(text.size())));
+    if (copy == nullptr) throw std::bad_alloc();
+    return copy;
+}
+
+ComPointer<IXMLDOMDocument> newDocument() noexcept {
+    void* document = nullptr;
+    const HRESULT result =
+        coCreateInstance.get()(kDocumentClass, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER,
+                               kDocumentInterface, &document);
+    return ComPointer<IXMLDOMDocument>(SUCCEEDED(result) ? static_cast<IXMLDOMDocument*>(document)
+                                                         : nullptr);
+}
+
+bool load(IXMLDOMDocument& document, std::string_view text) {
+    // A page that names files of this computer or addresses elsewhere gets nothing of them.
+    document.put_resolveExternals(VARIANT_FALSE);
+    document.put_validateOnParse(VARIANT_FALSE);
+    VARIANT_BOOL isLoaded = VARIANT_FALSE;
+    const ComText source = comText(widened(text));
+    return document.loadXML(source.get(), &isLoaded) == S_OK && isLoaded != VARIANT_FALSE;
+}
+
+ComPointer<IXMLDOMNode> select(IXMLDOMDocument& document, const char* path) {
+    IXMLDOMNode* node = nullptr;
+    const ComText query = comText(widened(path));
+    const HRESULT result = document.selectSingleNode(query.get(), &node);
+    return ComPointer<IXMLDOMNode>(SUCCEEDED(result) ? node : nullptr);
+}
+
+}  // namespace
+
+bool queryXml(std::string_view document, const char* path, std::string& out) {
+    out.clear();
+    if (!isServiceThere()) return false;
+    const ComScope com;  // outlives every object below
+    const auto loaded = newDocument();
+    if (loaded == nullptr || !load(*loaded, document)) return false;
+    const auto node = select(*loaded, path);
+    if (node == nullptr) return false;
+
+    BSTR text = nullptr;
+    if (FAILED(node->get_text(&text))) return false;
+    const ComText owned(text);
+    out = narrowed(std::wstring_view(text, lengthOfText.get()(text)));
+    return true;
+}
+
+}  // namespace platform
