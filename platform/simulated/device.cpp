@@ -1,0 +1,191 @@
+#include "platform/simulated/device.h"
+
+#include "platform/simulated/case_insensitive.h"
+#include "platform/simulated/world.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <new>
+#include <utility>
+
+// The functions of the device library, with the types that its callers use.
+namespace {
+
+using platform::simulated::Call;
+using platform::simulated::world;
+
+void* openPortWide(const wchar_t* portName) {
+    if (world().faults.strikes(Call::DeviceOpen) || portName == nullptr) return nullptr;
+    return world().device.openPort(portName);
+}
+
+int closeDevice(void* device) {
+    return world().device.close(device) ? 1 : 0;
+}
+
+int getPage(void* device, const char* pagePath, void*, char* buffer, std::uint32_t bufferBytes,
+            std::uint32_t* receivedBytes) {
+    if (world().faults.strikes(Call::DevicePage)) return 0;
+    return world().device.getPage(device, pagePath, buffer, bufferBytes, *receivedBytes) ? 1 : 0;
+}
+
+int pushButton(void* device, const wchar_t* buttonName) {
+    if (world().faults.strikes(Call::DeviceButton)) return 0;
+    return world().device.press(device, buttonName) ? 1 : 0;
+}
+
+// Stands for the functions that must be there and are never called.
+int notCalled() {
+    return 0;
+}
+
+struct Export {
+    std::string_view name;
+    void* address;
+};
+
+template <typename Function>
+void* addressOf(Function* function) noexcept {
+    return reinterpret_cast<void*>(function);
+}
+
+// clang-format off
+const std::array kExports{
+    Export{"OpenEWSPort_W",   addressOf(&openPortWide)},
+    Export{"OpenEWSPort_A",   addressOf(&notCalled)},
+    Export{"OpenEWS_W",       addressOf(&notCalled)},
+    Export{"OpenEWS_A",       addressOf(&notCalled)},
+    Export{"CloseEWS",        addressOf(&closeDevice)},
+    Export{"EWSLastError",    addressOf(&notCalled)},
+    Export{"WriteEWS",        addressOf(&notCalled)},
+    Export{"ReadEWS",         addressOf(&notCalled)},
+    Export{"WriteReadEWS",    addressOf(&notCalled)},
+    Export{"GetPage",         addressOf(&getPage)},
+    Export{"PushLedmButtonW", addressOf(&pushButton)},
+};
+// clang-format on
+
+}  // namespace
+
+namespace platform::simulated {
+namespace {
+
+std::size_t numberOf(NativeHandle device) noexcept {
+    return reinterpret_cast<std::size_t>(device);
+}
+
+}  // namespace
+
+void Device::install() {
+    const SpinScope scope(_lock);
+    _state.isInstalled = true;
+}
+
+void Device::withhold(std::string_view function) {
+    const SpinScope scope(_lock);
+    _state.withheld.emplace(function);
+}
+
+void Device::setPage(std::string_view path, std::string_view bytes) {
+    const SpinScope scope(_lock);
+    _state.pages.insert_or_assign(std::string(path), std::string(bytes));
+}
+
+void Device::claimLength(std::optional<std::uint32_t> bytes) {
+    const SpinScope scope(_lock);
+    _state.claimedLength = bytes;
+}
+
+std::vector<Device::Press> Device::presses() const {
+    const SpinScope scope(_lock);
+    return _state.presses;
+}
+
+std::vector<std::wstring> Device::openedPorts() const {
+    const SpinScope scope(_lock);
+    return _state.ports;
+}
+
+int Device::openDevices() const noexcept {
+    const SpinScope scope(_lock);
+    return _openDevices;
+}
+
+int Device::loadedLibraries() const noexcept {
+    const SpinScope scope(_lock);
+    return _loaded;
+}
+
+void Device::reset() {
+    State gone;
+    const SpinScope scope(_lock);
+    std::swap(gone, _state);
+}
+
+NativeHandle Device::load(std::wstring_view library) noexcept {
+    const SpinScope scope(_lock);
+    if (!_state.isInstalled || !sameName(library, kLibraryName)) return nullptr;
+    ++_loaded;
+    return this;
+}
+
+void Device::unload() noexcept {
+    const SpinScope scope(_lock);
+    --_loaded;
+}
+
+void* Device::function(std::string_view name) const noexcept {
+    const SpinScope scope(_lock);
+    if (_state.withheld.contains(name)) return nullptr;
+    const auto found = std::find_if(kExports.begin(), kExports.end(),
+                                    [&](const Export& entry) { return entry.name == name; });
+    return found != kExports.end() ? found->address : nullptr;
+}
+
+NativeHandle Device::openPort(std::wstring_view port) noexcept {
+    const SpinScope scope(_lock);
+    try {
+        _state.ports.emplace_back(port);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+    ++_openDevices;
+    return reinterpret_cast<NativeHandle>(_state.ports.size());
+}
+
+bool Device::isDevice(NativeHandle device) const noexcept {
+    return numberOf(device) >= 1 && numberOf(device) <= _state.ports.size();
+}
+
+bool Device::close(NativeHandle device) noexcept {
+    const SpinScope scope(_lock);
+    if (!isDevice(device)) return false;
+    --_openDevices;
+    return true;
+}
+
+bool Device::getPage(NativeHandle device, std::string_view path, char* buffer, std::uint32_t bytes,
+                     std::uint32_t& received) const noexcept {
+    const SpinScope scope(_lock);
+    const auto found = _state.pages.find(path);
+    if (!isDevice(device) || found == _state.pages.end()) return false;
+    const std::string& page = found->second;
+    const std::size_t copied = std::min<std::size_t>(page.size(), bytes);
+    if (copied != 0) std::memcpy(buffer, page.data(), copied);
+    received = _state.claimedLength.value_or(static_cast<std::uint32_t>(copied));
+    return true;
+}
+
+bool Device::press(NativeHandle device, std::wstring_view button) noexcept {
+    const SpinScope scope(_lock);
+    if (!isDevice(device)) return false;
+    try {
+        _state.presses.push_back({_state.ports[numberOf(device) - 1], std::wstring(button)});
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
+}  // namespace platform::simulated

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "platform/native_handle.h"
+#include "platform/simulated/spin_lock.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform::simulated {
+
+// The maker's device library and the printer behind it. Every port leads to the same printer. Not
+// there before install(). Any thread may call.
+class Device {
+public:
+    struct Press {
+        std::wstring port;
+        std::wstring button;
+    };
+
+    static constexpr std::wstring_view kLibraryName = L"rtqewsi.dll";
+
+    // Puts the library where it is found by name.
+    void install();
+    // Leaves one function out of the library.
+    void withhold(std::string_view function);
+    void setPage(std::string_view path, std::string_view bytes);
+    // Every page claims this many bytes from now on, whatever it has; nullopt: the truth.
+    void claimLength(std::optional<std::uint32_t> bytes);
+
+    [[nodiscard]] std::vector<Press> presses() const;
+    // Ports in the order in which they were opened.
+    [[nodiscard]] std::vector<std::wstring> openedPorts() const;
+    // Opened and not yet closed: 0 when nothing leaks. -1 where something was closed twice.
+    [[nodiscard]] int openDevices() const noexcept;
+    [[nodiscard]] int loadedLibraries() const noexcept;
+    void reset();
+
+    // For the simulated services.
+    [[nodiscard]] NativeHandle load(std::wstring_view library) noexcept;
+    void unload() noexcept;
+    [[nodiscard]] void* function(std::string_view name) const noexcept;
+    [[nodiscard]] NativeHandle openPort(std::wstring_view port) noexcept;
+    [[nodiscard]] bool close(NativeHandle device) noexcept;
+    [[nodiscard]] bool getPage(NativeHandle device, std::string_view path, char* buffer,
+                               std::uint32_t bytes, std::uint32_t& received) const noexcept;
+    [[nodiscard]] bool press(NativeHandle device, std::wstring_view button) noexcept;
+
+private:
+    struct State {
+        bool isInstalled = false;
+        std::set<std::string, std::less<>> withheld;
+        std::map<std::string, std::string, std::less<>> pages;
+        std::optional<std::uint32_t> claimedLength;
+        std::vector<std::wstring> ports;  // the handle of a device is its place here, from 1
+        std::vector<Press> presses;
+    };
+
+    [[nodiscard]] bool isDevice(NativeHandle device) const noexcept;
+
+    mutable SpinLock _lock;
+    State _state;
+    int _openDevices = 0;
+    int _loaded = 0;
+};
+
+}  // namespace platform::simulated

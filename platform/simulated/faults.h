@@ -1,0 +1,92 @@
+#pragma once
+
+#include "platform/native_handle.h"
+#include "platform/simulated/spin_lock.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace platform::simulated {
+
+// Every call of the seam that can fail, and every function of the device library.
+enum class Call {
+    MutexCreation,
+    ThreadStart,
+    ThreadExitCode,
+    ThreadWait,
+    LibraryLoad,
+    FunctionLookup,
+    FileCopy,
+    FileRead,
+    FileWrite,
+    PipeWait,
+    PipeOpenForReading,
+    PipeOpenForWriting,
+    PipeMode,
+    PipeRead,
+    PipeWrite,
+    RegistryOpen,
+    RegistryCreate,
+    RegistryRead,
+    RegistryWrite,
+    TextLookup,
+    TextProbe,
+    InterfaceLanguage,
+    SystemVersion,
+    ResourceLibraryOpen,
+    AddressOpen,
+    ProgramStart,
+    DocumentOpen,
+    FolderLookup,
+    PrinterOpen,
+    PrinterDataRead,
+    XmlQuery,
+    DeviceOpen,
+    DevicePage,
+    DeviceButton,
+    Count
+};
+inline constexpr std::size_t kCalls = static_cast<std::size_t>(Call::Count);
+inline constexpr std::uint32_t kGeneralFailure = 31;  // the system's "a device does not function"
+
+// The nth call of its kind, counted from 1 since the last reset, fails: once or from then on.
+struct Fault {
+    Call call;
+    long nth = 1;
+    bool forEver = false;
+    std::uint32_t error = kGeneralFailure;
+};
+
+// Counts the calls and makes them fail. Any thread may call; nothing here allocates.
+class Faults {
+public:
+    static constexpr std::size_t kFaultLimit = 16;
+
+    // False when there are kFaultLimit faults already.
+    bool add(const Fault& fault) noexcept;
+    // Takes the faults away and counts from 0 again.
+    void reset() noexcept;
+    // Takes the faults away; the counts stay.
+    void clear() noexcept;
+
+    [[nodiscard]] long calls(Call call) const noexcept;
+    [[nodiscard]] long struck() const noexcept;
+
+    // For the simulated services: counts one call and tells whether it must fail. `error` gets the
+    // fault's number.
+    [[nodiscard]] bool strikes(Call call, std::uint32_t& error) noexcept;
+    [[nodiscard]] bool strikes(Call call) noexcept {
+        std::uint32_t ignored = 0;
+        return strikes(call, ignored);
+    }
+
+private:
+    mutable SpinLock _lock;
+    std::array<Fault, kFaultLimit> _faults{};
+    std::size_t _faultCount = 0;
+    std::array<long, kCalls> _calls{};
+    long _struck = 0;
+};
+
+}  // namespace platform::simulated

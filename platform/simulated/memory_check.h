@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstddef>
+
+#if defined(__has_include)
+#if __has_include(<valgrind/memcheck.h>)
+#include <valgrind/memcheck.h>
+#endif
+#endif
+
+namespace platform::simulated {
+
+// Under Valgrind: reports bytes without a value that are about to leave the process.
+inline void checkDefined([[maybe_unused]] const void* from, [[maybe_unused]] std::size_t bytes) {
+#if defined(VALGRIND_CHECK_MEM_IS_DEFINED)
+    static_cast<void>(VALGRIND_CHECK_MEM_IS_DEFINED(from, bytes));
+#endif
+}
+
+}  // namespace platform::simulated

@@ -1,0 +1,28 @@
+#include "platform/message_pump.h"
+
+#include "platform/simulated/world.h"
+#include "platform/thread.h"
+
+namespace platform {
+
+using simulated::Messages;
+using simulated::world;
+
+bool isMessageWaiting() noexcept {
+    return world().messages.isWaiting();
+}
+
+bool dispatchOneMessage() {
+    constexpr std::uint32_t kPollMs = 1;
+    std::function<void()> procedure;
+    Messages::Taken taken = world().messages.take(procedure);
+    while (taken == Messages::Taken::Nothing) {
+        sleepFor(kPollMs);
+        taken = world().messages.take(procedure);
+    }
+    if (taken == Messages::Taken::Quit) return false;
+    procedure();
+    return true;
+}
+
+}  // namespace platform

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <atomic>
+
+namespace platform::simulated {
+
+// Guards the world's short operations. It never asks the seam for anything: no lock, no sleep, so
+// the same world links into Windows programs, and nobody can interleave threads inside of it.
+class SpinLock {
+public:
+    void lock() noexcept {
+        while (_taken.test_and_set(std::memory_order_acquire)) {
+        }
+    }
+    void unlock() noexcept { _taken.clear(std::memory_order_release); }
+
+private:
+    std::atomic_flag _taken = ATOMIC_FLAG_INIT;
+};
+
+// Holds a SpinLock for a scope.
+class SpinScope {
+public:
+    explicit SpinScope(SpinLock& lock) noexcept : _lock(lock) { _lock.lock(); }
+    ~SpinScope() { _lock.unlock(); }
+    SpinScope(const SpinScope&) = delete;
+    SpinScope& operator=(const SpinScope&) = delete;
+
+private:
+    SpinLock& _lock;  // not owned
+};
+
+}  // namespace platform::simulated

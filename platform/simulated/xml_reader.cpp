@@ -1,0 +1,251 @@
+#include "platform/simulated/xml_reader.h"
+
+#include "platform/text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <utility>
+
+namespace platform::simulated {
+namespace {
+
+constexpr std::wstring_view kWideBlanks = L" \t\r\n";
+
+bool isBlank(char character) {
+    return character == ' ' || character == '\t' || character == '\r' || character == '\n';
+}
+
+bool startsName(char character) {
+    const auto byte = static_cast<unsigned char>(character);
+    constexpr unsigned char kFirstBeyondAscii = 0x80;
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || byte == '_' ||
+           byte == ':' || byte >= kFirstBeyondAscii;
+}
+
+bool continuesName(char character) {
+    return startsName(character) || (character >= '0' && character <= '9') || character == '-' ||
+           character == '.';
+}
+
+bool isText(char character) {
+    const auto byte = static_cast<unsigned char>(character);
+    return byte >= ' ' || isBlank(character);
+}
+
+std::wstring trimmed(const std::wstring& text) {
+    const auto first = text.find_first_not_of(kWideBlanks);
+    if (first == std::wstring::npos) return {};
+    return text.substr(first, text.find_last_not_of(kWideBlanks) - first + 1);
+}
+
+std::vector<std::string_view> split(std::string_view path) {
+    std::vector<std::string_view> steps;
+    while (true) {
+        const auto end = path.find('/');
+        const std::string_view step = path.substr(0, end);
+        const bool isName = !step.empty() && startsName(step.front()) &&
+                            std::all_of(step.begin(), step.end(), continuesName);
+        if (!isName) return {};
+        steps.push_back(step);
+        if (end == std::string_view::npos) return steps;
+        path.remove_prefix(end + 1);
+    }
+}
+
+// Of a reference such as "amp" or "#x41", without its marks.
+std::optional<wchar_t> characterOf(std::string_view reference) {
+    constexpr std::pair<std::string_view, wchar_t> kNamed[] = {
+        {"amp", L'&'}, {"lt", L'<'}, {"gt", L'>'}, {"quot", L'"'}, {"apos", L'\''}};
+    for (const auto& [name, character] : kNamed) {
+        if (reference == name) return character;
+    }
+    if (!reference.starts_with('#')) return std::nullopt;
+    reference.remove_prefix(1);
+    constexpr int kDecimal = 10;
+    constexpr int kHexadecimal = 16;
+    const bool isHexadecimal = reference.starts_with('x');
+    if (isHexadecimal) reference.remove_prefix(1);
+    std::uint16_t value = 0;  // characters beyond the first plane are nobody's concern here
+    const char* const end = reference.data() + reference.size();
+    const auto parsed =
+        std::from_chars(reference.data(), end, value, isHexadecimal ? kHexadecimal : kDecimal);
+    if (parsed.ec != std::errc() || parsed.ptr != end || value == 0) return std::nullopt;
+    return static_cast<wchar_t>(value);
+}
+
+}  // namespace
+
+XmlReader::XmlReader(std::string_view document, std::string_view path) : _rest(document) {
+    constexpr std::string_view kAnywhere = "//";
+    _isFromRoot = !path.starts_with(kAnywhere);
+    if (!path.starts_with('/')) return;
+    path.remove_prefix(_isFromRoot ? 1 : kAnywhere.size());
+    _steps = split(path);
+}
+
+std::optional<std::wstring> XmlReader::read() {
+    if (_steps.empty() || !readProlog()) return std::nullopt;
+    while (!_rest.empty()) {
+        if (!(at("<") ? readMarkup() : readText())) return std::nullopt;
+    }
+    if (!_open.empty() || !_hasRoot || !_found) return std::nullopt;
+    return trimmed(*_found);
+}
+
+bool XmlReader::readProlog() {
+    constexpr std::string_view kDeclaration = "<?xml";
+    const bool isDeclared = at(kDeclaration) && _rest.size() > kDeclaration.size() &&
+                            isBlank(_rest[kDeclaration.size()]);
+    return !isDeclared || readUntil("?>");
+}
+
+bool XmlReader::readMarkup() {
+    constexpr std::string_view kCData = "<![CDATA[";
+    if (at("<!--")) {
+        _rest.remove_prefix(std::string_view("<!--").size());
+        return readUntil("-->");
+    }
+    if (at(kCData)) {
+        _rest.remove_prefix(kCData.size());
+        std::string_view content;
+        if (_open.empty() || !readUntil("]]>", &content)) return false;
+        keep(widened(content));
+        return true;
+    }
+    if (at("<!DOCTYPE")) return !_hasRoot && skipDoctype();
+    if (at("<?")) return !at("<?xml ") && readUntil("?>");
+    return at("</") ? readEndTag() : readStartTag();
+}
+
+bool XmlReader::readStartTag() {
+    _rest.remove_prefix(1);
+    const std::string_view name = readName();
+    if (name.empty() || (_open.empty() && _hasRoot) || !readAttributes()) return false;
+    enter(name);
+    if (at("/>")) {
+        leave();
+        _rest.remove_prefix(2);
+        return true;
+    }
+    if (!at(">")) return false;
+    _rest.remove_prefix(1);
+    return true;
+}
+
+bool XmlReader::readAttributes() {
+    std::vector<std::string_view> seen;
+    while (skipBlanks() && !_rest.empty() && startsName(_rest.front())) {
+        const std::string_view name = readName();
+        if (std::find(seen.begin(), seen.end(), name) != seen.end()) return false;
+        seen.push_back(name);
+        skipBlanks();
+        if (!at("=")) return false;
+        _rest.remove_prefix(1);
+        skipBlanks();
+        if (!at("\"") && !at("'")) return false;
+        const std::string_view quote = _rest.substr(0, 1);
+        _rest.remove_prefix(1);
+        std::string_view value;
+        if (!readUntil(quote, &value) || value.find('<') != std::string_view::npos) return false;
+    }
+    return true;
+}
+
+bool XmlReader::readEndTag() {
+    _rest.remove_prefix(2);
+    const std::string_view name = readName();
+    skipBlanks();
+    if (_open.empty() || _open.back() != name || !at(">")) return false;
+    _rest.remove_prefix(1);
+    leave();
+    return true;
+}
+
+bool XmlReader::readText() {
+    std::wstring text;
+    while (!_rest.empty() && !at("<")) {
+        if (at("]]>") || !isText(_rest.front())) return false;
+        if (at("&")) {
+            if (!readReference(text)) return false;
+            continue;
+        }
+        text += widened(_rest.substr(0, 1));
+        _rest.remove_prefix(1);
+    }
+    const bool isOnlyBlank = trimmed(text).empty();
+    if (_open.empty()) return isOnlyBlank;
+    if (!isOnlyBlank) keep(text);
+    return true;
+}
+
+bool XmlReader::readReference(std::wstring& text) {
+    _rest.remove_prefix(1);
+    std::string_view reference;
+    if (!readUntil(";", &reference)) return false;
+    const auto character = characterOf(reference);
+    if (!character) return false;
+    text += *character;
+    return true;
+}
+
+bool XmlReader::readUntil(std::string_view end, std::string_view* content) {
+    const auto place = _rest.find(end);
+    if (place == std::string_view::npos) return false;
+    if (content != nullptr) *content = _rest.substr(0, place);
+    _rest.remove_prefix(place + end.size());
+    return true;
+}
+
+bool XmlReader::skipDoctype() {
+    int brackets = 0;
+    while (!_rest.empty()) {
+        const char character = _rest.front();
+        _rest.remove_prefix(1);
+        if (character == '[') ++brackets;
+        if (character == ']') --brackets;
+        if (character == '>' && brackets == 0) return true;
+    }
+    return false;
+}
+
+std::string_view XmlReader::readName() {
+    if (_rest.empty() || !startsName(_rest.front())) return {};
+    const auto end = std::find_if_not(_rest.begin(), _rest.end(), continuesName);
+    const std::string_view name = _rest.substr(0, static_cast<std::size_t>(end - _rest.begin()));
+    _rest.remove_prefix(name.size());
+    return name;
+}
+
+bool XmlReader::skipBlanks() {
+    const auto before = _rest.size();
+    while (!_rest.empty() && isBlank(_rest.front()))
+        _rest.remove_prefix(1);
+    return _rest.size() != before;
+}
+
+void XmlReader::enter(std::string_view name) {
+    _open.push_back(name);
+    _hasRoot = true;
+    if (_found || !matches()) return;
+    _found.emplace();
+    _matchDepth = _open.size();
+}
+
+void XmlReader::leave() {
+    if (_open.size() == _matchDepth) _matchDepth = 0;
+    _open.pop_back();
+}
+
+void XmlReader::keep(const std::wstring& text) {
+    if (_matchDepth != 0) *_found += text;
+}
+
+bool XmlReader::matches() const {
+    if (_open.size() < _steps.size() || (_isFromRoot && _open.size() != _steps.size())) {
+        return false;
+    }
+    return std::equal(_steps.rbegin(), _steps.rend(), _open.rbegin());
+}
+
+}  // namespace platform::simulated

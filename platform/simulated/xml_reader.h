@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform::simulated {
+
+// Reads a document once from front to back, judges whether it is well-formed, and picks the text of
+// the first element whose ancestors end in the given names.
+class XmlReader {
+public:
+    // "//a/b/c": c below b below a, anywhere; "/a/b": from the root. Nothing else is understood.
+    XmlReader(std::string_view document, std::string_view path);
+
+    // Nothing when the document is malformed or no element matches.
+    [[nodiscard]] std::optional<std::wstring> read();
+
+private:
+    bool readProlog();
+    bool readMarkup();
+    bool readStartTag();
+    bool readAttributes();
+    bool readEndTag();
+    bool readText();
+    bool readReference(std::wstring& text);
+    bool readUntil(std::string_view end, std::string_view* content = nullptr);
+    bool skipDoctype();
+    std::string_view readName();
+    bool skipBlanks();  // whether there was one
+
+    void enter(std::string_view name);
+    void leave();
+    void keep(const std::wstring& text);
+    [[nodiscard]] bool matches() const;
+    [[nodiscard]] bool at(std::string_view text) const { return _rest.starts_with(text); }
+
+    std::string_view _rest;
+    std::vector<std::string_view> _steps;
+    bool _isFromRoot = false;
+    std::vector<std::string_view> _open;  // elements from the root down
+    bool _hasRoot = false;
+    std::size_t _matchDepth = 0;  // of the matching element while it is open, else 0
+    std::optional<std::wstring> _found;
+};
+
+}  // namespace platform::simulated
