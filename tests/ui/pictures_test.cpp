@@ -1,0 +1,143 @@
+#include "ui/resource_ids.h"
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <memory>
+
+namespace {
+
+// The pictures as a program gets them: compiled into this one and loaded by the system, which has
+// to undo their run-length coding.
+
+struct DeleteBitmap {
+    using pointer = HBITMAP;
+    void operator()(HBITMAP bitmap) const noexcept { ::DeleteObject(bitmap); }
+};
+using BitmapHandle = std::unique_ptr<HBITMAP, DeleteBitmap>;
+
+struct DestroyIcon {
+    using pointer = HICON;
+    void operator()(HICON icon) const noexcept { ::DestroyIcon(icon); }
+};
+using IconHandle = std::unique_ptr<HICON, DestroyIcon>;
+
+BitmapHandle loadBitmap(int id) {
+    return BitmapHandle(static_cast<HBITMAP>(::LoadImageW(
+        ::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_BITMAP, 0, 0, LR_DEFAULTCOLOR)));
+}
+
+IconHandle loadIcon(int id, int size) {
+    return IconHandle(
+        static_cast<HICON>(::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id),
+                                        IMAGE_ICON, size, size, LR_DEFAULTCOLOR)));
+}
+
+BITMAP factsOf(HBITMAP bitmap) {
+    BITMAP facts{};
+    ::GetObjectW(bitmap, sizeof facts, &facts);
+    return facts;
+}
+
+// A memory device context with a bitmap in it; puts the former one back before it goes.
+class Canvas {
+public:
+    explicit Canvas(HBITMAP bitmap)
+        : _memory(::CreateCompatibleDC(nullptr)), _before(::SelectObject(_memory, bitmap)) {}
+    Canvas(const Canvas&) = delete;
+    Canvas& operator=(const Canvas&) = delete;
+    ~Canvas() {
+        ::SelectObject(_memory, _before);
+        ::DeleteDC(_memory);
+    }
+    COLORREF pixel(int x, int y) const { return ::GetPixel(_memory, x, y); }
+
+private:
+    HDC _memory;
+    HGDIOBJ _before;
+};
+
+COLORREF pixelOf(HBITMAP bitmap, int x, int y) {
+    return Canvas(bitmap).pixel(x, y);
+}
+
+struct BitmapRow {
+    int id;
+    int width, height;  // pixels
+};
+
+// clang-format off
+constexpr BitmapRow kBitmaps[] = {
+    {148,  32,  32}, {149,  32,  32}, {150,  32,  32}, {156,  32,  32}, {163, 747,  60},
+    {166, 120,  32}, {167, 120,  32}, {175, 120,  32}, {176, 120,  32}, {177, 220,  32},
+    {178, 220,  32}, {179, 120,  32}, {180, 120,  32}, {182, 200, 200}, {186, 200, 150},
+    {187, 200, 150}, {188, 200, 150}, {196, 200, 200}, {197, 200, 200}, {198, 200, 200},
+    {199, 200, 200}, {200, 200, 200}, {201, 200, 200}, {202, 200, 150}, {203, 200, 150},
+    {204, 200, 150}, {205, 200, 200}, {206, 200, 200}, {207,  24,  24}, {208,  24,  24},
+    {209,  96,  96}, {211, 220,  32}, {212, 220,  32},
+};
+// clang-format on
+
+constexpr COLORREF kDialogFace = RGB(240, 240, 240);
+constexpr int kIconSizes[] = {16, 20, 24, 32, 40, 48, 64, 256};  // pixels
+
+TEST(PicturesTest, EveryBitmapLoadsInTheSizeOfItsControl) {
+    for (const BitmapRow& row : kBitmaps) {
+        const BitmapHandle bitmap = loadBitmap(row.id);
+
+        ASSERT_NE(bitmap.get(), nullptr) << "bitmap " << row.id;
+        const BITMAP facts = factsOf(bitmap.get());
+        EXPECT_EQ(facts.bmWidth, row.width) << "bitmap " << row.id;
+        EXPECT_EQ(facts.bmHeight, row.height) << "bitmap " << row.id;
+    }
+}
+
+TEST(PicturesTest, TheDialogsFaceColourIsInTheCornersOfEveryPictureButTheBanner) {
+    for (const BitmapRow& row : kBitmaps) {
+        if (row.id == IDB_BANNER) continue;
+        const BitmapHandle bitmap = loadBitmap(row.id);
+
+        EXPECT_EQ(pixelOf(bitmap.get(), 0, 0), kDialogFace) << "bitmap " << row.id;
+        EXPECT_EQ(pixelOf(bitmap.get(), row.width - 1, row.height - 1), kDialogFace)
+            << "bitmap " << row.id;
+    }
+}
+
+TEST(PicturesTest, ABitmapStoredForOneLanguageServesEveryProcess) {
+    const BitmapHandle underEnglish = loadBitmap(IDB_STOP);
+    const BitmapHandle underChinese = loadBitmap(IDB_BANNER);
+
+    EXPECT_NE(underEnglish.get(), nullptr);
+    EXPECT_EQ(pixelOf(underChinese.get(), 746, 59), RGB(18, 57, 91));
+}
+
+TEST(PicturesTest, APressedButtonIsDarkerThanANormalOne) {
+    constexpr int kMiddleX = 60;
+    constexpr int kMiddleY = 16;
+
+    EXPECT_EQ(pixelOf(loadBitmap(IDB_OK_NORMAL).get(), kMiddleX, kMiddleY), RGB(26, 95, 168));
+    EXPECT_EQ(pixelOf(loadBitmap(IDB_OK_PRESSED).get(), kMiddleX, kMiddleY), RGB(17, 70, 128));
+    EXPECT_EQ(pixelOf(loadBitmap(IDB_SHOP_NORMAL).get(), kMiddleX, kMiddleY), RGB(230, 235, 242));
+    EXPECT_EQ(pixelOf(loadBitmap(IDB_SHOP_PRESSED).get(), kMiddleX, kMiddleY), RGB(195, 206, 221));
+}
+
+TEST(PicturesTest, TheProgramIconLoadsInEverySize) {
+    for (const int size : kIconSizes) {
+        const IconHandle icon = loadIcon(IDI_PROGRAM, size);
+
+        ASSERT_NE(icon.get(), nullptr) << size << " pixels";
+        ICONINFO parts{};
+        ASSERT_TRUE(::GetIconInfo(icon.get(), &parts));
+        const BitmapHandle mask(parts.hbmMask);
+        const BitmapHandle colours(parts.hbmColor);
+        EXPECT_EQ(factsOf(colours.get()).bmWidth, size);
+    }
+}
+
+TEST(PicturesTest, TheThreeStepIconsLoad) {
+    EXPECT_NE(loadIcon(IDI_STEP_1, 32).get(), nullptr);
+    EXPECT_NE(loadIcon(IDI_STEP_2, 32).get(), nullptr);
+    EXPECT_NE(loadIcon(IDI_STEP_3, 32).get(), nullptr);
+}
+
+}  // namespace
