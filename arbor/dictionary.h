@@ -86,10 +86,12 @@ public:
         if (isAt(place, key)) return _entries[place].symbol;
         return insertAt(place, Key(key), value);
     }
-    Symbol insert(Key&& key, Value value) {
-        const std::size_t place = lowerBound(key);
-        if (isAt(place, key)) return _entries[place].symbol;
-        return insertAt(place, std::move(key), value);
+
+    // Puts a value under the key of an entry that was just taken out, with a new symbol: kNoSymbol
+    // when none is left. Allocates nothing.
+    Symbol putBack(Taken&& taken, Value value) noexcept {
+        const std::size_t place = lowerBound(taken.key);
+        return insertAt(place, std::move(taken.key), value);
     }
 
     // Puts another value under a symbol; returns the old value. The symbol must be in use.

@@ -23,10 +23,10 @@ public:
         using std::vector<std::wstring>::vector;
         CompoundKey(const CompoundKey&) = default;
         CompoundKey& operator=(const CompoundKey&) = default;
-        virtual ~CompoundKey() = default;
 
-        // The flat key: each component after a "/".
+        // The flat key: each component after a "/". First in the table.
         [[nodiscard]] virtual std::wstring toString() const;
+        virtual ~CompoundKey() = default;
     };
 
     IDatabase() = default;

@@ -30,10 +30,10 @@ public:
         explicit Functor(T value = T{}) noexcept : defaultValue(value) {}
         Functor(const Functor&) = default;
         Functor& operator=(const Functor&) = default;
-        virtual ~Functor() = default;
 
-        // Given the stored type, the raw value word and the size in bytes.
+        // Given the stored type, the raw value word and the size in bytes. First in the table.
         virtual T& operator()(std::uint32_t, std::uint64_t, std::uint64_t) { return defaultValue; }
+        virtual ~Functor() = default;
 
         T defaultValue;
     };
@@ -45,11 +45,11 @@ public:
         explicit StringFunctor(std::string value) : text(std::move(value)) {}
         StringFunctor(const StringFunctor&) = default;
         StringFunctor& operator=(const StringFunctor&) = default;
-        virtual ~StringFunctor() = default;
 
         virtual std::string& operator()(std::uint32_t, std::uint64_t, std::uint64_t) {
             return text;
         }
+        virtual ~StringFunctor() = default;
 
         std::string text;
     };

@@ -63,7 +63,7 @@ bool PropertyHolder::adoptProperty(const wchar_t* key, IProperty* property) try 
     Entries::Taken old = _entries.take(name);
     if (!old.found) return _entries.insert(name, property) != Entries::kNoSymbol;
     replaced.reset(old.value);
-    return _entries.insert(std::move(old.key), property) != Entries::kNoSymbol;
+    return _entries.putBack(std::move(old), property) != Entries::kNoSymbol;
 } catch (const std::bad_alloc&) {
     return false;
 }

@@ -1,0 +1,192 @@
+#include "arbor/dictionary.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Words = arbor::dictionary<std::wstring, int*, int, 2147483647, 1>;
+// So few symbols that a test can use them up: 2 to 5, then 1, then gaps.
+using FewSymbols = arbor::dictionary<std::wstring, int*, int, 5, 1>;
+
+int one = 1;
+int two = 2;
+
+std::wstring key(int number) {
+    return L"key " + std::to_wstring(number);
+}
+
+template <typename Get>
+std::string errorOf(Get get) {
+    try {
+        get();
+    } catch (const std::logic_error& error) {
+        return error.what();
+    }
+    return "no error";
+}
+
+}  // namespace
+
+TEST(DictionaryTest, FirstKeyGetsSymbolTwo) {
+    Words words;
+
+    EXPECT_EQ(words.insert(L"a", &one), 2);
+    EXPECT_EQ(words.insert(L"b", &two), 3);
+}
+
+TEST(DictionaryTest, ValueIsFoundByKeyAndBySymbol) {
+    Words words;
+    const int symbol = words.insert(L"a", &one);
+
+    EXPECT_EQ(words.get(L"a"), &one);
+    EXPECT_EQ(words.get(symbol), &one);
+    EXPECT_EQ(words.symbolOf(L"a"), symbol);
+}
+
+TEST(DictionaryTest, KeysAreCaseSensitive) {
+    Words words;
+    words.insert(L"Key", &one);
+
+    EXPECT_TRUE(words.contains(L"Key"));
+    EXPECT_FALSE(words.contains(L"key"));
+    EXPECT_FALSE(words.contains(L"Ke"));
+    EXPECT_FALSE(words.contains(L"Keys"));
+}
+
+TEST(DictionaryTest, AbsentFullKeyRaisesALogicErrorThatSaysSo) {
+    Words words;
+
+    EXPECT_EQ(errorOf([&] { static_cast<void>(words.get(L"a")); }),
+              "[<dictionary>::get] full key not found");
+}
+
+TEST(DictionaryTest, AbsentSymbolRaisesALogicErrorThatSaysSo) {
+    Words words;
+
+    EXPECT_EQ(errorOf([&] { static_cast<void>(words.get(2)); }),
+              "[<dictionary>::get] symbolic key not found");
+}
+
+TEST(DictionaryTest, GetWithDefaultAnswersTheDefaultForAbsentKeys) {
+    Words words;
+    words.insert(L"a", &one);
+
+    EXPECT_EQ(words.get(Words::KeyView(L"b"), &two), &two);
+    EXPECT_EQ(words.get(99, &two), &two);
+    EXPECT_EQ(words.get(Words::KeyView(L"a"), &two), &one);
+    EXPECT_EQ(words.get(2, &two), &one);
+}
+
+TEST(DictionaryTest, InsertingAPresentKeyStoresNothingAndAnswersItsSymbol) {
+    Words words;
+    const int symbol = words.insert(L"a", &one);
+
+    EXPECT_EQ(words.insert(L"a", &two), symbol);
+    EXPECT_EQ(words.get(L"a"), &one);
+    EXPECT_EQ(words.size(), 1U);
+}
+
+TEST(DictionaryTest, EraseRemovesKeyAndSymbol) {
+    Words words;
+    const int symbol = words.insert(L"a", &one);
+
+    EXPECT_TRUE(words.erase(L"a"));
+    EXPECT_FALSE(words.contains(L"a"));
+    EXPECT_FALSE(words.contains(symbol));
+    EXPECT_FALSE(words.erase(L"a"));
+}
+
+TEST(DictionaryTest, ErasedSymbolIsNotIssuedAgainWhileHigherOnesAreLeft) {
+    Words words;
+    words.insert(L"a", &one);
+    words.erase(L"a");
+
+    EXPECT_EQ(words.insert(L"a", &one), 3);
+}
+
+TEST(DictionaryTest, SymbolsRiseThenFallThenFillGapsThenEnd) {
+    FewSymbols words;
+    std::vector<int> issued;
+    for (int number = 0; number < 5; ++number)
+        issued.push_back(words.insert(key(number), &one));
+    EXPECT_EQ(issued, (std::vector<int>{2, 3, 4, 5, 1}));
+
+    EXPECT_EQ(words.insert(L"none left", &two), FewSymbols::kNoSymbol);
+    EXPECT_FALSE(words.contains(L"none left"));
+
+    words.erase(key(1));
+    EXPECT_EQ(words.insert(L"fills the gap", &two), 3);
+    EXPECT_EQ(words.get(L"fills the gap"), &two);
+}
+
+TEST(DictionaryTest, LargestAndSmallestSymbolAreNotReusedAsGaps) {
+    FewSymbols words;
+    for (int number = 0; number < 5; ++number)
+        words.insert(key(number), &one);
+    words.erase(key(3));  // symbol 5
+    words.erase(key(4));  // symbol 1
+
+    EXPECT_EQ(words.insert(L"no gap between", &two), FewSymbols::kNoSymbol);
+}
+
+TEST(DictionaryTest, NotedSymbolMovesBothBounds) {
+    FewSymbols words;
+
+    EXPECT_EQ(words.noteSymbol(4), 4);
+    EXPECT_EQ(words.allocateSymbol(), 5);
+    EXPECT_EQ(words.allocateSymbol(), 3);
+    EXPECT_EQ(words.allocateSymbol(), 2);
+    EXPECT_EQ(words.allocateSymbol(), 1);
+}
+
+TEST(DictionaryTest, EntriesAreVisitedInOrderOfTheirKeys) {
+    Words words;
+    for (const wchar_t* name : {L"b", L"B", L"a", L"ab", L"", L"c"})
+        words.insert(name, &one);
+
+    std::wstring order;
+    words.forEach([&](const std::wstring& name, int, int*) { order += name + L"|"; });
+
+    EXPECT_EQ(order, L"|B|a|ab|b|c|");
+}
+
+TEST(DictionaryTest, ManyEntriesAreAllFoundByKeyAndBySymbol) {
+    Words words;
+    std::vector<int> values(200);
+    std::vector<int> symbols;
+    for (int number = 0; number < 200; ++number) {
+        const int shuffled = number * 77 % 200;
+        values[static_cast<std::size_t>(shuffled)] = shuffled;
+        symbols.push_back(words.insert(key(shuffled), &values[static_cast<std::size_t>(shuffled)]));
+    }
+
+    for (int number = 0; number < 200; ++number) {
+        EXPECT_EQ(*words.get(key(number)), number);
+        EXPECT_EQ(*words.get(symbols[static_cast<std::size_t>(number)]), number * 77 % 200);
+    }
+}
+
+TEST(DictionaryTest, ExchangeKeepsKeyAndSymbol) {
+    Words words;
+    const int symbol = words.insert(L"a", &one);
+
+    EXPECT_EQ(words.exchange(symbol, &two), &one);
+    EXPECT_EQ(words.get(L"a"), &two);
+    EXPECT_EQ(words.symbolOf(L"a"), symbol);
+}
+
+TEST(DictionaryTest, TakenEntryGoesBackUnderItsKeyWithANewSymbol) {
+    Words words;
+    words.insert(L"a", &one);
+
+    Words::Taken taken = words.take(L"a");
+    ASSERT_TRUE(taken.found);
+    EXPECT_EQ(taken.value, &one);
+
+    EXPECT_EQ(words.putBack(std::move(taken), &two), 3);
+    EXPECT_EQ(words.get(L"a"), &two);
+}

@@ -1,0 +1,323 @@
+#include "arbor/property_holder.h"
+
+#include "arbor/null_property.h"
+#include "arbor/property.h"
+#include "tests/support/test_properties.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <string>
+
+using arbor::IProperty;
+using arbor::NullProperty;
+using arbor::Property;
+using arbor::PropertyHolder;
+using test::AnyProperty;
+using test::CountedProperty;
+
+namespace {
+
+// Shows the symbols, which never leave a holder otherwise.
+class OpenHolder : public PropertyHolder {
+public:
+    [[nodiscard]] int symbolOf(const wchar_t* key) const { return _entries.symbolOf(key); }
+    [[nodiscard]] std::size_t size() const { return _entries.size(); }
+};
+
+constexpr std::uint64_t kUntouched = 999;
+
+}  // namespace
+
+TEST(PropertyHolderTest, AbsentKeyReadsAsTheNullProperty) {
+    const PropertyHolder bag{};
+
+    EXPECT_EQ(bag.getProperty(L"key"), &NullProperty::instance());
+    EXPECT_FALSE(bag.hasProperty(L"key"));
+}
+
+TEST(PropertyHolderTest, IntOfAnAbsentKeyIsTheDefault) {
+    const PropertyHolder bag{};
+
+    EXPECT_EQ(bag.getInt(L"key", 17), 17);
+}
+
+TEST(PropertyHolderTest, IntOfATextIsParsedInItsBase) {
+    PropertyHolder bag;
+    bag.setString(L"key", "0x20");
+
+    EXPECT_EQ(bag.getInt(L"key", 17), 32);
+}
+
+TEST(PropertyHolderTest, IntOfAPointerIsZeroAndNotTheDefault) {
+    PropertyHolder bag;
+    bag.setPointer(L"key", &bag);
+
+    EXPECT_EQ(bag.getInt(L"key", 17), 0);
+}
+
+TEST(PropertyHolderTest, StringOfAnAbsentKeyIsTheDefault) {
+    const PropertyHolder bag{};
+
+    EXPECT_EQ(bag.getString(L"key", "default"), "default");
+}
+
+TEST(PropertyHolderTest, StringOfAnIntIsItsDecimal) {
+    PropertyHolder bag;
+    bag.setInt(L"key", -5);
+
+    EXPECT_EQ(bag.getString(L"key", "default"), "-5");
+}
+
+TEST(PropertyHolderTest, StringOfABufferIsTypeAndAddress) {
+    PropertyHolder bag;
+    bag.setOpaque(L"key", "abc", 3);
+
+    EXPECT_EQ(bag.getString(L"key", "default"), bag.getProperty(L"key")->toString());
+    EXPECT_EQ(bag.getString(L"key", "default").substr(0, 9), "type:4 0x");
+}
+
+TEST(PropertyHolderTest, OpaqueOfAnIntIsTheDefaultAndLeavesTheSize) {
+    PropertyHolder bag;
+    bag.setInt(L"key", 5);
+    std::uint64_t bytes = kUntouched;
+
+    EXPECT_EQ(bag.getOpaque(L"key", &bytes, &bag), &bag);
+    EXPECT_EQ(bytes, kUntouched);
+}
+
+TEST(PropertyHolderTest, OpaqueOfAnAbsentKeyIsTheDefaultAndLeavesTheSize) {
+    PropertyHolder bag;
+    std::uint64_t bytes = kUntouched;
+
+    EXPECT_EQ(bag.getOpaque(L"key", &bytes, &bag), &bag);
+    EXPECT_EQ(bytes, kUntouched);
+}
+
+TEST(PropertyHolderTest, OpaqueOfABufferGivesItsBytesAndSize) {
+    PropertyHolder bag;
+    bag.setOpaque(L"key", "abc", 3);
+    std::uint64_t bytes = kUntouched;
+
+    const void* data = bag.getOpaque(L"key", &bytes, nullptr);
+
+    ASSERT_EQ(bytes, 3U);
+    EXPECT_EQ(std::memcmp(data, "abc", 3), 0);
+}
+
+TEST(PropertyHolderTest, OpaqueOfAPointerGivesItAndLeavesTheSize) {
+    PropertyHolder bag;
+    bag.setPointer(L"key", &bag);
+    std::uint64_t bytes = kUntouched;
+
+    EXPECT_EQ(bag.getOpaque(L"key", &bytes, nullptr), &bag);
+    EXPECT_EQ(bytes, kUntouched);
+    EXPECT_EQ(bag.getPointer(L"key", nullptr), &bag);
+}
+
+TEST(PropertyHolderTest, OpaqueOfABufferWithAnotherTypeCodeIsTheDefaultButItsSizeIsTold) {
+    PropertyHolder bag;
+    bag.setString(L"key", "text");
+    std::uint64_t bytes = kUntouched;
+
+    EXPECT_EQ(bag.getOpaque(L"key", &bytes, nullptr), nullptr);
+    EXPECT_EQ(bytes, kUntouched);
+}
+
+TEST(PropertyHolderTest, TypedSettersStoreTheirType) {
+    PropertyHolder bag;
+
+    EXPECT_TRUE(bag.setPointer(L"pointer", &bag));
+    EXPECT_TRUE(bag.setInt(L"int", 5));
+    EXPECT_TRUE(bag.setOpaque(L"opaque", "abc", 3));
+    EXPECT_TRUE(bag.setWString(L"wide", L"text"));
+    EXPECT_TRUE(bag.setString(L"narrow", "text"));
+
+    EXPECT_EQ(bag.getProperty(L"pointer")->getType(), arbor::PT_OPAQUE);
+    EXPECT_FALSE(bag.getProperty(L"pointer")->isOpaque());
+    EXPECT_EQ(bag.getProperty(L"int")->getType(), arbor::PT_INT);
+    EXPECT_TRUE(bag.getProperty(L"opaque")->isOpaque());
+    EXPECT_EQ(bag.getProperty(L"wide")->getType(), arbor::PT_WSTRING);
+    EXPECT_EQ(bag.getProperty(L"narrow")->getType(), arbor::PT_STRING);
+}
+
+TEST(PropertyHolderTest, SettingAKeyTwiceLeavesTheSecondAndDeletesTheFirst) {
+    int destroyed = 0;
+    OpenHolder bag;
+    bag.adoptProperty(L"key", new CountedProperty(destroyed, 1));
+
+    EXPECT_TRUE(bag.setInt(L"key", 2));
+
+    EXPECT_EQ(destroyed, 1);
+    EXPECT_EQ(bag.size(), 1U);
+    EXPECT_EQ(bag.getInt(L"key", 0), 2);
+}
+
+TEST(PropertyHolderTest, AdoptedPropertyIsStoredItselfAndDeletedWithTheBag) {
+    int destroyed = 0;
+    {
+        PropertyHolder bag;
+        auto* property = new CountedProperty(destroyed, 1);
+        EXPECT_TRUE(bag.adoptProperty(L"key", property));
+        EXPECT_EQ(bag.getProperty(L"key"), property);
+        EXPECT_EQ(destroyed, 0);
+    }
+    EXPECT_EQ(destroyed, 1);
+}
+
+TEST(PropertyHolderTest, AdoptingUnderAPresentKeyGivesItANewSymbol) {
+    OpenHolder bag;
+    bag.setInt(L"key", 1);
+    const int before = bag.symbolOf(L"key");
+
+    bag.setInt(L"key", 2);
+
+    EXPECT_EQ(before, 2);
+    EXPECT_EQ(bag.symbolOf(L"key"), 3);
+}
+
+TEST(PropertyHolderTest, SetPropertyUnderAPresentKeyKeepsItsSymbol) {
+    OpenHolder bag;
+    bag.setInt(L"key", 1);
+    const int before = bag.symbolOf(L"key");
+    const AnyProperty other(2.5);
+
+    EXPECT_TRUE(bag.setProperty(L"key", &other));
+
+    EXPECT_EQ(bag.symbolOf(L"key"), before);
+    EXPECT_EQ(bag.getInt(L"key", 0), 2);
+}
+
+TEST(PropertyHolderTest, SetPropertyDeletesTheReplacedOne) {
+    int destroyed = 0;
+    PropertyHolder bag;
+    bag.adoptProperty(L"key", new CountedProperty(destroyed, 1));
+
+    bag.setProperty(L"key", &NullProperty::instance());
+
+    EXPECT_EQ(destroyed, 1);
+}
+
+TEST(PropertyHolderTest, SetPropertyLeavesTheSourceWithItsHolder) {
+    PropertyHolder source;
+    source.setString(L"key", "text");
+    {
+        PropertyHolder copy;
+        EXPECT_TRUE(copy.setProperty(L"other", source.getProperty(L"key")));
+        EXPECT_NE(copy.getProperty(L"other"), source.getProperty(L"key"));
+        EXPECT_EQ(copy.getString(L"other", ""), "text");
+    }
+    EXPECT_EQ(source.getString(L"key", ""), "text");
+}
+
+TEST(PropertyHolderTest, CopiedTextStaysWhenItsSourceGoes) {
+    PropertyHolder copy;
+    {
+        PropertyHolder source;
+        source.setWString(L"key", L"text");
+        copy.setProperty(L"key", source.getProperty(L"key"));
+    }
+    EXPECT_EQ(copy.getString(L"key", ""), "text");
+}
+
+TEST(PropertyHolderTest, NullPropertyPointersAreRefused) {
+    PropertyHolder bag;
+    bag.setInt(L"key", 1);
+
+    EXPECT_FALSE(bag.adoptProperty(L"key", nullptr));
+    EXPECT_FALSE(bag.setPropertyAndDelete(L"key", nullptr));
+    EXPECT_FALSE(bag.setProperty(L"key", nullptr));
+    EXPECT_EQ(bag.getInt(L"key", 0), 1);
+}
+
+TEST(PropertyHolderTest, SetPropertyAndDeleteStoresACloneAndDestroysItsArgument) {
+    int destroyed = 0;
+    PropertyHolder bag;
+
+    EXPECT_TRUE(bag.setPropertyAndDelete(L"key", new CountedProperty(destroyed, 7)));
+
+    EXPECT_EQ(destroyed, 1);
+    EXPECT_EQ(bag.getInt(L"key", 0), 7);
+}
+
+TEST(PropertyHolderTest, RemovedPropertyIsDeletedAndItsKeyAbsent) {
+    int destroyed = 0;
+    PropertyHolder bag;
+    bag.adoptProperty(L"key", new CountedProperty(destroyed, 1));
+
+    EXPECT_TRUE(bag.removeProperty(L"key"));
+
+    EXPECT_EQ(destroyed, 1);
+    EXPECT_FALSE(bag.hasProperty(L"key"));
+}
+
+TEST(PropertyHolderTest, RemovingAnAbsentKeyAnswersFalse) {
+    PropertyHolder bag;
+
+    EXPECT_FALSE(bag.removeProperty(L"key"));
+    EXPECT_FALSE(bag.removeProperty("key"));
+}
+
+TEST(PropertyHolderTest, NarrowAndWideKeyAddressTheSameEntry) {
+    PropertyHolder bag;
+    const AnyProperty word(std::uint64_t{3});
+    std::uint64_t bytes = 0;
+
+    EXPECT_TRUE(bag.setPointer("pointer", &bag));
+    EXPECT_TRUE(bag.setInt("int", 5));
+    EXPECT_TRUE(bag.setOpaque("opaque", "abc", 3));
+    EXPECT_TRUE(bag.setWString("wide", L"w"));
+    EXPECT_TRUE(bag.setString("narrow", "n"));
+    EXPECT_TRUE(bag.setProperty("property", &word));
+
+    EXPECT_EQ(bag.getPointer(L"pointer", nullptr), &bag);
+    EXPECT_EQ(bag.getPointer("pointer", nullptr), &bag);
+    EXPECT_EQ(bag.getInt(L"int", 0), 5);
+    EXPECT_EQ(bag.getInt("int", 0), 5);
+    EXPECT_EQ(bag.getOpaque("opaque", &bytes, nullptr), bag.getOpaque(L"opaque", &bytes, nullptr));
+    EXPECT_EQ(bag.getString(L"wide", ""), "w");
+    EXPECT_EQ(bag.getString("narrow", ""), "n");
+    EXPECT_EQ(bag.getProperty("property"), bag.getProperty(L"property"));
+    EXPECT_TRUE(bag.hasProperty("int"));
+    EXPECT_TRUE(bag.removeProperty("int"));
+    EXPECT_FALSE(bag.hasProperty(L"int"));
+}
+
+TEST(PropertyHolderTest, LongNarrowKeyAddressesTheSameEntry) {
+    PropertyHolder bag;
+    const std::string narrowKey(500, 'k');
+    const std::wstring wideKey(500, L'k');
+
+    bag.setInt(narrowKey.c_str(), 5);
+
+    EXPECT_EQ(bag.getInt(wideKey.c_str(), 0), 5);
+}
+
+TEST(PropertyHolderTest, NarrowKeyWithLettersOfTheCodePageAddressesTheSameEntry) {
+    PropertyHolder bag;
+
+    bag.setInt("Gr\xF6\xDF\x65", 5);
+
+    EXPECT_EQ(bag.getInt(L"Gr\u00F6\u00DFe", 0), 5);
+}
+
+TEST(PropertyHolderTest, TextAsLongAsItIsIsStored) {
+    PropertyHolder bag;
+    const std::string text(100000, 'x');
+
+    bag.setString(L"key", text.c_str());
+
+    EXPECT_EQ(bag.getString(L"key", ""), text);
+}
+
+TEST(PropertyHolderTest, BagDeletesEveryPropertyThatItHolds) {
+    int destroyed = 0;
+    {
+        PropertyHolder bag;
+        for (int number = 0; number < 20; ++number) {
+            bag.adoptProperty(std::to_wstring(number).c_str(), new CountedProperty(destroyed, 1));
+        }
+    }
+    EXPECT_EQ(destroyed, 20);
+}
