@@ -37,11 +37,13 @@ def check_tables(tables):
     seen = {}
     for table in tables:
         if table.language in seen:
-            problems.append(f"{table.name}: language {table.language} is in {seen[table.language]} too")
+            other = seen[table.language]
+            problems.append(f"{table.name}: language {table.language} is in {other} too")
         seen[table.language] = table.name
         problems += check_table(table)
     if text_rules.ENGLISH not in seen:
-        problems.append(f"language {text_rules.ENGLISH} is missing: every other one falls back to it")
+        missing = text_rules.ENGLISH
+        problems.append(f"language {missing} is missing: every other one falls back to it")
     return problems
 
 
@@ -59,12 +61,18 @@ def check_table(table):
         elif text == "":
             problems.append((text_id, "empty"))
         else:
-            checks = (blanks, placeholders, length, lines, keys)
-            problems += [(text_id, found) for check in checks for found in check(table, text_id, text, rule)]
-            if table.language == text_rules.ENGLISH:
-                problems += [(text_id, found) for found in forbidden_words(text)]
+            problems += [(text_id, found) for found in check_text(table, text_id, text, rule)]
     problems += snooze_entries(table) + free_keys(table)
-    return [f"{table.name}: language {table.language}, id {text_id}: {what}" for text_id, what in problems]
+    where = f"{table.name}: language {table.language}"
+    return [f"{where}, id {text_id}: {what}" for text_id, what in problems]
+
+
+def check_text(table, text_id, text, rule):
+    """What is wrong with one text that is not empty."""
+    for check in (blanks, placeholders, length, lines, keys):
+        yield from check(table, text_id, text, rule)
+    if table.language == text_rules.ENGLISH:
+        yield from forbidden_words(text)
 
 
 def blanks(_table, text_id, text, _rule):
@@ -83,15 +91,15 @@ def placeholders(_table, _text_id, text, rule):
 
 
 def length(table, text_id, text, rule):
-    units = utf16_units(text.replace("%s", "")) + text.count("%s") * argument_units(table, text_id)
+    inserted = text.count("%s") * argument_units(table, text_id)
+    units = utf16_units(text.replace("%s", "")) + inserted
     if units > rule.limit:
         yield f"{units} UTF-16 units once formatted, the limit is {rule.limit}"
 
 
 def argument_units(table, text_id):
     """The greatest length of one argument of the text in this language."""
-    substitutes = {154: text_rules.MEDIA_IDS, 130: (text_rules.NOT_KNOWN,), 223: (text_rules.NOT_KNOWN,)}
-    texts = [table.texts.get(other, "") for other in substitutes.get(text_id, ())]
+    texts = [table.texts.get(other, "") for other in text_rules.ARGUMENT_TEXTS.get(text_id, ())]
     return max([text_rules.ARGUMENT_UNITS.get(text_id, 0)] + [utf16_units(text) for text in texts])
 
 

@@ -6,6 +6,7 @@
 // name starts with a number has the text of that number looked up by accident. Bitmaps, icons,
 // templates and controls count in name spaces of their own: ui/resource_ids.h. Five-digit numbers
 // in the comments are the printer's status codes.
+// clang-format off
 
 // Title and buttons: the frame of every alert
 #define IDS_TITLE                            107  // window title; one %s, the printer name
@@ -170,3 +171,4 @@
 #define IDS_NAME_SUPPLIES_PICTURE            370  // picture 136
 #define IDS_NAME_NEEDS_ATTENTION             371  // condition icon 137
 #define IDS_NAME_NOT_QV_CARTRIDGE            372  // condition icon 137, not a QV cartridge
+// clang-format on

@@ -65,7 +65,8 @@ def read_ids(folder):
 
 def read_tables(folder, ids):
     """Every language's table, ordered by language id."""
-    tables = [parse_table(_read(path), ids, path.name) for path in sorted(Path(folder).glob("*.rc"))]
+    paths = sorted(Path(folder).glob("*.rc"))
+    tables = [parse_table(_read(path), ids, path.name) for path in paths]
     return sorted(tables, key=lambda table: table.language)
 
 
@@ -81,7 +82,7 @@ def _read(path):
 
 
 def _unescape(literal):
-    """The text between the quotes with its escapes resolved; raises ValueError at an unknown one."""
+    """The text between the quotes, its escapes resolved; ValueError at an unknown one."""
 
     def replace(found):
         if found[0] not in ESCAPED:

@@ -10,7 +10,7 @@ from collections import namedtuple
 # placeholders: how many "%s" it has. limit: greatest length in UTF-16 units once they are filled.
 Rule = namedtuple("Rule", "roles placeholders limit")
 
-FIRST_ID = 107  # "107-A" as a printer's name loads text 107 by accident; smaller numbers load nothing
+FIRST_ID = 107  # a printer called "12th floor" has text 12 looked up: there must be none
 
 # Longest arguments, in UTF-16 units, that the monitor inserts. The media name and the text for an
 # unknown value are texts themselves: a longer one in a language counts with its own length.
@@ -23,7 +23,6 @@ ARGUMENT_UNITS = {
     154: MEDIA_NAME_UNITS,
     223: PART_NUMBER_UNITS,
 }
-NOT_KNOWN = 364  # takes the place of the argument of 130 and 223
 
 # Keys that the dialog procedures know by letter: they do not follow the translation.
 KEY_LETTERS = {156: "O", 158: "C", 218: "R", 247: "H", 248: "U"}
@@ -208,3 +207,6 @@ def _rules(rows):
 
 RULES = _rules(_ROWS)
 MEDIA_IDS = tuple(text_id for text_id, rule in RULES.items() if "media" in rule.roles)
+NOT_KNOWN = 364
+# Texts of the same language that are inserted into a text.
+ARGUMENT_TEXTS = {130: (NOT_KNOWN,), 154: MEDIA_IDS, 223: (NOT_KNOWN,)}
