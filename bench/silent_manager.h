@@ -1,0 +1,22 @@
+#pragma once
+
+#include "tern/abstract_instance_manager.h"
+
+#include <functional>
+
+namespace bench {
+
+// An instance manager without registry and windows; its idle turns do what the benchmark wants.
+class SilentManager : public tern::AbstractInstanceManager {
+public:
+    explicit SilentManager(tern::EventBroker* broker = nullptr) noexcept
+        : AbstractInstanceManager(nullptr, broker) {}
+
+    void pumpsWith(std::function<void()> idle) { _idle = std::move(idle); }
+    void pumpOnce() override { _idle(); }
+
+private:
+    std::function<void()> _idle;
+};
+
+}  // namespace bench
