@@ -173,7 +173,8 @@ bool Device::getPage(NativeHandle device, std::string_view path, char* buffer, s
     const std::string& page = found->second;
     const std::size_t copied = std::min<std::size_t>(page.size(), bytes);
     if (copied != 0) std::memcpy(buffer, page.data(), copied);
-    received = _state.claimedLength.value_or(static_cast<std::uint32_t>(copied));
+    // A page that does not fit tells its whole length, as a library does that cannot hand it over.
+    received = _state.claimedLength.value_or(static_cast<std::uint32_t>(page.size()));
     return true;
 }
 
