@@ -1,0 +1,124 @@
+#include "platform/thread.h"
+
+#include "platform/lock.h"
+
+#include <gtest/gtest.h>
+#include <atomic>
+
+namespace {
+
+using platform::kNoTimeout;
+
+// A thread that runs until it is let go, and then answers with a number.
+class ThreadTest : public testing::Test {
+protected:
+    static constexpr std::uint32_t kAnswer = 42;
+    static constexpr std::uint32_t kTimedOut = 258;
+    static constexpr std::uint32_t kFailed = 0xFFFFFFFF;
+
+    static std::uint32_t run(void* parameter) {
+        auto* const self = static_cast<ThreadTest*>(parameter);
+        self->_idInside = platform::currentThreadId();
+        self->_gate.lock();
+        self->_gate.unlock();
+        return kAnswer;
+    }
+
+    void SetUp() override { _gate.lock(); }
+    void start() { _thread = platform::startThread(&ThreadTest::run, this, _id); }
+    void letGo() {
+        _gate.unlock();
+        ASSERT_EQ(platform::waitForThread(_thread, kNoTimeout), 0U);
+    }
+    void TearDown() override { platform::closeThread(_thread); }
+
+    platform::CriticalSection _gate;
+    platform::NativeHandle _thread = nullptr;
+    std::uint32_t _id = 0;
+    std::uint32_t _idInside = 0;
+};
+
+TEST_F(ThreadTest, ItRunsBesideItsCreator) {
+    start();
+
+    ASSERT_NE(_thread, nullptr);
+    EXPECT_EQ(platform::waitForThread(_thread, 0), kTimedOut);
+    letGo();
+}
+
+TEST_F(ThreadTest, ItsExitCodeIsStillActiveUntilItEnds) {
+    start();
+
+    std::uint32_t code = 0;
+    EXPECT_TRUE(platform::threadExitCode(_thread, code));
+    EXPECT_EQ(code, platform::kStillActive);
+    letGo();
+}
+
+TEST_F(ThreadTest, ItsExitCodeIsWhatTheProcedureReturned) {
+    start();
+    letGo();
+
+    std::uint32_t code = 0;
+    EXPECT_TRUE(platform::threadExitCode(_thread, code));
+    EXPECT_EQ(code, kAnswer);
+}
+
+TEST_F(ThreadTest, TheIdIsTheOneThatTheThreadHas) {
+    start();
+    letGo();
+
+    EXPECT_NE(_id, 0U);
+    EXPECT_EQ(_id, _idInside);
+    EXPECT_NE(_id, platform::currentThreadId());
+}
+
+TEST_F(ThreadTest, AnEndedThreadCanBeWaitedForAgain) {
+    start();
+    letGo();
+
+    EXPECT_EQ(platform::waitForThread(_thread, 0), 0U);
+    EXPECT_EQ(platform::waitForThread(_thread, kNoTimeout), 0U);
+}
+
+// What a thread without a handle touches must outlive its test.
+struct Forgotten {
+    platform::CriticalSection gate;
+    std::atomic<bool> hasPassed{false};
+    static std::uint32_t run(void* parameter) {
+        auto* const self = static_cast<Forgotten*>(parameter);
+        self->gate.lock();
+        self->gate.unlock();
+        self->hasPassed = true;
+        return 0;
+    }
+};
+
+TEST(ForgottenThreadTest, AClosedHandleDoesNotStopTheThread) {
+    static Forgotten forgotten;
+    forgotten.gate.lock();
+    std::uint32_t id = 0;
+
+    platform::closeThread(platform::startThread(&Forgotten::run, &forgotten, id));
+    forgotten.gate.unlock();
+
+    for (int ms = 0; !forgotten.hasPassed && ms < 10'000; ++ms)
+        platform::sleepFor(1);
+    EXPECT_TRUE(forgotten.hasPassed);
+}
+
+TEST_F(ThreadTest, WithoutAHandleNothingIsToldAndNothingBreaks) {
+    std::uint32_t code = 7;
+
+    EXPECT_FALSE(platform::threadExitCode(nullptr, code));
+    EXPECT_EQ(code, 7U);
+    EXPECT_EQ(platform::waitForThread(nullptr, kNoTimeout), kFailed);
+    platform::closeThread(nullptr);
+    _gate.unlock();
+}
+
+TEST(SleepTest, ItEndsWithoutASignal) {
+    platform::sleepFor(1);
+}
+
+}  // namespace
