@@ -7,6 +7,7 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 
 set(BEAMLINE_SANITIZER "" CACHE STRING "Sanitizer of a native build: empty, address or thread")
 option(BEAMLINE_COVERAGE "Count executed lines and branches" OFF)
+option(BEAMLINE_WINDOWS_UBSAN "Stop a Windows build at undefined behaviour" OFF)
 
 find_program(BEAMLINE_CCACHE ccache)
 if(BEAMLINE_CCACHE)
@@ -53,3 +54,11 @@ function(add_layer name)
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
   target_link_libraries(${name} PRIVATE project_warnings)
 endfunction()
+
+# mingw-w64 has no run-time library for this sanitizer, so everything links ours.
+if(WIN32 AND BEAMLINE_WINDOWS_UBSAN)
+  add_compile_options(-g -fsanitize=undefined -fno-sanitize=vptr)
+  add_library(ubsan_windows STATIC ${PROJECT_SOURCE_DIR}/tests/support/ubsan_windows.cpp)
+  target_compile_options(ubsan_windows PRIVATE -fno-sanitize=all)
+  link_libraries(ubsan_windows)
+endif()

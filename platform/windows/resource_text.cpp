@@ -2,6 +2,7 @@
 
 #include <windows.h>
 #include <cstddef>
+#include <limits>
 #include <string_view>
 
 namespace platform {
@@ -12,7 +13,8 @@ constexpr std::uint32_t kTextsPerBlock = 16;
 // The resource of the block that holds `id`. Primary language 0 would let the system choose.
 HRSRC findBlock(HMODULE module, std::uint32_t id, LanguageId language) noexcept {
     if (module == nullptr || PRIMARYLANGID(language) == LANG_NEUTRAL) return nullptr;
-    const auto block = static_cast<WORD>(id / kTextsPerBlock + 1);
+    const std::uint32_t block = id / kTextsPerBlock + 1;
+    if (block > std::numeric_limits<WORD>::max()) return nullptr;  // numbers of resources end here
     return ::FindResourceExW(module, RT_STRING, MAKEINTRESOURCEW(block), language);
 }
 

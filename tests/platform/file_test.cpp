@@ -73,31 +73,4 @@ TEST_F(FileTest, AMissingFileIsNotCopied) {
     EXPECT_FALSE(platform::copyFile(pathOf("never made").c_str(), pathOf("to.txt").c_str()));
 }
 
-TEST_F(FileTest, AReadOnlyFileIsNeitherWrittenNorCopiedOver) {
-    const std::string from = pathOf("writable.txt");
-    const std::string kept = pathOf("kept.txt");
-    ASSERT_TRUE(platform::writeFile(from.c_str(), "new"));
-    ASSERT_TRUE(platform::writeFile(kept.c_str(), "kept"));
-    contract::makeReadOnly(kept);
-
-    EXPECT_FALSE(platform::writeFile(kept.c_str(), "new"));
-    EXPECT_FALSE(platform::copyFile(from.c_str(), kept.c_str()));
-
-    EXPECT_EQ(contentOf(kept), "kept");
-    contract::makeWritable(kept);
-}
-
-TEST_F(FileTest, TheCopyOfAReadOnlyFileIsReadOnlyToo) {
-    const std::string from = pathOf("template.txt");
-    const std::string to = pathOf("copy of template.txt");
-    ASSERT_TRUE(platform::writeFile(from.c_str(), "template"));
-    contract::makeReadOnly(from);
-
-    ASSERT_TRUE(platform::copyFile(from.c_str(), to.c_str()));
-
-    EXPECT_FALSE(platform::writeFile(to.c_str(), "rewritten"));
-    contract::makeWritable(from);
-    contract::makeWritable(to);
-}
-
 }  // namespace

@@ -39,8 +39,6 @@ void addPrinter(const wchar_t* name, const wchar_t* value, std::string_view byte
 
 // A folder for files of this test program, without a separator at its end.
 [[nodiscard]] std::string temporaryFolder();
-void makeReadOnly(const std::string& path);
-void makeWritable(const std::string& path);
 
 // The library of contract_texts.rc, or its like.
 inline constexpr wchar_t kTextLibrary[] = L"contract_texts.dll";

@@ -46,15 +46,6 @@ std::string temporaryFolder() {
     return "C:\\Temp";
 }
 
-void makeReadOnly(const std::string& path) {
-    world().files.put(path, world().files.content(path).value(),
-                      platform::simulated::Files::Access::ReadOnly);
-}
-
-void makeWritable(const std::string& path) {
-    world().files.put(path, world().files.content(path).value());
-}
-
 void provideTexts() {
     auto& texts = world().texts;
     const auto library = texts.addModule(kTextLibrary);

@@ -119,14 +119,6 @@ std::string temporaryFolder() {
     return folder;
 }
 
-void makeReadOnly(const std::string& path) {
-    ::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY);
-}
-
-void makeWritable(const std::string& path) {
-    ::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-}
-
 void provideTexts() {}  // the library stands beside this program
 
 const wchar_t* knownLibrary() {

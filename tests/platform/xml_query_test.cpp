@@ -11,8 +11,9 @@ namespace {
 std::string query(std::string_view document, const char* path) {
     std::string out = "before";
     const bool isFound = platform::queryXml(document, path, out);
-    if (!isFound) EXPECT_EQ(out, "");
-    return isFound ? out : "-";
+    if (isFound) return out;
+    EXPECT_EQ(out, "");
+    return "-";
 }
 
 constexpr std::string_view kPage =
@@ -70,11 +71,6 @@ TEST(XmlQueryTest, AMalformedDocumentHasNoNodes) {
           "<1/>", "<a x='<'/>", "<a><!-- open</a>", "<a><![CDATA[open</a>", "<a>& </a>"}) {
         EXPECT_EQ(query(document, "//a"), "-") << document;
     }
-}
-
-TEST(XmlQueryTest, APathThatIsNoneFindsNothing) {
-    EXPECT_EQ(query("<a/>", "//"), "-");
-    EXPECT_EQ(query("<a/>", "//a["), "-");
 }
 
 TEST(XmlQueryTest, ADocumentThatNamesAFileGetsNothingOfIt) {
