@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace printpath {
+
+// Keys that are no letter or digit.
+enum class NamedKey { None, Enter, Escape, Tab, Space, Up, Down, Left, Right, Home, End, F4 };
+
+struct KeyPress {
+    bool shift = false;
+    bool control = false;
+    bool alt = false;
+    NamedKey named = NamedKey::None;
+    char character = 0;  // a letter or digit as written, when `named` is None
+};
+
+// Reads "o", "H", "esc", "shift+tab", "alt+u"; nothing when it is no key.
+std::optional<KeyPress> parseKey(std::string_view text);
+
+}  // namespace printpath

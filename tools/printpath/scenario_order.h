@@ -1,0 +1,27 @@
+#pragma once
+
+#include "tools/printpath/scenario.h"
+
+#include <string>
+
+namespace printpath {
+
+// Checks that steps stand where they can be played: records only between "start" and "hang-up",
+// preparations only while no monitor runs, and so on.
+class ScenarioOrder {
+public:
+    // Takes the next step. Returns what is wrong with its place, or nothing.
+    std::string take(const Step& step);
+
+    // The same for the end of the scenario.
+    std::string atEnd() const;
+
+private:
+    bool _started = false;  // at least one "start" so far
+    bool _running = false;
+    bool _hungUp = false;
+    bool _pipe = true;
+    int _joined = 0;  // records that "together" still waits for
+};
+
+}  // namespace printpath

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "tools/printpath/scenario.h"
+
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace printpath {
+
+struct ScenarioError {
+    int line = 0;         // from 1
+    std::string message;  // what stood there and what was expected
+};
+
+// Limits that keep a wrong file from being taken for a scenario.
+inline constexpr std::size_t kMostScenarioBytes = 1024 * 1024;
+inline constexpr std::size_t kMostLineBytes = 16 * 1024;
+
+// Reads a whole scenario, or says what is wrong with its first wrong line. Needs nothing but the
+// text: files that steps name are not looked at.
+std::variant<Scenario, ScenarioError> parseScenario(std::string_view text);
+
+}  // namespace printpath
