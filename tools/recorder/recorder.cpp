@@ -1,0 +1,45 @@
+// recorder.exe KIND WHAT: stands in for the browser in tests. Appends the line "KIND WHAT" to the
+// file that the environment variable QVSM_RECORDER_FILE names, in UTF-8, and ends.
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <string>
+
+namespace {
+
+constexpr DWORD kPathUnits = 32768;
+constexpr int kArguments = 3;
+
+std::string utf8(const std::wstring& text) {
+    const int units = static_cast<int>(text.size());
+    const int bytes =
+        ::WideCharToMultiByte(CP_UTF8, 0, text.data(), units, nullptr, 0, nullptr, nullptr);
+    std::string result(static_cast<std::size_t>(bytes), '\0');
+    ::WideCharToMultiByte(CP_UTF8, 0, text.data(), units, result.data(), bytes, nullptr, nullptr);
+    return result;
+}
+
+bool appendLine(const wchar_t* path, const std::string& line) {
+    const HANDLE file = ::CreateFileW(path, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                      nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return false;
+    DWORD written = 0;
+    const BOOL ok =
+        ::WriteFile(file, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
+    ::CloseHandle(file);
+    return ok && written == line.size();
+}
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t*, int) {
+    int count = 0;
+    wchar_t** const arguments = ::CommandLineToArgvW(::GetCommandLineW(), &count);
+    if (arguments == nullptr || count < kArguments) return 1;
+    const std::wstring line = std::wstring(arguments[1]) + L" " + arguments[2] + L"\n";
+    ::LocalFree(arguments);
+    std::wstring path(kPathUnits, L'\0');
+    path.resize(::GetEnvironmentVariableW(L"QVSM_RECORDER_FILE", path.data(), kPathUnits));
+    return !path.empty() && appendLine(path.c_str(), utf8(line)) ? 0 : 1;
+}

@@ -1,0 +1,107 @@
+// rtqewsi.dll as the monitor knows it, with a folder of files in place of the printer. The entry
+// points that the monitor looks up but never calls refuse everything.
+#include "tools/simulated_device/device_folder.h"
+
+#include <windows.h>
+
+#include <cstring>
+#include <string>
+
+namespace {
+
+constexpr DWORD kOfflineError = ERROR_NOT_READY;
+
+std::string narrow(const wchar_t* text) {
+    if (text == nullptr) return "(null)";
+    const int bytes = ::WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
+    std::string result(static_cast<std::size_t>(bytes), '\0');
+    ::WideCharToMultiByte(CP_UTF8, 0, text, -1, result.data(), bytes, nullptr, nullptr);
+    result.resize(result.size() - 1);  // the NUL
+    return result;
+}
+
+// Devices are told apart by a number that is never 0 and never a real handle.
+HANDLE nextDevice() {
+    static LONG last = 0x7400;
+    return reinterpret_cast<HANDLE>(static_cast<LONG_PTR>(::InterlockedIncrement(&last)));
+}
+
+HANDLE openDevice(const std::string& port) {
+    const DeviceFolder folder;
+    folder.answerSlowly();
+    if (folder.offline()) {
+        folder.log("offline " + port);
+        ::SetLastError(kOfflineError);
+        return nullptr;
+    }
+    folder.log("open " + port);
+    return nextDevice();
+}
+
+}  // namespace
+
+extern "C" {
+
+__declspec(dllexport) HANDLE WINAPI OpenEWSPort_W(const wchar_t* port) {
+    return openDevice(narrow(port));
+}
+
+__declspec(dllexport) HANDLE WINAPI OpenEWSPort_A(const char* port) {
+    return openDevice(port == nullptr ? "(null)" : port);
+}
+
+__declspec(dllexport) HANDLE WINAPI OpenEWS_W(const wchar_t*) {
+    return nullptr;
+}
+__declspec(dllexport) HANDLE WINAPI OpenEWS_A(const char*) {
+    return nullptr;
+}
+
+__declspec(dllexport) BOOL WINAPI CloseEWS(HANDLE) {
+    DeviceFolder().log("close");
+    return TRUE;
+}
+
+__declspec(dllexport) DWORD WINAPI EWSLastError() {
+    return ::GetLastError();
+}
+
+__declspec(dllexport) BOOL WINAPI WriteEWS(HANDLE, const void*, DWORD, DWORD*) {
+    return FALSE;
+}
+__declspec(dllexport) BOOL WINAPI ReadEWS(HANDLE, void*, DWORD, DWORD*) {
+    return FALSE;
+}
+__declspec(dllexport) BOOL WINAPI WriteReadEWS(HANDLE, const void*, DWORD, void*, DWORD, DWORD*) {
+    return FALSE;
+}
+
+__declspec(dllexport) BOOL WINAPI
+    GetPage(HANDLE device, const char* path, void*, char* buffer, DWORD size, DWORD* received) {
+    const DeviceFolder folder;
+    const std::string name = path == nullptr ? "(null)" : path;
+    folder.answerSlowly();
+    std::string page;
+    if (device == nullptr || folder.offline() || !folder.readPage(name, page)) {
+        folder.log("no-page " + name);
+        return FALSE;
+    }
+    if (page.size() > size) {
+        folder.log("page-too-large " + name);
+        return FALSE;
+    }
+    std::memcpy(buffer, page.data(), page.size());
+    *received = static_cast<DWORD>(page.size());
+    folder.log("page " + name);
+    return TRUE;
+}
+
+__declspec(dllexport) BOOL WINAPI PushLedmButtonW(HANDLE device, const wchar_t* button) {
+    const DeviceFolder folder;
+    folder.answerSlowly();
+    if (device == nullptr || folder.offline()) return FALSE;
+    folder.log("button " + narrow(button));
+    return TRUE;
+}
+
+}  // extern "C"
