@@ -1,0 +1,140 @@
+// Stands in for the monitor where printpath itself is tested: connects to the pipe, shows a dialog
+// for a status, and misbehaves when a record tells it to.
+#include "ui/resource_ids.h"
+
+#include <windows.h>
+
+#include <cstdint>
+#include <cstring>
+#include <cwchar>
+#include <string>
+
+namespace {
+
+constexpr std::size_t kHeaderBytes = 20;
+constexpr DWORD kIdleMs = 20;
+constexpr DWORD kForeverMs = INFINITE;
+constexpr int kSnoozes = 9;
+constexpr std::uint32_t kStatusClass = 2;
+constexpr std::uint32_t kStatusSubcode = 3;
+constexpr std::uint32_t kJobClass = 0;
+constexpr std::uint32_t kDocumentEnd = 4;
+
+// What a status makes the double do.
+constexpr std::uint32_t kShow = 41100;
+constexpr std::uint32_t kCrash = 900001;
+constexpr std::uint32_t kStopReading = 900002;
+constexpr std::uint32_t kEndWithSeven = 900003;
+constexpr std::uint32_t kNeverEnd = 900004;
+constexpr int kOddExitCode = 7;
+
+bool neverEnd = false;
+bool finished = false;
+
+INT_PTR CALLBACK procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM) {
+    switch (message) {
+        case WM_INITDIALOG:
+            ::SetDlgItemTextW(dialog, IDC_ALERT_HEADLINE, L"The printer is out of paper.");
+            for (int i = 0; i < kSnoozes; ++i)
+                ::SendDlgItemMessageW(dialog, IDC_SNOOZE_CHOICE, CB_ADDSTRING, 0,
+                                      reinterpret_cast<LPARAM>(L"entry"));
+            return TRUE;
+        case WM_COMMAND:
+            if (LOWORD(wParam) == IDC_ALERT_OK) ::DestroyWindow(dialog);
+            if (LOWORD(wParam) == IDC_SNOOZE_CHOICE && HIWORD(wParam) == CBN_SELCHANGE)
+                ::ShowWindow(::GetDlgItem(dialog, IDC_ALERT_DETAIL), SW_SHOW);
+            if (LOWORD(wParam) == IDC_ALERT_HELP)
+                ::MessageBoxW(dialog, L"Load paper.", L"Double", MB_OK);
+            return TRUE;
+        case WM_CHAR:
+        case WM_CLOSE:
+            ::DestroyWindow(dialog);
+            return TRUE;
+        default:
+            return FALSE;
+    }
+}
+
+void showDialog() {
+    const HWND dialog = ::CreateDialogParamW(::GetModuleHandleW(nullptr),
+                                             MAKEINTRESOURCEW(IDD_ALERT), nullptr, procedure, 0);
+    ::SetWindowPos(dialog, nullptr, 100, 100, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    ::ShowWindow(dialog, SW_SHOW);
+}
+
+void onStatus(std::uint32_t status) {
+    if (status == kShow) showDialog();
+    if (status == kCrash)
+        ::RaiseException(static_cast<DWORD>(EXCEPTION_ACCESS_VIOLATION), 0, 0, nullptr);
+    if (status == kStopReading) ::Sleep(kForeverMs);
+    if (status == kEndWithSeven) ::ExitProcess(kOddExitCode);
+    if (status == kNeverEnd) neverEnd = true;
+}
+
+class Reader {
+public:
+    explicit Reader(HANDLE pipe) : _pipe(pipe) {}
+
+    // Takes what is there; false when the pipe has gone.
+    bool poll() {
+        DWORD waiting = 0;
+        if (!::PeekNamedPipe(_pipe, nullptr, 0, nullptr, &waiting, nullptr)) return false;
+        if (waiting == 0) return true;
+        std::string chunk(waiting, '\0');
+        DWORD count = 0;
+        ::ReadFile(_pipe, chunk.data(), waiting, &count, nullptr);
+        _bytes.append(chunk, 0, count);
+        while (takeRecord()) {
+        }
+        return true;
+    }
+
+private:
+    std::uint32_t numberAt(std::size_t at) const {
+        std::uint32_t number = 0;
+        std::memcpy(&number, _bytes.data() + at, sizeof number);
+        return number;
+    }
+
+    bool takeRecord() {
+        if (_bytes.size() < kHeaderBytes) return false;
+        const std::size_t length = numberAt(16);
+        if (_bytes.size() < kHeaderBytes + length) return false;
+        const std::uint32_t recordClass = numberAt(4);
+        const std::uint32_t subcode = numberAt(8);
+        const std::uint32_t first = length >= 4 ? numberAt(kHeaderBytes) : 0;
+        _bytes.erase(0, kHeaderBytes + length);
+        if (recordClass == kJobClass && subcode == kDocumentEnd) finished = !neverEnd;
+        if (recordClass == kStatusClass && subcode == kStatusSubcode) onStatus(first);
+        return true;
+    }
+
+    HANDLE _pipe;
+    std::string _bytes;
+};
+
+void pump() {
+    MSG message{};
+    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        ::TranslateMessage(&message);
+        ::DispatchMessageW(&message);
+    }
+}
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t* commandLine, int) {
+    const std::wstring key = L"inputPipe=";
+    std::wstring name = commandLine;
+    name = name.substr(name.find(key) + key.size());
+    name = L"\\\\.\\pipe\\" + name.substr(0, name.find(L' '));
+    const HANDLE pipe =
+        ::CreateFileW(name.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    Reader reader(pipe);
+    while (!finished) {
+        pump();
+        if (!reader.poll() && !neverEnd) break;
+        ::Sleep(kIdleMs);
+    }
+    return 0;
+}

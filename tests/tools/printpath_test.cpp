@@ -1,0 +1,276 @@
+// printpath.exe against a double of the monitor that can be told to misbehave.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kAsExpected = 0;
+constexpr int kNotAsExpected = 1;
+constexpr int kUnusable = 2;
+constexpr int kCrashed = 3;
+constexpr int kHung = 4;
+constexpr DWORD kPatienceMs = 60000;
+
+// The build's paths are those of the machine; Wine shows them below its drive Z.
+fs::path windowsPath(const std::string& path) {
+    return fs::path("Z:" + path).make_preferred();
+}
+
+std::string contents(const fs::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+class PrintpathTest : public testing::Test {
+protected:
+    PrintpathTest() {
+        _folder = fs::temp_directory_path() /
+                  ("printpath-test-" + std::to_string(::GetCurrentProcessId()));
+        fs::create_directories(_folder);
+    }
+    ~PrintpathTest() override {
+        std::error_code ignored;
+        fs::remove_all(_folder, ignored);
+    }
+
+    // Plays these lines and gives back printpath's exit code; what it printed is in `output`.
+    int play(const std::string& lines, const std::wstring& options = L"--timeout 2") {
+        const fs::path scenario = _folder / "scenario.txt";
+        std::ofstream(scenario, std::ios::binary) << lines;
+        return run(L"--monitor \"" + windowsPath(MONITOR_DOUBLE).wstring() + L"\" --pictures \"" +
+                   _folder.wstring() + L"\" " + options + L" \"" + scenario.wstring() + L"\"");
+    }
+
+    int run(const std::wstring& arguments) {
+        const fs::path log = _folder / "output.txt";
+        SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
+        const HANDLE out = ::CreateFileW(log.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit,
+                                         CREATE_ALWAYS, 0, nullptr);
+        STARTUPINFOW startup{};
+        startup.cb = sizeof startup;
+        startup.dwFlags = STARTF_USESTDHANDLES;
+        startup.hStdOutput = startup.hStdError = out;
+        std::wstring line = L"\"" + windowsPath(PRINTPATH_PROGRAM).wstring() + L"\" " + arguments;
+        PROCESS_INFORMATION process{};
+        EXPECT_TRUE(::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                                     nullptr, &startup, &process));
+        ::WaitForSingleObject(process.hProcess, kPatienceMs);
+        DWORD code = 0;
+        ::GetExitCodeProcess(process.hProcess, &code);
+        ::CloseHandle(process.hThread);
+        ::CloseHandle(process.hProcess);
+        ::CloseHandle(out);
+        output = contents(log);
+        return static_cast<int>(code);
+    }
+
+    bool printed(const std::string& text) const { return output.find(text) != std::string::npos; }
+
+    const fs::path& folder() const { return _folder; }
+
+    std::string output;
+
+private:
+    fs::path _folder;
+};
+
+TEST_F(PrintpathTest, AStoryThatGoesWellEndsWithZero) {
+    EXPECT_EQ(play("start\n"
+                   "status 41100\n"
+                   "wait-dialog \"out of paper\"\n"
+                   "expect-alerts 1\n"
+                   "expect-title \"Double - Printer alert\"\n"
+                   "expect-text headline \"The printer is out of paper.\"\n"
+                   "expect-text-with headline paper\n"
+                   "expect-visible ok\n"
+                   "expect-hidden detail\n"
+                   "expect-position 100 100\n"
+                   "screenshot alert\n"
+                   "press ok\n"
+                   "wait-no-dialog\n"
+                   "document-end 1\n"
+                   "expect-exit 0\n"),
+              kAsExpected)
+        << output;
+    EXPECT_TRUE(
+        printed("opened: dialog \"Double - Printer alert\": \"The printer is out of paper.\""));
+    EXPECT_TRUE(printed("closed: dialog"));
+    EXPECT_GT(fs::file_size(folder() / "alert.bmp"), 10000U);
+}
+
+TEST_F(PrintpathTest, TheUserChoosesClicksTypesAndReadsMessages) {
+    EXPECT_EQ(play("start\n"
+                   "status 41100\n"
+                   "wait-dialog \"out of paper\"\n"
+                   "choose 1-week\n"
+                   "expect-visible detail\n"
+                   "click help\n"
+                   "expect-message \"Load paper\" caption=Double\n"
+                   "dismiss-message\n"
+                   "expect-no-message\n"
+                   "post-key x\n"
+                   "wait-no-dialog\n"
+                   "status 41100\n"
+                   "wait-dialog \"out of paper\"\n"
+                   "close-dialog\n"
+                   "wait-alerts 0\n"
+                   "hang-up\n"
+                   "expect-exit 0\n"),
+              kAsExpected)
+        << output;
+}
+
+TEST_F(PrintpathTest, ACrashIsTold) {
+    EXPECT_EQ(play("start\nstatus 900001\nexpect-exit 0\n"), kCrashed) << output;
+    EXPECT_TRUE(printed("an access violation")) << output;
+}
+
+TEST_F(PrintpathTest, ACrashWhileADialogIsAwaitedIsTold) {
+    EXPECT_EQ(play("start\nstatus 900001\nwait-dialog paper\nexpect-exit 0\n"), kCrashed) << output;
+}
+
+TEST_F(PrintpathTest, AMonitorThatDoesNotEndHasHung) {
+    EXPECT_EQ(play("start\nstatus 900004\nhang-up\nexpect-exit 0\n"), kHung) << output;
+    EXPECT_TRUE(printed("did not end in 2000 ms")) << output;
+}
+
+TEST_F(PrintpathTest, AMonitorThatStopsReadingHasHung) {
+    EXPECT_EQ(play("start\nstatus 900002\npause 200\nstatus 1\nsettle\nexpect-exit 0\n"), kHung)
+        << output;
+    EXPECT_TRUE(printed("does not read its pipe")) << output;
+}
+
+TEST_F(PrintpathTest, AnotherExitCodeIsTold) {
+    EXPECT_EQ(play("start\nstatus 900003\nexpect-exit 0\n"), kNotAsExpected) << output;
+    EXPECT_TRUE(printed("the exit code is 7 (0x00000007), not 0")) << output;
+}
+
+TEST_F(PrintpathTest, AnExitCodeCanBeExpected) {
+    EXPECT_EQ(play("start\nstatus 900003\nexpect-exit 7\n"), kAsExpected) << output;
+}
+
+TEST_F(PrintpathTest, AnEarlyEndIsTold) {
+    EXPECT_EQ(play("start\nstatus 900003\nwait-dialog paper\nexpect-exit 0\n"), kNotAsExpected);
+    EXPECT_TRUE(printed("the monitor has ended, which nobody expected")) << output;
+}
+
+TEST_F(PrintpathTest, ADialogThatNeverComesFailsWithWhatWasAwaitedAndWhatIsOpen) {
+    EXPECT_EQ(play("start\nstatus 41100\nwait-dialog \"no such text\"\nexpect-exit 0\n"),
+              kNotAsExpected);
+    EXPECT_TRUE(
+        printed("scenario.txt:3: wait-dialog: waited 2000 ms for a dialog that shows "
+                "\"no such text\"; open: dialog \"Double - Printer alert\""))
+        << output;
+}
+
+TEST_F(PrintpathTest, EveryExpectationFailsWhenItIsNotMet) {
+    const std::string shown = "start\nstatus 41100\nwait-dialog \"out of paper\"\n";
+    for (const char* wrong : {"expect-alerts 2",
+                              "expect-alerts 0",
+                              "expect-title Other",
+                              "expect-text headline paper",
+                              "expect-text-with headline toner",
+                              "expect-visible detail",
+                              "expect-hidden ok",
+                              "expect-position 120 120",
+                              "expect-message x within=1",
+                              "dismiss-message",
+                              "wait-no-dialog within=1",
+                              "wait-alerts 2 within=1",
+                              "press detail",
+                              "press shop",
+                              "press 999",
+                              "choose never\nexpect-hidden detail",
+                              "expect-trace nothing within=1",
+                              "expect-current-cartridge 5 within=1",
+                              "expect-cartridge 5 within=1",
+                              "press help\nexpect-message \"Load paper\"\nexpect-no-message",
+                              "expect-message other within=1"})
+        EXPECT_EQ(play(shown + wrong + "\nexpect-exit 0\n"), kNotAsExpected) << wrong << output;
+}
+
+TEST_F(PrintpathTest, AWrongLineIsNamedAndNothingIsStarted) {
+    EXPECT_EQ(play("start\nstatus 900001\nstatus seven\nexpect-exit 0\n"), kUnusable);
+    EXPECT_TRUE(
+        printed("scenario.txt:3: status: <status> must be a number from 0 to 4294967295, "
+                "not \"seven\""))
+        << output;
+    EXPECT_FALSE(printed("process")) << output;
+}
+
+TEST_F(PrintpathTest, WrongOptionsAreNamed) {
+    EXPECT_EQ(run(L"--sideways x.txt"), kUnusable);
+    EXPECT_TRUE(printed("there is no option \"--sideways\"")) << output;
+    EXPECT_EQ(run(L""), kUnusable);
+    EXPECT_TRUE(printed("no scenario is given")) << output;
+    EXPECT_EQ(run(L"--timeout 0 x.txt"), kUnusable);
+    EXPECT_EQ(run(L"--monitor"), kUnusable);
+    EXPECT_EQ(run(L"no-such-file.txt"), kUnusable);
+    EXPECT_TRUE(printed("could not be read")) << output;
+}
+
+TEST_F(PrintpathTest, AMonitorThatCannotBeStartedIsNamed) {
+    std::ofstream(folder() / "s.txt") << "start\nexpect-exit 0\n";
+    EXPECT_EQ(run(L"--monitor Z:\\none.exe \"" + (folder() / "s.txt").wstring() + L"\""),
+              kUnusable);
+    EXPECT_TRUE(printed("none.exe could not be started")) << output;
+}
+
+TEST_F(PrintpathTest, RecordsArriveInEveryWayOfWriting) {
+    for (const char* way : {"one-message", "header-and-body", "single-bytes", "chunks size=7"})
+        for (const wchar_t* options : {L"", L"--byte-mode"})
+            EXPECT_EQ(play(std::string("start\nwrite-as ") + way +
+                               "\nstatus 41100\nwait-dialog paper\ntogether 2\nstatus 1\n"
+                               "document-end 1\nexpect-exit 0\n",
+                           options),
+                      kAsExpected)
+                << way << output;
+}
+
+TEST_F(PrintpathTest, CartridgesAreRememberedAndFound) {
+    EXPECT_EQ(play("forget-cartridges\n"
+                   "known-cartridge 7 snooze-low=336 snooze-out=-1 flags=welcome,memory\n"
+                   "current-cartridge 7\n"
+                   "expect-current-cartridge 7\n"
+                   "expect-cartridge 7 snooze-low=336 snooze-very-low=0 snooze-out=0 "
+                   "flags=memory,welcome\n"
+                   "expect-no-cartridge 8\n"
+                   "start\nhang-up\nexpect-exit 0\n"),
+              kAsExpected)
+        << output;
+    for (const char* wrong :
+         {"expect-cartridge 7 snooze-low=335 within=1", "expect-cartridge 7 flags=none within=1",
+          "expect-cartridge 7 snooze-very-low=1 within=1", "expect-no-cartridge 7"})
+        EXPECT_EQ(play("known-cartridge 7 snooze-low=336 flags=welcome\n" + std::string(wrong) +
+                       "\nstart\nhang-up\nexpect-exit 0\n"),
+                  kNotAsExpected)
+            << wrong << output;
+}
+
+TEST_F(PrintpathTest, ThePrinterOfTheSpoolerExistsWhileTheScenarioRuns) {
+    EXPECT_EQ(play("spooler-printer \"Beamline Test\" alert-mask=5 status=1\n"
+                   "spooler-value \"Beamline Test\" AlertMask 2\n"
+                   "start\nhang-up\nexpect-exit 0\n"),
+              kAsExpected)
+        << output;
+    EXPECT_EQ(play("spooler-value \"Beamline Test\" AlertMask 2\n"
+                   "start\nhang-up\nexpect-exit 0\n"),
+              kUnusable)
+        << output;
+}
+
+TEST_F(PrintpathTest, HelpAndKeywordsArePrinted) {
+    EXPECT_EQ(run(L"--help"), kAsExpected);
+    EXPECT_TRUE(printed("--byte-mode")) << output;
+    EXPECT_EQ(run(L"--keywords"), kAsExpected);
+    EXPECT_TRUE(printed("wait-dialog\n")) << output;
+}
+
+}  // namespace

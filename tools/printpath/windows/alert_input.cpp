@@ -1,0 +1,169 @@
+#include "tools/printpath/windows/alert_input.h"
+
+#include "tools/printpath/windows/failure.h"
+#include "tools/printpath/windows/wide_text.h"
+
+#include <string>
+#include <vector>
+
+namespace printpath {
+
+namespace {
+
+constexpr UINT kAnswerMs = 5000;
+constexpr DWORD kRaiseMs = 150;  // for the window to come to the front
+constexpr int kClassUnits = 64;
+constexpr LPARAM kOnePress = 1;  // repeat count of a key message
+constexpr LPARAM kKeyReleased = 0xC0000001;
+
+struct KeyRow {
+    NamedKey key;
+    WORD code;
+};
+
+constexpr KeyRow kKeys[] = {
+    {NamedKey::Enter, VK_RETURN}, {NamedKey::Escape, VK_ESCAPE}, {NamedKey::Tab, VK_TAB},
+    {NamedKey::Space, VK_SPACE},  {NamedKey::Up, VK_UP},         {NamedKey::Down, VK_DOWN},
+    {NamedKey::Left, VK_LEFT},    {NamedKey::Right, VK_RIGHT},   {NamedKey::Home, VK_HOME},
+    {NamedKey::End, VK_END},      {NamedKey::F4, VK_F4},
+};
+
+std::string named(int id) {
+    return "control " + std::to_string(id);
+}
+
+void requireDialog(HWND dialog) {
+    if (dialog == nullptr) throw Failure("no dialog was waited for yet");
+    if (!::IsWindow(dialog) || !::IsWindowVisible(dialog))
+        throw Failure("the dialog is not open any more");
+}
+
+bool isStatic(HWND control) {
+    wchar_t name[kClassUnits] = {};
+    ::GetClassNameW(control, name, kClassUnits);
+    return ::lstrcmpiW(name, L"Static") == 0;
+}
+
+LRESULT ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    DWORD_PTR result = 0;
+    if (!::SendMessageTimeoutW(window, message, wParam, lParam, SMTO_ABORTIFHUNG, kAnswerMs,
+                               &result))
+        throw Failure("the monitor's window does not answer", Outcome::Hung);
+    return static_cast<LRESULT>(result);
+}
+
+WORD virtualKey(const KeyPress& key) {
+    for (const KeyRow& row : kKeys)
+        if (row.key == key.named) return row.code;
+    // Letters and digits have the code of the upper-case character.
+    const char c = key.character;
+    return static_cast<WORD>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
+}
+
+HWND focusOf(HWND dialog) {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    const DWORD thread = ::GetWindowThreadProcessId(dialog, nullptr);
+    const bool inside = ::GetGUIThreadInfo(thread, &info) && info.hwndFocus != nullptr &&
+                        ::IsChild(dialog, info.hwndFocus);
+    return inside ? info.hwndFocus : dialog;
+}
+
+INPUT keyInput(WORD code, bool down) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = code;
+    input.ki.dwFlags = down ? 0 : KEYEVENTF_KEYUP;
+    return input;
+}
+
+void send(std::vector<INPUT>& inputs) {
+    ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
+void raise(HWND dialog) {
+    ::SetForegroundWindow(dialog);
+    ::Sleep(kRaiseMs);
+}
+
+}  // namespace
+
+HWND existingControl(HWND dialog, int id) {
+    requireDialog(dialog);
+    const HWND control = ::GetDlgItem(dialog, id);
+    if (control == nullptr) throw Failure("the dialog has no " + named(id));
+    return control;
+}
+
+HWND usableControl(HWND dialog, int id) {
+    const HWND control = existingControl(dialog, id);
+    if (!::IsWindowVisible(control)) throw Failure(named(id) + " is hidden");
+    if (!::IsWindowEnabled(control)) throw Failure(named(id) + " is disabled");
+    return control;
+}
+
+void pressControl(HWND dialog, int id) {
+    const HWND control = usableControl(dialog, id);
+    if (isStatic(control))
+        ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(id, STN_CLICKED),
+                       reinterpret_cast<LPARAM>(control));
+    else
+        ::PostMessageW(control, BM_CLICK, 0, 0);  // posted: a message box would keep us waiting
+}
+
+void clickControl(HWND dialog, int id) {
+    const HWND control = usableControl(dialog, id);
+    raise(dialog);
+    RECT place{};
+    ::GetWindowRect(control, &place);
+    ::SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+    INPUT down{};
+    down.type = INPUT_MOUSE;
+    down.mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
+    INPUT up = down;
+    up.mi.dwFlags = MOUSEEVENTF_LEFTUP;
+    std::vector<INPUT> inputs{down, up};
+    send(inputs);
+}
+
+void chooseEntry(HWND dialog, int id, int entry) {
+    const HWND list = usableControl(dialog, id);
+    if (ask(list, CB_SETCURSEL, static_cast<WPARAM>(entry), 0) != entry)
+        throw Failure(named(id) + " has no entry " + std::to_string(entry));
+    ask(dialog, WM_COMMAND, MAKEWPARAM(id, CBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
+}
+
+void postKey(HWND dialog, const KeyPress& key) {
+    requireDialog(dialog);
+    if (key.named != NamedKey::None) {
+        const HWND focus = focusOf(dialog);
+        ::PostMessageW(focus, WM_KEYDOWN, virtualKey(key), kOnePress);
+        ::PostMessageW(focus, WM_KEYUP, virtualKey(key), kKeyReleased);
+    } else if (key.alt) {
+        // What Alt and a letter become in a window with a system menu.
+        const WPARAM letter = static_cast<WPARAM>(key.character);
+        ::PostMessageW(dialog, WM_MENUCHAR, letter | (MF_SYSMENU << 16), 0);
+    } else {
+        ::PostMessageW(dialog, WM_CHAR, static_cast<WPARAM>(key.character), kOnePress);
+    }
+}
+
+void typeKey(HWND dialog, const KeyPress& key) {
+    requireDialog(dialog);
+    raise(dialog);
+    const bool upper = key.character >= 'A' && key.character <= 'Z';
+    std::vector<WORD> held;
+    if (key.shift || upper) held.push_back(VK_SHIFT);
+    if (key.control) held.push_back(VK_CONTROL);
+    if (key.alt) held.push_back(VK_MENU);
+    std::vector<INPUT> inputs;
+    for (const WORD code : held)
+        inputs.push_back(keyInput(code, true));
+    inputs.push_back(keyInput(virtualKey(key), true));
+    inputs.push_back(keyInput(virtualKey(key), false));
+    for (auto code = held.rbegin(); code != held.rend(); ++code)
+        inputs.push_back(keyInput(*code, false));
+    send(inputs);
+}
+
+}  // namespace printpath

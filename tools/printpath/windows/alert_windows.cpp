@@ -1,0 +1,90 @@
+#include "tools/printpath/windows/alert_windows.h"
+
+#include "ui/resource_ids.h"
+
+#include <cwchar>
+
+namespace printpath {
+
+namespace {
+
+constexpr UINT kAnswerMs = 2000;
+constexpr std::size_t kLongestText = 8192;
+constexpr int kClassUnits = 64;
+
+struct Search {
+    DWORD process;
+    std::vector<AlertWindow> found;
+};
+
+bool hasClass(HWND window, const wchar_t* name) {
+    wchar_t found[kClassUnits] = {};
+    ::GetClassNameW(window, found, kClassUnits);
+    return ::lstrcmpiW(found, name) == 0;
+}
+
+std::wstring headlineOf(HWND dialog, bool messageBox) {
+    if (messageBox) return textOf(::GetDlgItem(dialog, kMessageBoxText));
+    for (const int id : {IDC_ALERT_HEADLINE, IDC_DUPLEX_TITLE, IDC_CHECK_HEADING, IDC_ALERT_MESSAGE,
+                         IDC_DETAILS_TEXT_1}) {
+        const HWND control = ::GetDlgItem(dialog, id);
+        std::wstring text = control == nullptr ? std::wstring() : textOf(control);
+        if (!text.empty()) return text;
+    }
+    return {};
+}
+
+BOOL CALLBACK addDialog(HWND window, LPARAM parameter) {
+    Search& search = *reinterpret_cast<Search*>(parameter);
+    DWORD process = 0;
+    ::GetWindowThreadProcessId(window, &process);
+    if (process != search.process || !::IsWindowVisible(window) || !hasClass(window, L"#32770"))
+        return TRUE;
+    AlertWindow dialog;
+    dialog.window = window;
+    dialog.messageBox = ::GetDlgItem(window, kMessageBoxText) != nullptr &&
+                        ::GetDlgItem(window, IDC_ALERT_OK) == nullptr;
+    dialog.title = textOf(window);
+    dialog.headline = headlineOf(window, dialog.messageBox);
+    search.found.push_back(dialog);
+    return TRUE;
+}
+
+BOOL CALLBACK addText(HWND control, LPARAM parameter) {
+    std::wstring& texts = *reinterpret_cast<std::wstring*>(parameter);
+    if (::IsWindowVisible(control)) texts += L"\n" + textOf(control);
+    return TRUE;
+}
+
+}  // namespace
+
+std::vector<AlertWindow> openDialogs(DWORD process) {
+    Search search{process, {}};
+    ::EnumWindows(addDialog, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+std::wstring textOf(HWND window) {
+    // GetWindowText would not ask a control of another process.
+    std::wstring text(kLongestText, L'\0');
+    DWORD_PTR units = 0;
+    if (!::SendMessageTimeoutW(window, WM_GETTEXT, kLongestText,
+                               reinterpret_cast<LPARAM>(text.data()), SMTO_ABORTIFHUNG, kAnswerMs,
+                               &units))
+        return {};
+    text.resize(std::wcslen(text.c_str()));
+    return text;
+}
+
+std::wstring allTexts(HWND dialog) {
+    std::wstring texts = textOf(dialog);
+    ::EnumChildWindows(dialog, addText, reinterpret_cast<LPARAM>(&texts));
+    return texts;
+}
+
+bool answers(HWND window) {
+    DWORD_PTR result = 0;
+    return ::SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, kAnswerMs, &result) != 0;
+}
+
+}  // namespace printpath

@@ -1,0 +1,162 @@
+#include "tools/printpath/windows/actions.h"
+#include "tools/printpath/windows/failure.h"
+#include "tools/printpath/windows/stage.h"
+#include "tools/printpath/windows/text_file.h"
+#include "tools/printpath/windows/wide_text.h"
+
+namespace printpath {
+
+namespace {
+
+constexpr char kConfigurationPage[] = "/DevMgmt/ConsumableConfigDyn.xml";
+constexpr char kUsagePage[] = "/DevMgmt/ProductUsageDyn.xml";
+
+void device(Stage& stage, const Step&) {
+    stage.deviceStage =
+        std::make_unique<DeviceStage>(stage.options().device, stage.workFile(L"device"));
+}
+
+void deviceSupplies(Stage& stage, const Step& step) {
+    DeviceStage& device = stage.device();
+    if (step["serial"].given)
+        device.setElement(kConfigurationPage, "dd:SerialNumber", step["serial"].text);
+    if (step["product"].given)
+        device.setElement(kConfigurationPage, "dd:ProductNumber", step["product"].text);
+    if (step["pages"].given)
+        device.setElement(kUsagePage, "dd:EstimatedPagesRemaining", step["pages"].text);
+}
+
+void devicePage(Stage& stage, const Step& step) {
+    std::string bytes;
+    const auto file = stage.besideScenario(step["file"].text);
+    if (!readWholeFile(file, bytes))
+        throw Failure(pathText(file) + " could not be read", Outcome::Unusable);
+    stage.device().setPage(step["path"].text, bytes);
+}
+
+void devicePageText(Stage& stage, const Step& step) {
+    stage.device().setPage(step["path"].text, step["text"].text);
+}
+
+void devicePageMissing(Stage& stage, const Step& step) {
+    stage.device().removePage(step["path"].text);
+}
+
+void deviceOffline(Stage& stage, const Step&) {
+    stage.device().setOffline(true);
+}
+void deviceOnline(Stage& stage, const Step&) {
+    stage.device().setOffline(false);
+}
+
+void deviceSlow(Stage& stage, const Step& step) {
+    stage.device().setSlow(static_cast<int>(step["milliseconds"].number));
+}
+
+// Whether the log has a line that is "<what>" or begins with "<what> ".
+bool hasLine(const std::string& log, const std::string& what) {
+    for (std::size_t at = 0; at < log.size();) {
+        const std::size_t end = std::min(log.find('\n', at), log.size());
+        const std::string line = log.substr(at, end - at);
+        if (line == what || line.substr(0, what.size() + 1) == what + " ") return true;
+        at = end + 1;
+    }
+    return false;
+}
+
+void expectLine(Stage& stage, const Step& step, const std::string& what) {
+    DeviceStage& device = stage.device();
+    try {
+        stage.waitUntil(step, "the device to log " + shown(what),
+                        [&device, &what] { return hasLine(device.log(), what); });
+    } catch (const Failure& failure) {
+        throw Failure(std::string(failure.what()) + "; the device logged " + shown(device.log()),
+                      failure.outcome());
+    }
+}
+
+void expectNoLine(Stage& stage, const std::string& what) {
+    if (stage.started()) stage.settle();
+    if (hasLine(stage.device().log(), what))
+        throw Failure("the device logged " + shown(stage.device().log()));
+}
+
+void expectButton(Stage& stage, const Step& step) {
+    expectLine(stage, step, "button " + step["button"].text);
+}
+
+void expectNoButton(Stage& stage, const Step&) {
+    expectNoLine(stage, "button");
+}
+
+void expectPageFetched(Stage& stage, const Step& step) {
+    expectLine(stage, step, "page " + step["path"].text);
+}
+
+void expectPageNotFetched(Stage& stage, const Step& step) {
+    expectNoLine(stage, "page " + step["path"].text);
+}
+
+void recordLinks(Stage& stage, const Step&) {
+    stage.linkRecorder =
+        std::make_unique<LinkRecorder>(stage.options().recorder, stage.workFile(L"opened.txt"));
+}
+
+void expectOpened(Stage& stage, const Step& step) {
+    LinkRecorder& recorder = stage.recorder();
+    try {
+        stage.waitUntil(step, shown(step["text"].text) + " to be opened", [&recorder, &step] {
+            return recorder.opened().find(step["text"].text) != std::string::npos;
+        });
+    } catch (const Failure& failure) {
+        throw Failure(std::string(failure.what()) + "; opened so far: " + shown(recorder.opened()),
+                      failure.outcome());
+    }
+}
+
+void expectNothingOpened(Stage& stage, const Step&) {
+    if (stage.started()) stage.settle();
+    const std::string opened = stage.recorder().opened();
+    if (!opened.empty()) throw Failure("the monitor opened " + shown(opened));
+}
+
+void installFile(Stage& stage, const Step& step) {
+    std::string bytes;
+    const auto file = stage.besideScenario(step["file"].text);
+    if (!readWholeFile(file, bytes))
+        throw Failure(pathText(file) + " could not be read", Outcome::Unusable);
+    writeWholeFile(wideFromUtf8(step["target"].text), bytes);
+}
+
+void expectFileWith(Stage& stage, const Step& step) {
+    const std::filesystem::path file = wideFromUtf8(step["target"].text);
+    stage.waitUntil(step, pathText(file) + " to hold " + shown(step["text"].text), [&] {
+        return readWholeFile(file).find(step["text"].text) != std::string::npos;
+    });
+}
+
+}  // namespace
+
+std::vector<Action> deviceActions() {
+    return {
+        {"device", device},
+        {"device-supplies", deviceSupplies},
+        {"device-page", devicePage},
+        {"device-page-text", devicePageText},
+        {"device-page-missing", devicePageMissing},
+        {"device-offline", deviceOffline},
+        {"device-online", deviceOnline},
+        {"device-slow", deviceSlow},
+        {"expect-button", expectButton},
+        {"expect-no-button", expectNoButton},
+        {"expect-page-fetched", expectPageFetched},
+        {"expect-page-not-fetched", expectPageNotFetched},
+        {"record-links", recordLinks},
+        {"expect-opened", expectOpened},
+        {"expect-nothing-opened", expectNothingOpened},
+        {"install-file", installFile},
+        {"expect-file-with", expectFileWith},
+    };
+}
+
+}  // namespace printpath

@@ -1,0 +1,208 @@
+#include "tools/printpath/key_press.h"
+#include "tools/printpath/windows/actions.h"
+#include "tools/printpath/windows/alert_input.h"
+#include "tools/printpath/windows/failure.h"
+#include "tools/printpath/windows/screen_picture.h"
+#include "tools/printpath/windows/stage.h"
+#include "tools/printpath/windows/text_file.h"
+#include "tools/printpath/windows/wide_text.h"
+#include "ui/resource_ids.h"
+
+namespace printpath {
+
+namespace {
+
+int controlOf(const Step& step) {
+    return static_cast<int>(step["control"].number);
+}
+
+std::size_t countOf(const Step& step) {
+    return static_cast<std::size_t>(step["count"].number);
+}
+
+std::string dialogs(std::size_t count) {
+    return std::to_string(count) + (count == 1 ? " dialog" : " dialogs");
+}
+
+// The newest open dialog that shows the text anywhere; null when there is none.
+HWND dialogWith(Stage& stage, const std::wstring& text) {
+    for (const AlertWindow& alert : stage.alerts())
+        if (allTexts(alert.window).find(text) != std::wstring::npos) return alert.window;
+    return nullptr;
+}
+
+void waitDialog(Stage& stage, const Step& step) {
+    const std::wstring text = wideFromUtf8(step["text"].text);
+    stage.waitUntil(step, "a dialog that shows " + shown(text), [&stage, &text] {
+        stage.dialog = dialogWith(stage, text);
+        return stage.dialog != nullptr;
+    });
+}
+
+void waitNoDialog(Stage& stage, const Step& step) {
+    const std::wstring text = wideFromUtf8(step["text"].text);
+    const std::string what =
+        text.empty() ? "all dialogs to close" : "the dialog with " + shown(text) + " to close";
+    stage.waitUntil(step, what, [&stage, &text] {
+        return text.empty() ? stage.alerts().empty() : dialogWith(stage, text) == nullptr;
+    });
+}
+
+void waitAlerts(Stage& stage, const Step& step) {
+    stage.waitUntil(step, dialogs(countOf(step)) + " to be open",
+                    [&] { return stage.alerts().size() == countOf(step); });
+}
+
+void press(Stage& stage, const Step& step) {
+    pressControl(stage.dialog, controlOf(step));
+}
+
+void click(Stage& stage, const Step& step) {
+    clickControl(stage.dialog, controlOf(step));
+}
+
+void postKeyStep(Stage& stage, const Step& step) {
+    postKey(stage.dialog, parseKey(step["key"].text).value());
+}
+
+void typeKeyStep(Stage& stage, const Step& step) {
+    typeKey(stage.dialog, parseKey(step["key"].text).value());
+}
+
+void choose(Stage& stage, const Step& step) {
+    // The words of the keyword stand in the order of the list.
+    chooseEntry(stage.dialog, IDC_SNOOZE_CHOICE, static_cast<int>(step["snooze"].number));
+}
+
+void closeDialog(Stage& stage, const Step&) {
+    if (!::IsWindow(stage.dialog)) throw Failure("the dialog is not open any more");
+    ::PostMessageW(stage.dialog, WM_CLOSE, 0, 0);
+}
+
+RECT screenArea() {
+    return {0, 0, ::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN)};
+}
+
+void screenshot(Stage& stage, const Step& step) {
+    RECT area = screenArea();
+    if (step["area"].text != "screen") {
+        if (!::IsWindow(stage.dialog)) throw Failure("there is no dialog to take a picture of");
+        ::SetForegroundWindow(stage.dialog);
+        RECT window{};
+        ::GetWindowRect(stage.dialog, &window);
+        ::IntersectRect(&area, &area, &window);
+    }
+    const ScreenPicture picture = captureWhenStill(area);
+    if (stage.options().pictures.empty()) return;
+    const auto file = stage.options().pictures / (wideFromUtf8(step["name"].text) + L".bmp");
+    std::error_code ignored;
+    std::filesystem::create_directories(stage.options().pictures, ignored);
+    saveBitmap(picture, file);
+    stage.timeline().note("saved " + pathText(file));
+}
+
+void expectAlerts(Stage& stage, const Step& step) {
+    stage.settle();
+    const std::size_t open = stage.alerts().size();
+    if (open != countOf(step))
+        throw Failure(dialogs(countOf(step)) + " should be open and not " + std::to_string(open) +
+                      "; " + stage.describeOpenDialogs());
+}
+
+void expectEqual(const std::string& what, const std::wstring& found, const std::string& wanted) {
+    if (utf8FromWide(found) != wanted)
+        throw Failure(what + " is " + shown(found) + " and should be " + shown(wanted));
+}
+
+void expectTitle(Stage& stage, const Step& step) {
+    existingControl(stage.dialog, IDC_ALERT_OK);
+    expectEqual("the title", textOf(stage.dialog), step["text"].text);
+}
+
+std::string named(const Step& step) {
+    return "the text of control " + step["control"].text;
+}
+
+void expectText(Stage& stage, const Step& step) {
+    const HWND control = existingControl(stage.dialog, controlOf(step));
+    expectEqual(named(step), textOf(control), step["text"].text);
+}
+
+void expectTextWith(Stage& stage, const Step& step) {
+    const std::wstring found = textOf(existingControl(stage.dialog, controlOf(step)));
+    if (found.find(wideFromUtf8(step["text"].text)) == std::wstring::npos)
+        throw Failure(named(step) + " is " + shown(found) + ", without " +
+                      shown(step["text"].text));
+}
+
+void expectVisible(Stage& stage, const Step& step) {
+    if (!::IsWindowVisible(existingControl(stage.dialog, controlOf(step))))
+        throw Failure("control " + step["control"].text + " is hidden");
+}
+
+void expectHidden(Stage& stage, const Step& step) {
+    if (::IsWindowVisible(existingControl(stage.dialog, controlOf(step))))
+        throw Failure("control " + step["control"].text + " is visible");
+}
+
+void expectPosition(Stage& stage, const Step& step) {
+    RECT place{};
+    if (!::GetWindowRect(stage.dialog, &place)) throw Failure("the dialog is not open any more");
+    if (place.left != step["left"].number || place.top != step["top"].number)
+        throw Failure("the dialog stands at " + std::to_string(place.left) + ", " +
+                      std::to_string(place.top));
+}
+
+void expectMessage(Stage& stage, const Step& step) {
+    std::optional<AlertWindow> box;
+    stage.waitUntil(step, "a message box", [&stage, &box] {
+        box = stage.messageBox();
+        return box.has_value();
+    });
+    if (box->headline.find(wideFromUtf8(step["text"].text)) == std::wstring::npos)
+        throw Failure("the message box says " + shown(box->headline) + ", without " +
+                      shown(step["text"].text));
+    if (step["caption"].given) expectEqual("the caption", box->title, step["caption"].text);
+}
+
+void dismissMessage(Stage& stage, const Step& step) {
+    const std::optional<AlertWindow> box = stage.messageBox();
+    if (!box) throw Failure("no message box is open");
+    ::PostMessageW(box->window, WM_CLOSE, 0, 0);
+    stage.waitUntil(step, "the message box to close", [&box] { return !::IsWindow(box->window); });
+}
+
+void expectNoMessage(Stage& stage, const Step&) {
+    stage.settle();
+    const std::optional<AlertWindow> box = stage.messageBox();
+    if (box) throw Failure("a message box says " + shown(box->headline));
+}
+
+}  // namespace
+
+std::vector<Action> dialogActions() {
+    return {
+        {"wait-dialog", waitDialog},
+        {"wait-no-dialog", waitNoDialog},
+        {"wait-alerts", waitAlerts},
+        {"press", press},
+        {"click", click},
+        {"post-key", postKeyStep},
+        {"type-key", typeKeyStep},
+        {"choose", choose},
+        {"close-dialog", closeDialog},
+        {"screenshot", screenshot},
+        {"expect-alerts", expectAlerts},
+        {"expect-title", expectTitle},
+        {"expect-text", expectText},
+        {"expect-text-with", expectTextWith},
+        {"expect-visible", expectVisible},
+        {"expect-hidden", expectHidden},
+        {"expect-position", expectPosition},
+        {"expect-message", expectMessage},
+        {"dismiss-message", dismissMessage},
+        {"expect-no-message", expectNoMessage},
+    };
+}
+
+}  // namespace printpath

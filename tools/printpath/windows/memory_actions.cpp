@@ -1,0 +1,145 @@
+#include "tools/printpath/windows/actions.h"
+#include "tools/printpath/windows/cartridge_memory.h"
+#include "tools/printpath/windows/failure.h"
+#include "tools/printpath/windows/registry_values.h"
+#include "tools/printpath/windows/stage.h"
+#include "tools/printpath/windows/wide_text.h"
+
+#include <cstdlib>
+
+namespace printpath {
+
+namespace {
+
+constexpr std::int64_t kSecondsPerHour = 3600;
+// A snooze is counted from the moment of the alert, a little before it is checked.
+constexpr std::int64_t kToleranceSeconds = 120;
+
+std::uint32_t numberOf(const Value& value) {
+    return static_cast<std::uint32_t>(value.number);
+}
+
+HKEY rootOf(const Step& step) {
+    return step["root"].text == "user" ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+}
+
+// The time that lies so many hours from now; 0 when the step does not name it.
+std::int64_t timeOf(const Value& hours) {
+    return hours.given ? secondsSince1970() + hours.number * kSecondsPerHour : 0;
+}
+
+void forget(Stage&, const Step&) {
+    forgetCartridges();
+}
+
+void knownCartridge(Stage&, const Step& step) {
+    RememberedCartridge cartridge;
+    cartridge.serial = numberOf(step["serial"]);
+    cartridge.added = step["added"].given ? timeOf(step["added"]) : secondsSince1970();
+    cartridge.snoozeLow = timeOf(step["snooze-low"]);
+    cartridge.snoozeVeryLow = timeOf(step["snooze-very-low"]);
+    cartridge.snoozeOut = timeOf(step["snooze-out"]);
+    cartridge.flags = static_cast<unsigned int>(step["flags"].number);
+    rememberCartridge(cartridge);
+}
+
+void currentCartridgeIs(Stage&, const Step& step) {
+    setCurrentCartridge(numberOf(step["serial"]));
+}
+
+void cartridgeVersion(Stage&, const Step& step) {
+    setCartridgeVersion(numberOf(step["version"]));
+}
+
+void expectCurrentCartridge(Stage& stage, const Step& step) {
+    const std::uint32_t wanted = numberOf(step["serial"]);
+    stage.waitUntil(step, "the current cartridge to be " + std::to_string(wanted),
+                    [wanted] { return currentCartridge() == wanted; });
+}
+
+// Hours 0 stand for a slot that does not snooze any more: its time lies in the past.
+bool matches(const Value& hours, std::int64_t until) {
+    if (!hours.given) return true;
+    if (hours.number == 0) return until <= secondsSince1970();
+    return std::llabs(until - timeOf(hours)) <= kToleranceSeconds;
+}
+
+bool matches(const Step& step, const RememberedCartridge& cartridge) {
+    return matches(step["snooze-low"], cartridge.snoozeLow) &&
+           matches(step["snooze-very-low"], cartridge.snoozeVeryLow) &&
+           matches(step["snooze-out"], cartridge.snoozeOut) &&
+           (!step["flags"].given ||
+            cartridge.flags == static_cast<unsigned int>(step["flags"].number));
+}
+
+void expectCartridge(Stage& stage, const Step& step) {
+    const std::uint32_t serial = numberOf(step["serial"]);
+    try {
+        stage.waitUntil(step, step.written, [&step, serial] {
+            const auto cartridge = findCartridge(serial);
+            return cartridge && matches(step, *cartridge);
+        });
+    } catch (const Failure& failure) {
+        const auto cartridge = findCartridge(serial);
+        throw Failure(std::string(failure.what()) + "; remembered: " +
+                          (cartridge ? describe(*cartridge) : std::string("no such cartridge")),
+                      failure.outcome());
+    }
+}
+
+void expectNoCartridge(Stage& stage, const Step& step) {
+    if (stage.started()) stage.settle();
+    const auto cartridge = findCartridge(numberOf(step["serial"]));
+    if (cartridge) throw Failure("the monitor remembers " + describe(*cartridge));
+}
+
+void registryText(Stage&, const Step& step) {
+    writeText(rootOf(step), wideFromUtf8(step["key"].text), wideFromUtf8(step["name"].text),
+              wideFromUtf8(step["value"].text));
+}
+
+void registryNumber(Stage&, const Step& step) {
+    writeNumber(rootOf(step), wideFromUtf8(step["key"].text), wideFromUtf8(step["name"].text),
+                numberOf(step["value"]));
+}
+
+void expectRegistryText(Stage& stage, const Step& step) {
+    const std::wstring key = wideFromUtf8(step["key"].text);
+    const std::wstring name = wideFromUtf8(step["name"].text);
+    const std::wstring wanted = wideFromUtf8(step["value"].text);
+    stage.waitUntil(step, "the registry value " + shown(name) + " to be " + shown(wanted),
+                    [&] { return readText(rootOf(step), key, name) == wanted; });
+}
+
+void spoolerPrinter(Stage& stage, const Step& step) {
+    const std::wstring name = wideFromUtf8(step["name"].text);
+    stage.printers.push_back(std::make_unique<SpoolerPrinter>(name));
+    if (step["alert-mask"].given) setPrinterValue(name, L"AlertMask", numberOf(step["alert-mask"]));
+    if (step["status"].given) setPrinterValue(name, L"Status", numberOf(step["status"]));
+}
+
+void spoolerValue(Stage&, const Step& step) {
+    setPrinterValue(wideFromUtf8(step["printer"].text), wideFromUtf8(step["value"].text),
+                    numberOf(step["number"]));
+}
+
+}  // namespace
+
+std::vector<Action> memoryActions() {
+    return {
+        {"forget-cartridges", forget},
+        {"known-cartridge", knownCartridge},
+        {"current-cartridge", currentCartridgeIs},
+        {"cartridge-version", cartridgeVersion},
+        {"expect-current-cartridge", expectCurrentCartridge},
+        {"expect-cartridge", expectCartridge},
+        {"expect-no-cartridge", expectNoCartridge},
+        {"registry-text", registryText},
+        {"registry-number", registryNumber},
+        {"expect-registry-text", expectRegistryText},
+        {"spooler-printer", spoolerPrinter},
+        {"spooler-value", spoolerValue},
+    };
+}
+
+}  // namespace printpath

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "tools/printpath/windows/handle.h"
+
+#include <filesystem>
+#include <map>
+#include <string>
+
+namespace printpath {
+
+// A running monitor. Destroying the object ends a monitor that still runs.
+class MonitorProcess {
+public:
+    // Starts `program` with the arguments as one text and these variables over printpath's own.
+    // Throws Failure when it cannot be started.
+    MonitorProcess(const std::filesystem::path& program, const std::wstring& arguments,
+                   const std::map<std::wstring, std::wstring>& environment);
+    ~MonitorProcess();
+    MonitorProcess(const MonitorProcess&) = delete;
+    MonitorProcess& operator=(const MonitorProcess&) = delete;
+
+    DWORD id() const { return _id; }
+    bool running() const { return ::WaitForSingleObject(_process.get(), 0) == WAIT_TIMEOUT; }
+    // The full 32 bits; of a monitor that has ended.
+    DWORD exitCode() const;
+    void terminate();
+
+private:
+    Handle _process;
+    DWORD _id = 0;
+};
+
+// "0 (0x00000000)", with a word for well-known ends.
+std::string describeExitCode(DWORD code);
+// Whether a process that ended so was ended by an exception or by abort().
+bool isCrash(DWORD code);
+
+}  // namespace printpath

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace printpath {
+
+enum class Task { Play, Check, About, ListKeywords, Help };
+
+struct Options {
+    Task task = Task::Play;
+    std::filesystem::path scenario;
+    std::filesystem::path monitor;   // default: QVK7400SM.exe beside printpath
+    std::filesystem::path device;    // folder; default: simulated-device beside printpath
+    std::filesystem::path recorder;  // default: recorder\recorder.exe beside printpath
+    std::filesystem::path pictures;  // empty: screenshots are not saved
+    bool byteMode = false;
+    bool clean = false;  // forget first what the monitor remembers
+    int timeoutSeconds = 10;
+};
+
+// `arguments` without the program's name. Throws Failure (Unusable) naming the wrong one.
+Options readOptions(const std::vector<std::wstring>& arguments,
+                    const std::filesystem::path& ownFolder);
+
+// The text of --help.
+const char* usageText();
+
+}  // namespace printpath

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <vector>
+
+namespace printpath {
+
+// A part of the screen, 24 bits a pixel, blue first, lines from the bottom and padded to four
+// bytes.
+struct ScreenPicture {
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint8_t> pixels;
+
+    bool operator==(const ScreenPicture&) const = default;
+};
+
+ScreenPicture captureScreen(const RECT& area);
+
+// Captures until two pictures in a row are equal, so that nothing is caught half painted.
+ScreenPicture captureWhenStill(const RECT& area);
+
+// Throws Failure when the file cannot be written.
+void saveBitmap(const ScreenPicture& picture, const std::filesystem::path& file);
+
+}  // namespace printpath

@@ -1,0 +1,77 @@
+#include "tools/printpath/windows/spooler_printer.h"
+
+#include "tools/printpath/windows/failure.h"
+#include "tools/printpath/windows/wide_text.h"
+
+#include <windows.h>
+#include <winspool.h>
+
+#include <memory>
+
+namespace printpath {
+
+namespace {
+
+struct ClosePrinterHandle {
+    using pointer = HANDLE;
+    void operator()(HANDLE printer) const noexcept { ::ClosePrinter(printer); }
+};
+using PrinterHandle = std::unique_ptr<HANDLE, ClosePrinterHandle>;
+
+[[noreturn]] void fail(const std::string& what, DWORD error) {
+    throw Failure(what + " (system error " + std::to_string(error) + ")", Outcome::Unusable);
+}
+
+PrinterHandle open(const std::wstring& name) {
+    std::wstring changeable = name;
+    PRINTER_DEFAULTSW defaults{nullptr, nullptr, PRINTER_ALL_ACCESS};
+    HANDLE printer = nullptr;
+    if (!::OpenPrinterW(changeable.data(), &printer, &defaults))
+        fail("the spooler does not open the printer " + shown(name), ::GetLastError());
+    return PrinterHandle(printer);
+}
+
+}  // namespace
+
+SpoolerPrinter::SpoolerPrinter(const std::wstring& name) : _name(name) {
+    std::wstring port = L"LPT1:";
+    std::wstring driver = L"Beamline test driver";
+    std::wstring processor = L"winprint";
+    std::wstring dataType = L"RAW";
+    std::wstring file = L"driver.dll";
+    DRIVER_INFO_3W driverInfo{};
+    driverInfo.cVersion = 3;
+    driverInfo.pName = driver.data();
+    driverInfo.pDriverPath = file.data();
+    driverInfo.pDataFile = file.data();
+    driverInfo.pConfigFile = file.data();
+    ::AddPrinterDriverW(nullptr, 3, reinterpret_cast<BYTE*>(&driverInfo));  // may be there already
+
+    PRINTER_INFO_2W info{};
+    info.pPrinterName = _name.data();
+    info.pPortName = port.data();
+    info.pDriverName = driver.data();
+    info.pPrintProcessor = processor.data();
+    info.pDatatype = dataType.data();
+    const PrinterHandle printer(::AddPrinterW(nullptr, 2, reinterpret_cast<BYTE*>(&info)));
+    const DWORD error = ::GetLastError();
+    if (!printer && error != ERROR_PRINTER_ALREADY_EXISTS)
+        fail("the spooler does not add the printer " + shown(name), error);
+}
+
+SpoolerPrinter::~SpoolerPrinter() {
+    try {
+        ::DeletePrinter(open(_name).get());
+    } catch (const Failure&) {
+        // It has gone already.
+    }
+}
+
+void setPrinterValue(const std::wstring& printer, const std::wstring& value, std::uint32_t number) {
+    std::wstring name = value;
+    const DWORD error = ::SetPrinterDataW(open(printer).get(), name.data(), REG_DWORD,
+                                          reinterpret_cast<BYTE*>(&number), sizeof number);
+    if (error != ERROR_SUCCESS) fail("the printer value " + shown(value) + " is not stored", error);
+}
+
+}  // namespace printpath

@@ -1,0 +1,220 @@
+#include "tools/printpath/windows/stage.h"
+
+#include "tools/printpath/windows/cartridge_memory.h"
+#include "tools/printpath/windows/failure.h"
+#include "tools/printpath/windows/registry_values.h"
+#include "tools/printpath/windows/text_file.h"
+#include "tools/printpath/windows/wide_text.h"
+
+namespace printpath {
+
+namespace {
+
+constexpr DWORD kPollMs = 20;
+constexpr int kMsPerSecond = 1000;
+constexpr DWORD kQuietMs = 300;  // no new trace line for so long: nothing is left to handle
+constexpr wchar_t kStringsLibrary[] = L"QVK7400SMs.dll";
+constexpr wchar_t kTraceName[] = L"trace.txt";
+constexpr wchar_t kMachineKeys[] = L"SOFTWARE\\Corvane";
+
+std::filesystem::path newWorkFolder() {
+    const std::wstring name = L"printpath-" + std::to_wstring(::GetCurrentProcessId()) + L"-" +
+                              std::to_wstring(::GetTickCount64());
+    const std::filesystem::path folder = std::filesystem::temp_directory_path() / name;
+    std::filesystem::create_directories(folder);
+    return folder;
+}
+
+std::string describeDialog(const AlertWindow& dialog) {
+    return (dialog.messageBox ? "message box " : "dialog ") + shown(dialog.title) + ": " +
+           shown(dialog.headline);
+}
+
+void copyFile(const std::filesystem::path& from, const std::filesystem::path& folder) {
+    std::error_code error;
+    std::filesystem::copy_file(from, folder / from.filename(),
+                               std::filesystem::copy_options::overwrite_existing, error);
+    if (error) throw Failure(pathText(from) + " could not be copied", Outcome::Unusable);
+}
+
+}  // namespace
+
+Stage::Stage(const Options& options, Timeline& timeline)
+    : _options(options), _timeline(timeline), _work(newWorkFolder()) {
+    preparation.byteMode = options.byteMode;
+    preparation.environment[L"QVSM_TRACE"] = workFile(kTraceName).wstring();
+    if (!options.clean) return;
+    forgetCartridges();
+    removeKey(HKEY_LOCAL_MACHINE, kMachineKeys);
+}
+
+Stage::~Stage() {
+    _monitor.reset();
+    pipe.reset();
+    std::error_code ignored;
+    std::filesystem::remove_all(_work, ignored);
+}
+
+std::filesystem::path Stage::besideScenario(const std::string& name) const {
+    return _options.scenario.parent_path() / wideFromUtf8(name);
+}
+
+std::filesystem::path Stage::monitorToStart() const {
+    if (!deviceStage) return _options.monitor;
+    const std::filesystem::path folder = workFile(L"monitor");
+    std::filesystem::create_directories(folder);
+    copyFile(_options.monitor, folder);
+    const std::filesystem::path strings = _options.monitor.parent_path() / kStringsLibrary;
+    if (std::filesystem::exists(strings)) copyFile(strings, folder);
+    copyFile(deviceStage->libraryFile(), folder);
+    return folder / _options.monitor.filename();
+}
+
+void Stage::startMonitor() {
+    const std::wstring name =
+        L"printpath-" + std::to_wstring(::GetCurrentProcessId()) + L"-" + std::to_wstring(++_runs);
+    pipe.reset();
+    if (preparation.withPipe) pipe = std::make_unique<PipeServer>(name, preparation.byteMode);
+    writing = {};
+    dialog = nullptr;
+    if (deviceStage)
+        preparation.environment[L"QVSM_DEVICE_FOLDER"] = deviceStage->folder().wstring();
+    if (linkRecorder)
+        preparation.environment[LinkRecorder::kVariable] = linkRecorder->file().wstring();
+
+    const std::uint32_t id = preparation.monitorPrinterId.value_or(preparation.printerId);
+    const std::wstring arguments =
+        L"inputPipe=" + name + L" printerid=" + std::to_wstring(id) + preparation.arguments;
+    _monitor =
+        std::make_unique<MonitorProcess>(monitorToStart(), arguments, preparation.environment);
+    _timeline.note("process " + std::to_string(_monitor->id()) + " with " + shown(arguments));
+}
+
+MonitorProcess& Stage::monitor() {
+    if (!_monitor) throw Failure("no monitor runs");
+    if (_monitor->running()) return *_monitor;
+    const DWORD code = _monitor->exitCode();
+    throw Failure(
+        "the monitor has ended, which nobody expected, with exit code " + describeExitCode(code),
+        isCrash(code) ? Outcome::Crashed : Outcome::NotAsExpected);
+}
+
+DWORD Stage::awaitExit(const Step& step) {
+    const ULONGLONG end = ::GetTickCount64() + static_cast<ULONGLONG>(timeoutMs(step));
+    while (_monitor->running() && ::GetTickCount64() < end) {
+        noticeDialogs();
+        ::Sleep(kPollMs);
+    }
+    if (_monitor->running())
+        throw Failure("the monitor did not end in " + std::to_string(timeoutMs(step)) + " ms; " +
+                          describeOpenDialogs(),
+                      Outcome::Hung);
+    const DWORD code = _monitor->exitCode();
+    noticeDialogs();
+    _monitor.reset();
+    pipe.reset();
+    dialog = nullptr;
+    return code;
+}
+
+int Stage::timeoutMs(const Step& step) const {
+    for (std::size_t i = 0; i < step.values.size(); ++i)
+        if (step.keyword->parameters[i].name == "within" && step.values[i].given)
+            return static_cast<int>(step.values[i].number) * kMsPerSecond;
+    return _options.timeoutSeconds * kMsPerSecond;
+}
+
+void Stage::waitUntil(const Step& step, const std::string& what,
+                      const std::function<bool()>& condition) {
+    const ULONGLONG end = ::GetTickCount64() + static_cast<ULONGLONG>(timeoutMs(step));
+    for (;;) {
+        // Looked at before the condition: what the monitor did last still counts.
+        const bool alive = !_monitor || _monitor->running();
+        if (condition()) return;
+        if (!alive) monitor();
+        if (::GetTickCount64() >= end) break;
+        if (_monitor) noticeDialogs();
+        ::Sleep(kPollMs);
+    }
+    throw Failure("waited " + std::to_string(timeoutMs(step)) + " ms for " + what + "; " +
+                  describeOpenDialogs());
+}
+
+void Stage::settle() {
+    monitor();
+    const DWORD timeout = static_cast<DWORD>(_options.timeoutSeconds * kMsPerSecond);
+    if (pipe && pipe->connected() && !pipe->drain(timeout)) {
+        monitor();
+        throw Failure("the monitor does not read its pipe; " + describeOpenDialogs(),
+                      Outcome::Hung);
+    }
+    awaitQuiet();
+    noticeDialogs();
+}
+
+void Stage::awaitQuiet() {
+    const ULONGLONG end =
+        ::GetTickCount64() + static_cast<ULONGLONG>(_options.timeoutSeconds * kMsPerSecond);
+    std::size_t bytes = trace().size();
+    for (ULONGLONG since = ::GetTickCount64();
+         ::GetTickCount64() - since < kQuietMs && ::GetTickCount64() < end;) {
+        ::Sleep(kPollMs);
+        const std::size_t now = trace().size();
+        if (now != bytes) since = ::GetTickCount64();
+        bytes = now;
+    }
+}
+
+std::vector<AlertWindow> Stage::alerts() {
+    std::vector<AlertWindow> found;
+    if (_monitor)
+        for (AlertWindow& window : openDialogs(_monitor->id()))
+            if (!window.messageBox) found.push_back(std::move(window));
+    return found;
+}
+
+std::optional<AlertWindow> Stage::messageBox() {
+    if (_monitor)
+        for (AlertWindow& window : openDialogs(_monitor->id()))
+            if (window.messageBox) return window;
+    return std::nullopt;
+}
+
+void Stage::noticeDialogs() {
+    std::map<HWND, std::string> now;
+    if (_monitor)
+        for (const AlertWindow& window : openDialogs(_monitor->id()))
+            now[window.window] = describeDialog(window);
+    for (const auto& [window, text] : now)
+        if (!_noticed.contains(window)) _timeline.note("opened: " + text);
+    for (const auto& [window, text] : _noticed)
+        if (!now.contains(window)) _timeline.note("closed: " + text);
+    _noticed = std::move(now);
+}
+
+std::string Stage::describeOpenDialogs() {
+    std::string text;
+    if (_monitor) {
+        for (const AlertWindow& window : openDialogs(_monitor->id())) {
+            text += (text.empty() ? "" : ", ") + describeDialog(window);
+            if (!answers(window.window)) text += " (does not answer)";
+        }
+    }
+    return text.empty() ? "no dialog is open" : "open: " + text;
+}
+
+std::string Stage::trace() const {
+    return readWholeFile(workFile(kTraceName));
+}
+
+DeviceStage& Stage::device() {
+    if (!deviceStage) throw Failure("the scenario has no device; \"device\" must come first");
+    return *deviceStage;
+}
+
+LinkRecorder& Stage::recorder() {
+    if (!linkRecorder) throw Failure("nothing is recorded; \"record-links\" must come first");
+    return *linkRecorder;
+}
+
+}  // namespace printpath

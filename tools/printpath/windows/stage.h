@@ -1,0 +1,106 @@
+#pragma once
+
+#include "tools/printpath/record_bytes.h"
+#include "tools/printpath/scenario.h"
+#include "tools/printpath/windows/alert_windows.h"
+#include "tools/printpath/windows/device_stage.h"
+#include "tools/printpath/windows/link_recorder.h"
+#include "tools/printpath/windows/monitor_process.h"
+#include "tools/printpath/windows/options.h"
+#include "tools/printpath/windows/pipe_server.h"
+#include "tools/printpath/windows/spooler_printer.h"
+#include "tools/printpath/windows/timeline.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace printpath {
+
+// What the scenario has asked for before the monitor starts.
+struct Preparation {
+    std::uint32_t printerId = 1;
+    std::optional<std::uint32_t> monitorPrinterId;  // when it differs from that of the records
+    bool byteMode = false;
+    bool withPipe = true;
+    std::wstring arguments;
+    std::map<std::wstring, std::wstring> environment;
+};
+
+// How the next records are written.
+struct Writing {
+    WriteAs as = WriteAs::OneMessage;
+    std::size_t chunkBytes = 1;
+    int joined = 0;  // records that still go into `joinedBytes`
+    std::string joinedBytes;
+    std::optional<std::size_t> cutAfter;  // bytes of the next record that are written
+};
+
+// Everything that the steps of one scenario work on: the pipe, the monitor, its dialogs, the
+// device. Members are destroyed from the last to the first, so the monitor ends before what it
+// uses.
+class Stage {
+public:
+    Stage(const Options& options, Timeline& timeline);
+    ~Stage();
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
+
+    const Options& options() const { return _options; }
+    Timeline& timeline() { return _timeline; }
+    std::filesystem::path workFile(const wchar_t* name) const { return _work / name; }
+    // A file that the scenario names, found from the scenario's folder.
+    std::filesystem::path besideScenario(const std::string& name) const;
+
+    void startMonitor();
+    // The running monitor; throws Failure when it has ended though nobody expected that.
+    MonitorProcess& monitor();
+    // Waits for its end; throws Failure when it hangs. Gives back the exit code.
+    DWORD awaitExit(const Step& step);
+    bool started() const { return _monitor != nullptr; }
+
+    // Asks `condition` every few milliseconds until it is true. Throws Failure, naming what was
+    // awaited and what is open, after the step's "within" or the time-out of the options.
+    void waitUntil(const Step& step, const std::string& what,
+                   const std::function<bool()>& condition);
+    // Waits until the monitor has read and handled everything that was written.
+    void settle();
+
+    // The monitor's dialogs, message boxes excluded or alone.
+    std::vector<AlertWindow> alerts();
+    std::optional<AlertWindow> messageBox();
+    // Tells the timeline which dialogs came and went since the last call.
+    void noticeDialogs();
+    std::string describeOpenDialogs();
+
+    // Lines of the monitor's trace so far.
+    std::string trace() const;
+
+    DeviceStage& device();
+    LinkRecorder& recorder();
+    int timeoutMs(const Step& step) const;
+
+    Preparation preparation;
+    Writing writing;
+    HWND dialog = nullptr;  // the one that the last wait-dialog found
+    std::unique_ptr<DeviceStage> deviceStage;
+    std::unique_ptr<LinkRecorder> linkRecorder;
+    std::vector<std::unique_ptr<SpoolerPrinter>> printers;
+    std::unique_ptr<PipeServer> pipe;
+
+private:
+    std::filesystem::path monitorToStart() const;
+    void awaitQuiet();
+
+    const Options& _options;
+    Timeline& _timeline;
+    std::filesystem::path _work;
+    std::map<HWND, std::string> _noticed;
+    std::unique_ptr<MonitorProcess> _monitor;
+    int _runs = 0;
+};
+
+}  // namespace printpath

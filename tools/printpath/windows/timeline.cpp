@@ -1,0 +1,37 @@
+#include "tools/printpath/windows/timeline.h"
+
+#include <cstdio>
+
+namespace printpath {
+
+namespace {
+
+constexpr double kMsPerSecond = 1000.0;
+
+}  // namespace
+
+Timeline::Timeline() : _begin(::GetTickCount64()) {}
+
+void Timeline::step(const std::string& text) {
+    print("> ", text);
+}
+void Timeline::note(const std::string& text) {
+    print("      ", text);
+}
+void Timeline::problem(const std::string& text) {
+    print("!! ", text);
+}
+
+void Timeline::plain(const std::string& text) {
+    std::fputs((text + "\n").c_str(), stdout);
+    std::fflush(stdout);
+}
+
+void Timeline::print(const char* mark, const std::string& text) {
+    char time[32];
+    std::snprintf(time, sizeof time, "%8.3f  ",
+                  static_cast<double>(::GetTickCount64() - _begin) / kMsPerSecond);
+    plain(std::string(time) + mark + text);
+}
+
+}  // namespace printpath
