@@ -1,0 +1,23 @@
+#!/bin/sh
+# play-all.sh BIN FOLDER: plays every scenario of a folder, within with-wine.sh, one after the other:
+# they share a desktop. One line a scenario; the timeline of those that fail.
+set -eu
+bin=$1
+folder=$2
+here=$(cd "$(dirname "$0")" && pwd)
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+
+failed=0
+for scenario in "$folder"/*.txt; do
+    name=$(basename "$scenario" .txt)
+    begin=$(date +%s%N)
+    if sh "$here/play.sh" "$bin" "$scenario" >"$log" 2>&1; then
+        printf 'ok scenario %s (%d ms)\n' "$name" $((($(date +%s%N) - begin) / 1000000))
+    else
+        echo "not ok scenario $name"
+        failed=1
+        cat "$log"
+    fi
+done
+exit "$failed"

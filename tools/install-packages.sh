@@ -1,0 +1,33 @@
+#!/bin/sh
+# install-packages.sh run|test: installs the packages of tools/packages.txt that are missing, with
+# sudo when it is not root. Says nothing when nothing is missing.
+set -eu
+purpose=$1
+list=$(dirname "$0")/packages.txt
+
+missing=
+while read -r package needed_for; do
+    case $package in '' | '#'*) continue ;; esac
+    [ "$purpose" = test ] || [ "$needed_for" = "$purpose" ] || continue
+    case $(dpkg-query -W -f='${Status}' "$package" 2>/dev/null || :) in
+    *' ok installed') ;;
+    *) missing="$missing $package" ;;
+    esac
+done <"$list"
+[ -n "$missing" ] || exit 0
+
+as_root=
+[ "$(id -u)" -eq 0 ] || as_root=sudo
+if [ -n "$as_root" ] && ! command -v sudo >/dev/null; then
+    echo "install-packages.sh: not root and no sudo; please install:$missing" >&2
+    exit 1
+fi
+echo "Installing:$missing"
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+export DEBIAN_FRONTEND=noninteractive
+{ $as_root apt-get -q update && # shellcheck disable=SC2086
+    $as_root apt-get -q install -y --no-install-recommends $missing; } >"$log" 2>&1 </dev/null || {
+    cat "$log" >&2
+    exit 1
+}

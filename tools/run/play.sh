@@ -1,0 +1,36 @@
+#!/bin/sh
+# play.sh SCENARIO: builds what is needed, plays the scenario on the real monitor in a Wine prefix of
+# its own, and leaves its pictures in out/.
+set -eu
+scenario=$1
+root=$(cd "$(dirname "$0")/../.." && pwd)
+here=$(pwd)
+case $scenario in /*) ;; *) scenario=$here/$scenario ;; esac
+cd "$root"
+
+sh tools/install-packages.sh run
+echo "Building ..."
+sh tools/build-quietly.sh windows bin/QVK7400SM.exe bin/QVK7400SMs.dll bin/printpath.exe \
+    simulated_device simulated_device_pages recorder
+
+# A display that is named but gone is of no use.
+if [ -n "${DISPLAY:-}" ] && timeout 5 xdpyinfo >/dev/null 2>&1; then
+    export BEAMLINE_KEEP_DISPLAY=1
+fi
+mkdir -p out
+pictures=$(mktemp -d)
+trap 'rm -rf "$pictures"' EXIT
+
+echo "Starting Wine ..."
+status=0
+sh tools/wine/with-wine.sh "$root/build/wine-template" \
+    sh tests/scenarios/play.sh "$root/build/windows/bin" "$scenario" --pictures "Z:$pictures" || status=$?
+
+for picture in "$pictures"/*.bmp; do
+    [ -f "$picture" ] || continue
+    name=out/$(basename "$picture" .bmp).png
+    convert "$picture" "$name"
+    echo "Picture: $name"
+done
+[ "$status" -eq 0 ] || echo "./run: $(basename "$scenario") did not go as it should (exit code $status)"
+exit "$status"
