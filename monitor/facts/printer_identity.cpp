@@ -40,6 +40,7 @@ constexpr std::u16string_view kModelMarker = u"K740";  // case counts
 constexpr wchar_t kCompanionKey[] = L"SOFTWARE\\Corvane\\Orrery\\";
 constexpr wchar_t kPathValue[] = L"ApplicationPath";
 constexpr std::size_t kPathUnits = 512;
+constexpr char kNotLaunched[] = "Failed to launch OrreryMX.\n";
 constexpr std::uint32_t kInvalidData = 13;  // the system's number for a value that makes no sense
 
 void rememberPrinter(const std::wstring& name) {
@@ -93,7 +94,7 @@ void readAlertClasses(const std::wstring& printerName, AlertClasses& classes) {
     classes.warnings = (mask & kWarningsBit) != 0;
 }
 
-bool isSupportedPrinter(std::wstring& name) {
+bool isSupportedPrinter(std::wstring& name) try {
     if (name.empty()) {
         recallPrinter(name);
     } else {
@@ -111,9 +112,11 @@ bool isSupportedPrinter(std::wstring& name) {
     }
     const std::u16string_view text(driver.data(), driver.size());
     return text.substr(0, text.find(u'\0')).find(kModelMarker) != std::u16string_view::npos;
+} catch (const std::bad_alloc&) {  // remembering and recalling a name takes memory
+    return false;
 }
 
-bool startCompanion() {
+bool startCompanion() try {
     RegistryKey key;
     std::uint32_t error = key.openForReading(Hive::LocalMachine, kCompanionKey);
     if (error != platform::kSuccess) {
@@ -128,8 +131,11 @@ bool startCompanion() {
     }
     // The shell would open a folder for an empty name.
     if (path.empty() || !platform::startProgram(path.c_str(), error)) {
-        platform::trace("Failed to launch OrreryMX.\n");
+        platform::trace(kNotLaunched);
         return false;
     }
     return true;
+} catch (const std::bad_alloc&) {
+    platform::trace(kNotLaunched);
+    return false;
 }

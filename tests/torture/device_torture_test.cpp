@@ -1,0 +1,179 @@
+#include "device/cartridge_validation.h"
+#include "device/ews_intf.h"
+#include "device/shop_page.h"
+#include "device/web_links.h"
+#include "platform/simulated/process_ended.h"
+#include "platform/simulated/world.h"
+#include "tests/support/allocation_torture.h"
+#include "tests/support/clean_platform.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+
+// Every allocation of the device's services fails in turn, alone and on top of platform faults.
+namespace {
+
+using platform::simulated::Call;
+using platform::simulated::world;
+using torture::Mode;
+
+constexpr char kTemplate[] = "<html>\nform = document.stockline.XML_string.value;\n</html>\n";
+constexpr char kFilled[] = "<html>form = '<supplies>black</supplies>';</html>";
+constexpr char kInstalled[] = "C:\\Program Files\\QV\\QV Beamline K7400 MFP Series\\";
+constexpr char kCopied[] = "C:\\ProgramData\\QV\\QV Beamline K7400 MFP Series\\P7400OS.HTM";
+
+class DeviceTortureTest : public testing::TestWithParam<Mode> {};
+
+void setScene() {
+    cleanPlatform();
+    world().device.install();
+    world().device.setPage("/DevMgmt/ShopForSupplies.xml", "<?xml?><supplies>black</supplies>");
+    world().device.setPage("/dev/qvLoyalty.xml",
+                           "<a><cartridge><cartLife>5</cartLife></cartridge>"
+                           "<printerModel>K 7400 with a long name</printerModel></a>");
+    for (const char* const file : {"P7400DEF.css", "P7400SIG.GIF", "P7400OS.HTM"}) {
+        world().files.put(std::string(kInstalled) + file, kTemplate);
+    }
+}
+
+// Last in each check: what the world remembers counts as live memory.
+void checkDeviceAndLeave() {
+    EXPECT_EQ(world().device.openDevices(), 0);
+    EXPECT_EQ(world().device.loadedLibraries(), 0);
+    EXPECT_EQ(world().registry.openKeys(), 0);
+    cleanPlatform();
+}
+
+// Only a page that was filled is ever opened.
+void checkShop(bool undisturbed) {
+    const auto opened = world().desktop.documents();
+    EXPECT_LE(opened.size(), 1U);
+    if (undisturbed) {
+        EXPECT_EQ(opened.size(), 1U);
+    }
+    const auto page = world().files.content(kCopied);
+    if (!opened.empty()) {
+        EXPECT_EQ(page, kFilled);
+    }
+    EXPECT_TRUE(!page || *page == kTemplate || *page == kFilled);
+}
+
+TEST_P(DeviceTortureTest, APageArrivesWholeOrNotAtAll) {
+    std::string page;
+    bool arrived = false;
+    const auto scene = [&page, &arrived] {
+        setScene();
+        page = std::string();
+        return [&page, &arrived] {
+            arrived = EWSIntf().get_page(L"USB001", "/DevMgmt/ShopForSupplies.xml", page);
+        };
+    };
+    const auto check = [&page, &arrived](long failed) {
+        EXPECT_EQ(page, arrived ? "<?xml?><supplies>black</supplies>" : "");
+        if (failed == 0) {
+            EXPECT_TRUE(arrived);
+        }
+        page = std::string();
+        page.shrink_to_fit();
+        checkDeviceAndLeave();
+    };
+
+    const torture::Outcome outcome = torture::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GE(outcome.points, 1);
+    EXPECT_EQ(outcome.leakedAt, 0);
+}
+
+TEST_P(DeviceTortureTest, TheShopPageIsOpenedFilledOrNotAtAll) {
+    const auto scene = [] {
+        setScene();
+        return [port = std::wstring(L"USB001")] { openShopPage(port); };
+    };
+    const auto check = [](long failed) {
+        checkShop(failed == 0);
+        checkDeviceAndLeave();
+    };
+
+    const torture::Outcome outcome = torture::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GT(outcome.points, 10);
+    EXPECT_EQ(outcome.leakedAt, 0);
+}
+
+TEST_P(DeviceTortureTest, TheValidationEndsTheProcessWithCode0WhateverFails) {
+    std::uint32_t exitCode = 99;
+    const auto scene = [&exitCode] {
+        setScene();
+        exitCode = 99;
+        return [&exitCode, port = std::wstring(L"USB001")] {
+            try {
+                validateCartridge(port);
+            } catch (const platform::ProcessEnded& end) {
+                exitCode = end.code;
+            }
+        };
+    };
+    const auto check = [&exitCode](long failed) {
+        EXPECT_EQ(exitCode, 0U);
+        EXPECT_LE(world().desktop.addresses().size(), 1U);
+        if (failed == 0) {
+            EXPECT_EQ(world().desktop.addresses().size(), 1U);
+        }
+        checkDeviceAndLeave();
+    };
+
+    const torture::Outcome outcome = torture::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GT(outcome.points, 10);
+    EXPECT_EQ(outcome.leakedAt, 0);
+}
+
+TEST_P(DeviceTortureTest, ALinkIsOpenedWholeOrNotAtAll) {
+    const auto scene = [] {
+        setScene();
+        return [] { openRecyclePage(); };
+    };
+    const auto check = [](long failed) {
+        for (const std::wstring& address : world().desktop.addresses()) {
+            EXPECT_EQ(address, L"https://www.corvane.example/go/recycle");
+        }
+        if (failed == 0) {
+            EXPECT_EQ(world().desktop.addresses().size(), 1U);
+        }
+        checkDeviceAndLeave();
+    };
+
+    EXPECT_EQ(torture::everyAllocation(GetParam(), scene, check).leakedAt, 0);
+}
+
+constexpr Call kCalls[] = {Call::FolderLookup, Call::LibraryLoad, Call::FunctionLookup,
+                           Call::DeviceOpen,   Call::DevicePage,  Call::FileCopy,
+                           Call::FileRead,     Call::FileWrite,   Call::DocumentOpen};
+
+TEST_P(DeviceTortureTest, AFaultOfThePlatformOnTopOpensNoHalfPage) {
+    for (const Call call : kCalls) {
+        bool everStruck = true;
+        for (long nth = 1; everStruck; ++nth) {
+            everStruck = false;
+            const auto scene = [call, nth] {
+                setScene();
+                EXPECT_TRUE(world().faults.add({call, nth, GetParam() == Mode::FromThenOn}));
+                return [port = std::wstring(L"USB001")] { openShopPage(port); };
+            };
+            const auto check = [&everStruck](long) {
+                everStruck = everStruck || world().faults.struck() > 0;
+                checkShop(false);
+                checkDeviceAndLeave();
+            };
+
+            EXPECT_EQ(torture::everyAllocation(GetParam(), scene, check).leakedAt, 0);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(BothModes, DeviceTortureTest,
+                         testing::Values(Mode::Once, Mode::FromThenOn));
+
+}  // namespace

@@ -1,0 +1,216 @@
+#include "monitor/facts/cartridge_store.h"
+#include "monitor/facts/consumables.h"
+#include "monitor/facts/printer_identity.h"
+#include "platform/simulated/world.h"
+#include "tests/support/allocation_torture.h"
+#include "tests/support/clean_platform.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+// Every allocation of the monitor's facts fails in turn, alone and on top of every platform fault.
+namespace {
+
+using platform::Hive;
+using platform::simulated::Call;
+using platform::simulated::Fault;
+using platform::simulated::world;
+using torture::Mode;
+
+constexpr wchar_t kKey[] = L"Software\\Corvane\\QVBL7400 SM";
+constexpr wchar_t kPrinter[] = L"Beamline K7400";
+constexpr std::uint32_t kSerial = 4711;
+
+class FactsTortureTest : public testing::TestWithParam<Mode> {};
+
+// The registry holds a whole record or none, whatever happened; nothing stayed open. The last thing
+// in each check, since what the world remembers counts as live memory.
+void checkRegistryAndLeave() {
+    world().faults.clear();
+    const auto record = world().registry.value(Hive::CurrentUser, kKey, L"CartData");
+    EXPECT_TRUE(!record || record->bytes.size() == 280U);
+    const auto version = world().registry.dword(Hive::CurrentUser, kKey, L"CartDataVer");
+    EXPECT_TRUE(!version || *version == 4U || *version == 0U);
+    EXPECT_EQ(world().registry.openKeys(), 0);
+    EXPECT_EQ(world().printers.openPrinters(), 0);
+    EXPECT_EQ(world().device.openDevices(), 0);
+    EXPECT_EQ(world().device.loadedLibraries(), 0);
+}
+
+void serveDevice() {
+    world().device.install();
+    world().device.setPage(
+        "/DevMgmt/ConsumableConfigDyn.xml",
+        "<c:X xmlns:c=\"c\" xmlns:ccdyn=\"n\" xmlns:dd=\"d\"><ccdyn:ConsumableInfo>"
+        "<dd:SerialNumber>4711</dd:SerialNumber><dd:ProductNumber>QV-7400A of the long name"
+        "</dd:ProductNumber></ccdyn:ConsumableInfo></c:X>");
+    world().device.setPage(
+        "/DevMgmt/ProductUsageDyn.xml",
+        "<pudyn:ConsumableSubunit xmlns:pudyn=\"p\" xmlns:dd=\"d\"><pudyn:Consumable>"
+        "<dd:EstimatedPagesRemaining>1200</dd:EstimatedPagesRemaining>"
+        "</pudyn:Consumable></pudyn:ConsumableSubunit>");
+}
+
+TEST_P(FactsTortureTest, TheCartridgeMemoryStaysWhole) {
+    const auto scene = [] {
+        cleanPlatform();
+        CartridgeRecord record;
+        for (std::uint32_t serial = 1; serial <= 5; ++serial)
+            AddCartIfNew(record, serial);
+        return [] {
+            CartridgeRecord record;
+            AddCartIfNew(record, kSerial);
+            static_cast<void>(SetSnooze(record, kSerial, 336, SnoozeSlot::Low));
+            static_cast<void>(IsSnoozing(kSerial, SnoozeSlot::Low));
+            static_cast<void>(IllegalCartOccured(record, kSerial));
+            static_cast<void>(NonQvCartOccuredBefore(record, 1));
+            static_cast<void>(takeWelcome());
+        };
+    };
+    const auto check = [](long) {
+        checkRegistryAndLeave();
+        cleanPlatform();
+    };
+
+    const torture::Outcome outcome = torture::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GT(outcome.points, 5);
+    EXPECT_EQ(outcome.leakedAt, 0);
+}
+
+TEST_P(FactsTortureTest, ATruthfulSnoozeIsStoredAndAFailedOneIsNot) {
+    bool saved = false;
+    const auto scene = [&saved] {
+        cleanPlatform();
+        CartridgeRecord record;
+        AddCartIfNew(record, kSerial);
+        saved = false;
+        return [&saved] {
+            CartridgeRecord buffer;
+            saved = SetSnooze(buffer, kSerial, 1, SnoozeSlot::Out);
+        };
+    };
+    const auto check = [&saved](long) {
+        EXPECT_EQ(IsSnoozing(kSerial, SnoozeSlot::Out), saved);
+        cleanPlatform();
+    };
+
+    EXPECT_EQ(torture::everyAllocation(GetParam(), scene, check).leakedAt, 0);
+}
+
+struct Asked {
+    std::wstring product = std::wstring(kConsumableTextUnits, L'#');
+    std::wstring pages = std::wstring(kConsumableTextUnits, L'#');
+};
+
+TEST_P(FactsTortureTest, AConsumableIsToldOrNotKnown) {
+    Asked asked;
+    const auto scene = [&asked] {
+        cleanPlatform();
+        serveDevice();
+        return [&asked] { getConsumableInfo(kPrinter, asked.product.data(), asked.pages.data()); };
+    };
+    const auto check = [&asked](long failed) {
+        const std::wstring product = asked.product.c_str();
+        const std::wstring pages = asked.pages.c_str();
+        EXPECT_TRUE(product == L"QV-7400A of the long name" || product == L"Not Known") << failed;
+        EXPECT_TRUE(pages == L"1200" || pages == L"Not Known") << failed;
+        if (failed == 0) {
+            EXPECT_NE(pages, L"Not Known");
+        }
+        checkRegistryAndLeave();
+        cleanPlatform();
+    };
+
+    const torture::Outcome outcome = torture::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GT(outcome.points, 3);
+    EXPECT_EQ(outcome.leakedAt, 0);
+}
+
+TEST_P(FactsTortureTest, ACartridgeIsRememberedOrNot) {
+    const auto scene = [] {
+        cleanPlatform();
+        serveDevice();
+        return [] { queryCartridgeSerial(kPrinter); };
+    };
+    const auto check = [](long failed) {
+        const std::uint32_t current = GetCurrCart();
+        EXPECT_TRUE(current == kSerial || (failed != 0 && current == kNoCartridge));
+        checkRegistryAndLeave();
+        cleanPlatform();
+    };
+
+    const torture::Outcome outcome = torture::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GT(outcome.points, 3);
+    EXPECT_EQ(outcome.leakedAt, 0);
+}
+
+TEST_P(FactsTortureTest, ThePrinterIsSupportedOrNot) {
+    bool supported = false;
+    bool started = false;
+    const auto scene = [&supported, &started] {
+        cleanPlatform();
+        world().printers.setTextOf(kPrinter, L"\\", L"Printer Driver", L"K7400");
+        world().registry.setText(Hive::LocalMachine, L"SOFTWARE\\Corvane\\Orrery\\",
+                                 L"ApplicationPath", L"C:\\Program Files\\Orrery\\orrery.exe");
+        return [&supported, &started, name = std::wstring(kPrinter)]() mutable {
+            supported = isSupportedPrinter(name);
+            started = startCompanion();
+        };
+    };
+    const auto check = [&supported, &started](long failed) {
+        if (failed == 0) {
+            EXPECT_TRUE(supported && started);
+        }
+        EXPECT_EQ(world().desktop.programs().size(), started ? 1U : 0U);
+        checkRegistryAndLeave();
+        cleanPlatform();
+    };
+
+    const torture::Outcome outcome = torture::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GT(outcome.points, 3);
+    EXPECT_EQ(outcome.leakedAt, 0);
+}
+
+// A fault of the platform, counted from the moment at which the part begins.
+constexpr Call kCalls[] = {Call::RegistryOpen,  Call::RegistryCreate, Call::RegistryRead,
+                           Call::RegistryWrite, Call::LibraryLoad,    Call::FunctionLookup,
+                           Call::DeviceOpen,    Call::DevicePage,     Call::XmlQuery};
+
+TEST_P(FactsTortureTest, AFaultOfThePlatformOnTopLeavesAWholeRecordToo) {
+    for (const Call call : kCalls) {
+        bool everStruck = true;
+        for (long nth = 1; everStruck; ++nth) {
+            everStruck = false;
+            const auto scene = [call, nth] {
+                cleanPlatform();
+                serveDevice();
+                EXPECT_TRUE(world().faults.add({call, nth, GetParam() == Mode::FromThenOn}));
+                return [] {
+                    queryCartridgeSerial(kPrinter);
+                    CartridgeRecord record;
+                    static_cast<void>(SetSnooze(record, kSerial, 1, SnoozeSlot::Low));
+                    static_cast<void>(takeWelcome());
+                };
+            };
+            const auto check = [&everStruck](long) {
+                everStruck = everStruck || world().faults.struck() > 0;
+                checkRegistryAndLeave();
+                cleanPlatform();
+            };
+
+            EXPECT_EQ(torture::everyAllocation(GetParam(), scene, check).leakedAt, 0);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(BothModes, FactsTortureTest,
+                         testing::Values(Mode::Once, Mode::FromThenOn));
+
+}  // namespace
