@@ -6,6 +6,7 @@
 #include "platform/thread.h"
 
 #include <atomic>
+#include <new>
 
 namespace arbor {
 
@@ -54,7 +55,8 @@ void AbstractThread::start() {
 
     const ScopedLock lock(*this);
     if (_thread != nullptr) return;
-    auto parameter = std::make_unique<Start>(Start{this, _use});
+    std::unique_ptr<Start> parameter(new (std::nothrow) Start{this, _use});
+    if (parameter == nullptr) return;  // no memory for a thread: as good as one that fails to start
     _thread = platform::startThread(&AbstractThread::threadProcedure, parameter.get(), _threadId);
     if (_thread != nullptr) static_cast<void>(parameter.release());  // the thread's from now on
 }

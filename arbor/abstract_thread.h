@@ -31,7 +31,7 @@ public:
     AbstractThread();
     ~AbstractThread() override;
 
-    // A CreateThread that fails is not reported; a later start tries again.
+    // A thread that the system cannot start is not reported; a later start tries again.
     void start() override;
     // False before the first start, and when the system does not tell.
     [[nodiscard]] bool isFinished() override;

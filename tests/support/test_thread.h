@@ -1,0 +1,22 @@
+#pragma once
+
+#include "arbor/abstract_thread.h"
+
+#include <functional>
+#include <utility>
+
+namespace test {
+
+// A framework thread whose body is the test's.
+class TestThread : public arbor::AbstractThread {
+public:
+    explicit TestThread(std::function<std::uint32_t()> body) : _body(std::move(body)) {}
+    ~TestThread() override { endThreadUse(); }
+
+    std::uint32_t run() override { return _body(); }
+
+private:
+    std::function<std::uint32_t()> _body;
+};
+
+}  // namespace test
