@@ -56,12 +56,15 @@ public:
                                       void*& result);
 
 protected:
-    AbstractInstanceManager(arbor::IDatabase* database, EventBroker* eventBroker) noexcept
-        : _database(database), _eventBroker(eventBroker) {}
+    // Both are members of the derived class, which hands them in as soon as they are constructed.
+    void attach(arbor::IDatabase* database, EventBroker* eventBroker) noexcept {
+        _database = database;
+        _eventBroker = eventBroker;
+    }
 
 private:
-    arbor::IDatabase* _database;  // member of the derived class
-    EventBroker* _eventBroker;    // member of the derived class
+    arbor::IDatabase* _database = nullptr;  // not owned through this pointer
+    EventBroker* _eventBroker = nullptr;    // not owned through this pointer
     std::vector<std::unique_ptr<ModuleRecord>> _modules;
     bool _ready = false;
 };

@@ -16,6 +16,8 @@ namespace {
 
 using arbor::ScopedLock;
 
+constexpr wchar_t kBrokerKey[] = L"eventBroker";
+
 template <typename Array, typename Element>
 bool removeFirst(Array& array, const Element* element) {
     const auto place = std::find(array.begin(), array.end(), element);
@@ -155,19 +157,30 @@ bool EventBroker::postExclusive(const arbor::Guid* type, std::uint32_t code, std
 bool EventBroker::addComponent(arbor::PropertyHolder* component) {
     if (component == nullptr) return false;
     arbor::IThread* thread = threadOf(*component);
-    if (thread != nullptr) queueThread(thread);
     arbor::IListener* listener = listenerOf(*component);
-    if (listener != nullptr) {
-        const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
-        _listeners.append(listener);
-    }
     if (thread == nullptr && listener == nullptr) return false;
-    {
-        const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
-        _components.append(component);
-    }
-    component->setPointer(L"eventBroker", this);
+
+    if (component->setPointer(kBrokerKey, this) && enroll(component, thread, listener)) return true;
+    // Refused for want of memory: the caller may destroy the component, and its thread with it,
+    // which may have asked to be started long ago.
+    component->removeProperty(kBrokerKey);
+    if (thread != nullptr) forgetWaitingThread(thread);
+    return false;
+}
+
+bool EventBroker::enroll(arbor::PropertyHolder* component, arbor::IThread* thread,
+                         arbor::IListener* listener) try {
+    const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+    _threadsToStart.reserveOneMore();
+    _listeners.reserveOneMore();
+    _components.reserveOneMore();
+
+    if (thread != nullptr) _threadsToStart.append(thread);
+    if (listener != nullptr) _listeners.append(listener);
+    _components.append(component);
     return true;
+} catch (const std::bad_alloc&) {
+    return false;
 }
 
 bool EventBroker::removeComponent(arbor::PropertyHolder* component, bool destroy) {

@@ -57,8 +57,9 @@ public:
     virtual bool enqueue(MessageReference message);
     virtual bool postExclusive(const arbor::Guid* type, std::uint32_t code, std::uint32_t flags,
                                arbor::PropertyHolder* properties);
-    // On true the broker owns the component. False takes nothing: null, or a component with neither
-    // "thread" nor "listener" in its bag. A thread starts at the loop's next idle turn.
+    // On true the broker owns the component. False takes nothing: null, a component with neither
+    // "thread" nor "listener" in its bag, or no memory. A thread starts at the loop's next idle
+    // turn.
     virtual bool addComponent(arbor::PropertyHolder* component);
     // Destroys the component only when asked to and when it was the broker's. Always true.
     virtual bool removeComponent(arbor::PropertyHolder* component, bool destroy);
@@ -67,6 +68,9 @@ private:
     [[nodiscard]] MessageReference takeFront();
     void startWaitingThreads();
     void queueThread(arbor::IThread* thread);
+    // All of it or, without memory, nothing of it.
+    [[nodiscard]] bool enroll(arbor::PropertyHolder* component, arbor::IThread* thread,
+                              arbor::IListener* listener);
     void forgetWaitingThread(const arbor::IThread* thread);
 
     IInstanceManager* _owner;                                   // not owned, outlives us

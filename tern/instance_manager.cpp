@@ -22,7 +22,8 @@ constexpr std::uint32_t kIdleSleepMs = 100;
 }  // namespace
 
 InstanceManager::InstanceManager(const arbor::IPropertyHolder&, const std::vector<std::wstring>&)
-    : AbstractInstanceManager(&_ownDatabase, &_ownBroker), _ownDatabase(this), _ownBroker(this) {
+    : _ownDatabase(this), _ownBroker(this) {
+    attach(&_ownDatabase, &_ownBroker);
     registerMaker(L"TimerEventGenerator", kTimerEventGeneratorId,
                   &makeComponent<TimerEventGenerator>);
     registerMaker(L"DebugListener", kDebugListenerId, &makeComponent<DebugListener>);

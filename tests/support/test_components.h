@@ -1,0 +1,78 @@
+#pragma once
+
+#include "arbor/i_listener.h"
+#include "arbor/i_message.h"
+#include "arbor/i_thread.h"
+#include "arbor/property_holder.h"
+#include "platform/thread.h"
+#include "tern/abstract_instance_manager.h"
+#include "tern/database.h"
+#include "tern/event_broker.h"
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace test {
+
+// A component that hears messages: runs the test's action, and answers what the test says.
+class ListenerComponent : public arbor::PropertyHolder, public arbor::IListener {
+public:
+    using Action = std::function<bool(arbor::IMessage&)>;
+
+    explicit ListenerComponent(Action action) : _action(std::move(action)) {
+        setPointer(L"listener", static_cast<arbor::IListener*>(this));
+    }
+    ~ListenerComponent() override {
+        if (onDestruction) onDestruction();
+    }
+
+    bool notify(arbor::IMessage* message) override {
+        ++heard;
+        return _action(*message);
+    }
+
+    int heard = 0;
+    std::function<void()> onDestruction;
+
+private:
+    Action _action;
+};
+
+// A thread that only counts how often it is started.
+class CountingThread : public arbor::IThread {
+public:
+    void start() override { ++starts; }
+    bool isFinished() override { return false; }
+    std::uint32_t wait(std::uint32_t) override { return 0; }
+    void reserved4() override {}
+    bool reserved5() override { return true; }
+    bool reserved6() override { return true; }
+    bool reserved7() override { return true; }
+    platform::NativeHandle* getHandle() override { return nullptr; }
+    void addObserver(arbor::IListener*) override {}
+    void removeObserver(arbor::IListener*) override {}
+    std::uint32_t getThreadId() override { return 0; }
+
+    int starts = 0;
+};
+
+// An instance manager with the broker of the test: pumping runs the test's action.
+template <typename Broker = tern::EventBroker>
+class TestManager : public tern::AbstractInstanceManager {
+public:
+    TestManager() : database(this), broker(this) { attach(&database, &broker); }
+
+    void pumpOnce() override {
+        ++pumps;
+        if (onPump) onPump();
+    }
+
+    std::function<void()> onPump;
+    int pumps = 0;
+    tern::Database database;
+    Broker broker;
+};
+
+}  // namespace test

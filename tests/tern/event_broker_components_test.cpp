@@ -1,0 +1,207 @@
+// What the broker does with components and with what their threads tell it.
+#include "tern/event_broker.h"
+
+#include "arbor/abstract_thread.h"
+#include "arbor/simple_message.h"
+#include "tests/support/test_components.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+using arbor::AbstractThread;
+using arbor::Guid;
+using arbor::IMessage;
+using arbor::IThread;
+using arbor::PropertyHolder;
+using arbor::SimpleMessage;
+using arbor::ThreadCode;
+using test::CountingThread;
+using test::ListenerComponent;
+
+namespace {
+
+constexpr Guid kType{1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
+
+// A component whose bag names a thread that is the test's.
+class ThreadComponent : public PropertyHolder {
+public:
+    explicit ThreadComponent(IThread& thread) { setPointer(L"thread", &thread); }
+    ThreadComponent(IThread& thread, int& destroyed) : ThreadComponent(thread) {
+        _destroyed = &destroyed;
+    }
+    ~ThreadComponent() override {
+        if (_destroyed != nullptr) ++*_destroyed;
+    }
+
+private:
+    int* _destroyed = nullptr;  // the test's
+};
+
+struct EventBrokerComponentsTest : testing::Test {
+    EventBrokerComponentsTest() {
+        manager.onPump = [this] { broker.stop(nullptr, 0); };
+    }
+    void runUntilIdle() { EXPECT_EQ(broker.run(), 0); }
+
+    bool notify(std::uint32_t code) {
+        AbstractThread::ThreadMessage message(static_cast<ThreadCode>(code), &thread);
+        return broker.notify(&message);
+    }
+
+    CountingThread thread;
+    test::TestManager<> manager;
+    tern::EventBroker& broker = manager.broker;
+};
+
+}  // namespace
+
+TEST_F(EventBrokerComponentsTest, NullIsRefused) {
+    EXPECT_FALSE(broker.addComponent(nullptr));
+    EXPECT_TRUE(broker.removeComponent(nullptr, true));
+}
+
+TEST_F(EventBrokerComponentsTest, ComponentWithNeitherThreadNorListenerIsRefusedAndNotOwned) {
+    PropertyHolder component;  // on the stack: owning it would be a crash
+    component.setInt(L"thread", 5);
+
+    EXPECT_FALSE(broker.addComponent(&component));
+    EXPECT_FALSE(component.hasProperty(L"eventBroker"));
+}
+
+TEST_F(EventBrokerComponentsTest, AcceptedComponentFindsTheBrokerInItsBag) {
+    auto* component = new ThreadComponent(thread);
+
+    EXPECT_TRUE(broker.addComponent(component));
+
+    EXPECT_EQ(component->getPointer(L"eventBroker", nullptr), &broker);
+}
+
+TEST_F(EventBrokerComponentsTest, ComponentWithThreadAndListenerIsBothAndOwnedOnce) {
+    auto* component = new ListenerComponent([](IMessage&) { return false; });
+    int destroyed = 0;
+    component->onDestruction = [&] { ++destroyed; };
+    component->setPointer(L"thread", static_cast<IThread*>(&thread));
+
+    EXPECT_TRUE(broker.addComponent(component));
+    SimpleMessage message(&kType, 0, 0);
+    broker.publish(&message);
+    runUntilIdle();
+
+    EXPECT_EQ(component->heard, 1);
+    EXPECT_EQ(thread.starts, 1);
+    EXPECT_TRUE(broker.removeComponent(component, true));
+    EXPECT_EQ(destroyed, 1);
+}
+
+TEST_F(EventBrokerComponentsTest, ThreadIsStartedAtTheIdleTurnAndNotBefore) {
+    broker.addComponent(new ThreadComponent(thread));
+    auto* listener = new ListenerComponent([&](IMessage&) {
+        EXPECT_EQ(thread.starts, 0);
+        return false;
+    });
+    broker.addComponent(listener);
+    broker.post(&kType, 0, 0, nullptr);
+    EXPECT_EQ(thread.starts, 0);
+
+    runUntilIdle();
+
+    EXPECT_EQ(listener->heard, 1);
+    EXPECT_EQ(thread.starts, 1);
+}
+
+TEST_F(EventBrokerComponentsTest, ThreadIsStartedOncePerRequestAndNotAtEveryTurn) {
+    int turns = 0;
+    manager.onPump = [&] {
+        if (++turns == 3) broker.stop(nullptr, 0);
+    };
+    broker.addComponent(new ThreadComponent(thread));
+    EXPECT_TRUE(notify(1));
+
+    runUntilIdle();
+
+    EXPECT_EQ(thread.starts, 2);
+}
+
+TEST_F(EventBrokerComponentsTest, RemovedComponentIsDestroyedOnlyWhenAskedTo) {
+    int destroyed = 0;
+    auto* component = new ThreadComponent(thread, destroyed);
+    broker.addComponent(component);
+
+    EXPECT_TRUE(broker.removeComponent(component, false));
+    EXPECT_EQ(destroyed, 0);
+    delete component;
+
+    auto* other = new ThreadComponent(thread, destroyed);
+    broker.addComponent(other);
+    EXPECT_TRUE(broker.removeComponent(other, true));
+    EXPECT_EQ(destroyed, 2);
+}
+
+TEST_F(EventBrokerComponentsTest, ComponentThatWasNeverAddedIsNotDestroyed) {
+    ThreadComponent stranger(thread);  // on the stack: destroying it would be a crash
+    ListenerComponent strangeListener([](IMessage&) { return false; });
+    auto* known = new ListenerComponent([](IMessage&) { return false; });
+    broker.addComponent(known);
+
+    EXPECT_TRUE(broker.removeComponent(&stranger, true));
+    EXPECT_TRUE(broker.removeComponent(&strangeListener, true));
+
+    SimpleMessage message(&kType, 0, 0);
+    broker.publish(&message);
+    EXPECT_EQ(known->heard, 1);
+}
+
+TEST_F(EventBrokerComponentsTest, ThreadThatWaitsForItsStartStaysWaitingWhenItsComponentIsRemoved) {
+    auto component = std::make_unique<ThreadComponent>(thread);
+    broker.addComponent(component.get());
+
+    broker.removeComponent(component.get(), false);
+    runUntilIdle();
+
+    EXPECT_EQ(thread.starts, 1);
+}
+
+TEST_F(EventBrokerComponentsTest, ThreadOfADestroyedComponentIsNeverStarted) {
+    auto* component = new ThreadComponent(thread);
+    broker.addComponent(component);
+
+    broker.removeComponent(component, true);
+    runUntilIdle();
+
+    EXPECT_EQ(thread.starts, 0);
+}
+
+TEST_F(EventBrokerComponentsTest, MessageOfAnotherTypeIsNotAThreadMessage) {
+    SimpleMessage other(&kType, 1, 0);
+    Guid nearly = AbstractThread::ThreadMessage::type();
+    ++nearly.data4[7];
+    SimpleMessage lastByteDiffers(&nearly, 1, 0);
+
+    EXPECT_FALSE(broker.notify(&other));
+    EXPECT_FALSE(broker.notify(&lastByteDiffers));
+}
+
+TEST_F(EventBrokerComponentsTest, ThreadMessageWithoutAThreadIsRefused) {
+    SimpleMessage message(&AbstractThread::ThreadMessage::type(), 1, 0);
+
+    EXPECT_FALSE(broker.notify(&message));
+}
+
+TEST_F(EventBrokerComponentsTest, ThreadCodesOneToThreeAreTakenAndNoOther) {
+    EXPECT_FALSE(notify(0));
+    EXPECT_TRUE(notify(1));
+    EXPECT_TRUE(notify(2));
+    EXPECT_TRUE(notify(3));
+    EXPECT_FALSE(notify(4));
+}
+
+TEST_F(EventBrokerComponentsTest, OnlyTheStartRequestLeadsToAStart) {
+    notify(2);
+    notify(3);
+    EXPECT_TRUE(notify(1));
+
+    runUntilIdle();
+
+    EXPECT_EQ(thread.starts, 1);
+}

@@ -1,0 +1,311 @@
+#include "tern/event_broker.h"
+
+#include "arbor/abstract_thread.h"
+#include "arbor/message.h"
+#include "arbor/simple_message.h"
+#include "tests/support/test_components.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+using arbor::AbstractThread;
+using arbor::Guid;
+using arbor::IMessage;
+using arbor::IThread;
+using arbor::PropertyHolder;
+using arbor::SimpleMessage;
+using arbor::ThreadCode;
+using test::CountingThread;
+using test::ListenerComponent;
+
+namespace {
+
+constexpr Guid kType{1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
+
+bool takes(IMessage&) {
+    return true;
+}
+bool passes(IMessage&) {
+    return false;
+}
+
+struct EventBrokerTest : testing::Test {
+    EventBrokerTest() {
+        manager.onPump = [this] { broker.stop(nullptr, 0); };
+    }
+
+    ListenerComponent& addListener(ListenerComponent::Action action) {
+        auto* component = new ListenerComponent(std::move(action));
+        EXPECT_TRUE(broker.addComponent(component));
+        return *component;
+    }
+    // Delivers all that is queued, then stops at the first idle turn.
+    void runUntilIdle() { EXPECT_EQ(broker.run(), 0); }
+
+    void publish(std::uint32_t flags) {
+        SimpleMessage message(&kType, 0, flags);
+        broker.publish(&message);
+    }
+
+    test::TestManager<> manager;
+    tern::EventBroker& broker = manager.broker;
+};
+
+}  // namespace
+
+TEST_F(EventBrokerTest, KnowsItsInstanceManagerAndIsReady) {
+    EXPECT_EQ(broker.getInstanceManager(), &manager);
+    EXPECT_TRUE(broker.isReady());
+}
+
+TEST_F(EventBrokerTest, ExclusiveMessageStopsAtTheFirstListenerThatTakesIt) {
+    auto& before = addListener(passes);
+    auto& first = addListener(takes);
+    auto& second = addListener(takes);
+
+    publish(arbor::kExclusiveFlag);
+
+    EXPECT_EQ(before.heard, 1);
+    EXPECT_EQ(first.heard, 1);
+    EXPECT_EQ(second.heard, 0);
+}
+
+TEST_F(EventBrokerTest, OrdinaryMessageReachesEveryListenerWhateverTheyAnswer) {
+    auto& first = addListener(takes);
+    auto& second = addListener(passes);
+    auto& third = addListener(takes);
+
+    publish(2);
+
+    EXPECT_EQ(first.heard + second.heard + third.heard, 3);
+}
+
+TEST_F(EventBrokerTest, ExclusiveFlagIsReadOnceBeforeDelivery) {
+    addListener([](IMessage& message) {
+        message.setFlags(arbor::kExclusiveFlag);
+        return true;
+    });
+    auto& second = addListener(passes);
+
+    publish(0);
+
+    EXPECT_EQ(second.heard, 1);
+}
+
+TEST_F(EventBrokerTest, ListenersAreCalledInTheOrderInWhichTheyWereAdded) {
+    std::string order;
+    for (const char name : {'a', 'b', 'c', 'd', 'e', 'f', 'g', 'h', 'i', 'j'}) {
+        addListener([&order, name](IMessage&) {
+            order += name;
+            return false;
+        });
+    }
+
+    publish(0);
+
+    EXPECT_EQ(order, "abcdefghij");
+}
+
+TEST_F(EventBrokerTest, ListenerAddedDuringDeliveryHearsTheNextMessage) {
+    ListenerComponent* late = nullptr;
+    addListener([&](IMessage&) {
+        if (late == nullptr) late = &addListener(passes);
+        return false;
+    });
+
+    publish(0);
+    EXPECT_EQ(late->heard, 0);
+    publish(0);
+    EXPECT_EQ(late->heard, 1);
+}
+
+TEST_F(EventBrokerTest, ListenerRemovedDuringDeliveryStillHearsThisMessage) {
+    ListenerComponent* leaving = nullptr;
+    addListener([&](IMessage&) { return broker.removeComponent(leaving, false); });
+    leaving = &addListener(passes);
+    const std::unique_ptr<ListenerComponent> owned(leaving);
+
+    publish(0);
+    publish(0);
+
+    EXPECT_EQ(leaving->heard, 1);
+}
+
+TEST_F(EventBrokerTest, NoLockIsHeldWhileAListenerIsCalled) {
+    // A second thread gets the lock in the middle of a delivery.
+    struct Locker {
+        static std::uint32_t run(void* broker) {
+            static_cast<tern::EventBroker*>(broker)->stop(nullptr, 0);
+            return 0;
+        }
+    };
+    std::uint32_t waited = 1;
+    addListener([&](IMessage&) {
+        std::uint32_t id = 0;
+        platform::NativeHandle thread = platform::startThread(&Locker::run, &broker, id);
+        waited = platform::waitForThread(thread, 20000);
+        platform::closeThread(thread);
+        return false;
+    });
+
+    publish(0);
+
+    EXPECT_EQ(waited, 0U);
+}
+
+TEST_F(EventBrokerTest, PostWithoutPropertiesDeliversASimpleMessage) {
+    std::vector<std::uint32_t> heard;
+    addListener([&](IMessage& message) {
+        heard = {message.getCode(), message.getFlags()};
+        EXPECT_EQ(message.getType(), &kType);
+        EXPECT_NE(dynamic_cast<SimpleMessage*>(&message), nullptr);
+        return false;
+    });
+
+    EXPECT_TRUE(broker.post(&kType, 123, 4, nullptr));
+    runUntilIdle();
+
+    EXPECT_EQ(heard, (std::vector<std::uint32_t>{123, 4}));
+}
+
+TEST_F(EventBrokerTest, PostWithPropertiesDeliversAMessageWithAnEmptyBag) {
+    PropertyHolder payload;
+    payload.setInt(L"key", 5);
+    auto& listener = addListener([&](IMessage& message) {
+        EXPECT_NE(dynamic_cast<arbor::Message*>(&message), nullptr);
+        EXPECT_FALSE(message.getProperties()->hasProperty(L"key"));
+        return false;
+    });
+
+    EXPECT_TRUE(broker.post(&kType, 0, 0, &payload));
+    runUntilIdle();
+
+    EXPECT_EQ(listener.heard, 1);
+}
+
+TEST_F(EventBrokerTest, PostExclusiveSetsTheLowestFlag) {
+    std::vector<std::uint32_t> flags;
+    addListener([&](IMessage& message) {
+        flags.push_back(message.getFlags());
+        return true;
+    });
+
+    broker.postExclusive(&kType, 0, 0, nullptr);
+    broker.postExclusive(&kType, 0, 6, nullptr);
+    runUntilIdle();
+
+    EXPECT_EQ(flags, (std::vector<std::uint32_t>{1, 7}));
+}
+
+TEST_F(EventBrokerTest, MessagesAreDeliveredInTheOrderOfTheirEnqueueBeforeAnyIdleTurn) {
+    std::vector<std::uint32_t> codes;
+    addListener([&](IMessage& message) {
+        EXPECT_EQ(manager.pumps, 0);
+        codes.push_back(message.getCode());
+        return false;
+    });
+    for (const std::uint32_t code : {3U, 1U, 2U})
+        broker.post(&kType, code, 0, nullptr);
+
+    runUntilIdle();
+
+    EXPECT_EQ(codes, (std::vector<std::uint32_t>{3, 1, 2}));
+    EXPECT_EQ(manager.pumps, 1);
+}
+
+TEST_F(EventBrokerTest, MessagePostedByAListenerIsDeliveredAfterTheOneInHand) {
+    std::string order;
+    addListener([&](IMessage& message) {
+        order += message.getCode() == 1 ? "first" : " posted";
+        if (message.getCode() == 1) broker.post(&kType, 2, 0, nullptr);
+        return false;
+    });
+    addListener([&](IMessage& message) {
+        if (message.getCode() == 1) order += " others";
+        return false;
+    });
+    broker.post(&kType, 1, 0, nullptr);
+
+    runUntilIdle();
+
+    EXPECT_EQ(order, "first others posted");
+}
+
+TEST_F(EventBrokerTest, StopFromAListenerEndsTheLoopAfterTheMessageInHand) {
+    auto& stopping = addListener([&](IMessage&) { return broker.stop(&kType, 0); });
+    auto& second = addListener(passes);
+    broker.post(&kType, 1, 0, nullptr);
+    broker.post(&kType, 2, 0, nullptr);
+
+    EXPECT_EQ(broker.run(), 0);
+
+    EXPECT_EQ(stopping.heard, 1);
+    EXPECT_EQ(second.heard, 1);
+    EXPECT_EQ(manager.pumps, 0);
+}
+
+TEST_F(EventBrokerTest, RunAfterStopDeliversNothing) {
+    auto& listener = addListener(passes);
+    broker.post(&kType, 1, 0, nullptr);
+
+    EXPECT_TRUE(broker.stop(&kType, 77));
+    EXPECT_EQ(broker.run(), 0);
+    EXPECT_EQ(broker.run(), 0);
+
+    EXPECT_EQ(listener.heard, 0);
+    EXPECT_EQ(manager.pumps, 0);
+}
+
+TEST_F(EventBrokerTest, DeliveredMessageIsDestroyedBeforeTheNextIsTaken) {
+    std::weak_ptr<IMessage> first;
+    auto& listener = addListener([&](IMessage& message) {
+        if (message.getCode() == 2) EXPECT_TRUE(first.expired());
+        return false;
+    });
+    auto message = std::make_shared<SimpleMessage>(&kType, 1U, 0U);
+    first = message;
+    EXPECT_TRUE(broker.enqueue(std::move(message)));
+    broker.post(&kType, 2, 0, nullptr);
+
+    runUntilIdle();
+
+    EXPECT_EQ(listener.heard, 2);
+}
+
+TEST_F(EventBrokerTest, MessageThatTheSenderKeepsStaysAliveAfterDelivery) {
+    const auto message = std::make_shared<SimpleMessage>(&kType, 1U, 0U);
+
+    broker.enqueue(message);
+    EXPECT_EQ(message.use_count(), 2);
+    runUntilIdle();
+
+    EXPECT_EQ(message.use_count(), 1);
+}
+
+TEST(EventBrokerEndTest, UndeliveredMessagesAreDestroyedWithTheBroker) {
+    const auto message = std::make_shared<SimpleMessage>(&kType, 1U, 0U);
+    {
+        test::TestManager<> manager;
+        manager.broker.stop(nullptr, 0);
+        EXPECT_TRUE(manager.broker.enqueue(message));
+        manager.broker.run();
+        EXPECT_EQ(message.use_count(), 2);
+    }
+    EXPECT_EQ(message.use_count(), 1);
+}
+
+TEST(EventBrokerEndTest, ComponentsAreDestroyedInTheOrderInWhichTheyWereAdded) {
+    std::string order;
+    {
+        test::TestManager<> manager;
+        for (const char name : {'a', 'b', 'c'}) {
+            auto* component = new ListenerComponent(passes);
+            component->onDestruction = [&order, name] { order += name; };
+            manager.broker.addComponent(component);
+        }
+    }
+    EXPECT_EQ(order, "abc");
+}
