@@ -1,0 +1,131 @@
+#include "tests/support/gauges.h"
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <vector>
+
+namespace {
+
+constexpr int kObjects = 10;
+
+class GaugesTest : public testing::Test {
+protected:
+    // The first of everything makes things that stay: classes, the table of GDI objects, and with a
+    // thread's first window one for its input methods, which goes with the last.
+    void SetUp() override {
+        ::DeleteObject(::CreateSolidBrush(RGB(1, 2, 3)));
+        _firstWindow = hiddenWindow();
+        static_cast<void>(readGauges());
+    }
+    void TearDown() override { ::DestroyWindow(_firstWindow); }
+
+    static HWND hiddenWindow() {
+        return ::CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW, 0, 0, 10, 10, nullptr,
+                                 nullptr, ::GetModuleHandleW(nullptr), nullptr);
+    }
+
+private:
+    HWND _firstWindow = nullptr;
+};
+
+DWORD WINAPI waitForEvent(void* event) {
+    ::WaitForSingleObject(event, INFINITE);
+    return 0;
+}
+
+TEST_F(GaugesTest, StayFlatWhileNothingHappens) {
+    const Gauges before = readGauges();
+
+    const Gauges after = readGauges();
+
+    EXPECT_STREQ(GaugeText(before, after).text(), "");
+}
+
+TEST_F(GaugesTest, CountAKernelHandleThatStaysOpen) {
+    const Gauges before = readGauges();
+
+    std::vector<HANDLE> events;
+    for (int count = 0; count < kObjects; ++count)
+        events.push_back(::CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    const Gauges after = readGauges();
+    for (HANDLE event : events)
+        ::CloseHandle(event);
+
+    EXPECT_EQ(after.handles, before.handles + kObjects);
+    EXPECT_EQ(readGauges().handles, before.handles);
+}
+
+TEST_F(GaugesTest, CountAGdiObjectThatIsNotDeleted) {
+    const Gauges before = readGauges();
+
+    std::vector<HGDIOBJ> pens;
+    for (int count = 0; count < kObjects; ++count)
+        pens.push_back(::CreatePen(PS_SOLID, count + 2, RGB(count, 0, 0)));
+    const Gauges after = readGauges();
+    for (HGDIOBJ pen : pens)
+        ::DeleteObject(pen);
+
+    EXPECT_EQ(after.gdiObjects, before.gdiObjects + kObjects);
+    EXPECT_EQ(readGauges().gdiObjects, before.gdiObjects);
+}
+
+TEST_F(GaugesTest, CountAWindowThatIsOnlyHidden) {
+    const Gauges before = readGauges();
+
+    HWND window = hiddenWindow();
+    const Gauges after = readGauges();
+    ::DestroyWindow(window);
+
+    EXPECT_EQ(after.windows, before.windows + 1);
+    EXPECT_EQ(readGauges().windows, before.windows);
+}
+
+TEST_F(GaugesTest, CountAThreadThatRuns) {
+    HANDLE event = ::CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    const Gauges before = readGauges();
+
+    HANDLE thread = ::CreateThread(nullptr, 0, waitForEvent, event, 0, nullptr);
+    const Gauges after = readGauges();
+    ::SetEvent(event);
+    ::WaitForSingleObject(thread, INFINITE);
+    ::CloseHandle(thread);
+    ::CloseHandle(event);
+
+    EXPECT_EQ(after.threads, before.threads + 1);
+}
+
+TEST_F(GaugesTest, CountAHeapBlockThatIsNotFreed) {
+    static_cast<void>(std::make_unique<int>(0));
+    const Gauges before = readGauges();
+
+    auto block = std::make_unique<std::vector<int>>(100);
+    const Gauges after = readGauges();
+    block.reset();
+
+    EXPECT_GE(after.heapBlocks, before.heapBlocks + 2);
+    EXPECT_EQ(readGauges().heapBlocks, before.heapBlocks);
+}
+
+TEST_F(GaugesTest, ReadAnotherProcessAsThisOneFromOutside) {
+    const Gauges own = readGauges();
+
+    const Gauges outside = readGaugesOf(::GetCurrentProcessId());
+
+    EXPECT_EQ(outside.windows, own.windows);
+    EXPECT_EQ(outside.gdiObjects, own.gdiObjects);
+    EXPECT_EQ(outside.threads, own.threads);
+    EXPECT_GT(outside.memoryKiB, 0);
+}
+
+TEST_F(GaugesTest, NameWhatGrew) {
+    Gauges before;
+    Gauges after;
+    after.handles = 2;
+    after.windows = 1;
+
+    EXPECT_STREQ(GaugeText(before, after).text(), "handles 0 -> 2, windows 0 -> 1");
+}
+
+}  // namespace
