@@ -3,6 +3,7 @@
 #include "ui/status_dialog.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -46,7 +47,6 @@ private:
 
     int _dialogType;
     std::int32_t _status;
-    std::int32_t _statusToResume;  // 0: the description had no status
     bool _genuineCartridge;
     bool _helpHidden;
     bool _suppliesShown;

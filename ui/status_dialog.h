@@ -3,7 +3,7 @@
 #include "ui/window_types.h"
 
 #include <array>
-#include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace arbor {
@@ -39,8 +39,8 @@ public:
     [[nodiscard]] WindowHandle window() const noexcept { return _window; }
 
     // Publishes an action (see ui/alert_actions.h); does nothing without an event broker.
-    void notify(int code);
-    void notify(int code, int wparam, long lparam, WindowHandle window);
+    void notify(std::uint32_t code);
+    void notify(std::uint32_t code, MessageWord wParam, MessageLong lParam, WindowHandle window);
 
 protected:
     // Reads the description; nothing of it is kept. With `createNow` the window is made at once.

@@ -1,0 +1,232 @@
+#include "ui/alert_factory.h"
+
+#include "arbor/i_property_holder.h"
+#include "monitor/facts/media_types.h"
+#include "monitor/facts/printer_identity.h"
+#include "monitor/facts/status_texts.h"
+#include "strings/string_ids.h"
+#include "ui/alert_keys.h"
+#include "ui/bag_text.h"
+#include "ui/localized_text.h"
+#include "ui/resource_ids.h"
+#include "ui/supplies_info.h"
+#include "ui/text_format.h"
+
+#include <new>
+#include <string>
+
+namespace {
+
+// What an alert's row may ask.
+struct AlertContext {
+    arbor::IPropertyHolder& description;
+    void* strings;           // module of the texts
+    bool isFamilyMember;     // the printer belongs to the K7400 family
+    int mediaCode;
+    std::int32_t status;
+    std::wstring detail;     // becomes the detail of the alert unless it stays empty
+};
+
+// A picture or a text that differs between the K7400 family and other printers.
+struct PerPrinter {
+    int other = 0;
+    int family = 0;
+};
+
+// The supplies block, for the types that have one.
+struct SuppliesColumn {
+    SuppliesMode mode;
+    bool estimateUnknown;
+    int conditionIcon;
+};
+
+struct AlertRow {
+    int type;
+    int icon;                             // severity
+    int headline;                         // string ids; 0: none
+    int message;
+    PerPrinter detail;
+    PerPrinter picture;
+    const SuppliesColumn* supplies;       // null: no supplies block
+    int suppliesDetail;                   // string id of the detail beside the block
+    int returns;                          // string id of the returns link
+    void (*further)(AlertContext& alert); // what no column holds; null: nothing
+};
+
+constexpr PerPrinter kNone{};
+constexpr PerPrinter kClosed{IDB_PRINTER, IDB_PRINTER_K};
+constexpr PerPrinter kLoad{IDB_LOAD_PAPER, IDB_LOAD_PAPER_K};
+constexpr PerPrinter kDoor{IDB_CLOSE_DOOR, IDB_CLOSE_DOOR_K};
+constexpr PerPrinter kRear{IDB_REAR_JAM, IDB_REAR_JAM_K};
+constexpr PerPrinter kInside{IDB_JAM_INSIDE, IDB_JAM_INSIDE};
+constexpr PerPrinter kPaperOut{IDS_PAPER_OUT_DETAIL, IDS_PAPER_OUT_DETAIL_K};
+constexpr PerPrinter kLoadMedia{IDS_LOAD_MEDIA_DETAIL, IDS_LOAD_MEDIA_DETAIL};
+constexpr PerPrinter kLaserBeam{IDS_LASER_BEAM_DETAIL, IDS_LASER_BEAM_DETAIL};
+
+constexpr SuppliesColumn kEstimated{SuppliesMode::Pages, false, IDB_NEEDS_ATTENTION};
+constexpr SuppliesColumn kNoEstimate{SuppliesMode::Pages, true, IDB_NEEDS_ATTENTION};
+constexpr SuppliesColumn kUnread{SuppliesMode::PagesUnknown, false, IDB_NEEDS_ATTENTION};
+constexpr SuppliesColumn kForeign{SuppliesMode::Pages, false, IDB_UNKNOWN_CARTRIDGE};
+constexpr SuppliesColumn kMissing{SuppliesMode::NameOnly, false, IDB_NEEDS_ATTENTION};
+
+// The text names the media in use and the media needed; it never reaches the screen unfilled.
+void describeMedia(AlertContext& alert) {
+    const auto mediaText = [&alert](int id) {
+        return localizedText(alert.strings, static_cast<std::uint32_t>(id), kFactoryTextUnits);
+    };
+    alert.detail = formatText(mediaText(IDS_LOAD_MEDIA_DETAIL),
+                              {mediaText(currentMediaType()), mediaText(mediaTextOfCode(alert.mediaCode))},
+                              kFactoryTextUnits);
+}
+
+void describeDuplex(AlertContext& alert) {
+    constexpr int kTexts[] = {IDS_DUPLEX_STEP_1, IDS_DUPLEX_STEP_2, IDS_DUPLEX_STEP_3};
+    constexpr PerPrinter kPictures[] = {{IDB_DUPLEX_1, IDB_DUPLEX_1_K},
+                                        {IDB_DUPLEX_2, IDB_DUPLEX_2_K},
+                                        {IDB_DUPLEX_3, IDB_DUPLEX_3_K}};
+    alert.description.setInt(alert_key::kTemplate, IDD_MANUAL_DUPLEX);
+    alert.description.setInt(alert_key::kCaption, IDS_DUPLEX_CAPTION);
+    alert.description.setInt(alert_key::kDuplexTitle, IDS_DUPLEX_TITLE);
+    for (std::size_t step = 0; step < DefaultStatusDialog::kDuplexSteps; ++step) {
+        const PerPrinter& picture = kPictures[step];
+        alert.description.setInt(alert_key::kDuplexTexts[step], kTexts[step]);
+        alert.description.setInt(alert_key::kDuplexPictures[step],
+                                 alert.isFamilyMember ? picture.family : picture.other);
+    }
+}
+
+// Simplified Chinese systems offer to check the cartridge.
+void describeNewCartridge(AlertContext& alert) {
+    alert.description.removeProperty(alert_key::kIcon);
+    alert.description.setInt(alert_key::kGenuineCartridge, 1);
+    alert.description.setInt(alert_key::kHideHelp, 1);
+    const bool offersCheck = platform::systemDefaultLanguage() == kSimplifiedChinese;
+    alert.description.setInt(alert_key::kHeadline,
+                             offersCheck ? IDS_NEW_CARTRIDGE : IDS_GENUINE_CARTRIDGE);
+    if (offersCheck) alert.description.setInt(alert_key::kMessage, IDS_CHECK_CARTRIDGE_LINK);
+}
+
+void describeFax(AlertContext& alert, const wchar_t* marker, int detail) {
+    alert.description.removeProperty(alert_key::kPicture);
+    alert.description.removeProperty(alert_key::kShop);
+    alert.description.setInt(alert_key::kDetail, detail);
+    alert.description.setInt(marker, detail);
+    alert.description.setInt(alert_key::kHideHelp, 1);
+}
+
+// One marker each: with both, the window would be made compact twice.
+void describePrintedFax(AlertContext& alert) {
+    describeFax(alert, alert_key::kFaxReceived, IDS_FAX_DETAIL);
+}
+void describeFaxInOrrery(AlertContext& alert) {
+    describeFax(alert, alert_key::kFaxReceivedOrrery, IDS_FAX_OPEN_LINK);
+}
+
+void describeStatus(AlertContext& alert) {
+    alert.description.setInt(alert_key::kMessage,
+                             static_cast<std::int32_t>(statusResource(alert.status)));
+}
+
+// clang-format off
+constexpr int kRecycle = IDS_RETURN_AND_RECYCLE;
+constexpr int kRestart = IDS_TURN_OFF_AND_ON;
+constexpr AlertRow kAlertRows[] = {
+    // type  icon          headline                       message   detail      picture   supplies      supplies detail              returns   further
+    { 0, IDB_STOP,        IDS_PAPER_OUT,                 0,        kPaperOut,  kLoad,    nullptr,      0,                           0,        nullptr},
+    { 1, IDB_STOP,        IDS_LOAD_PAPER,                0,        kLoadMedia, kLoad,    nullptr,      0,                           0,        describeMedia},
+    { 2, IDB_STOP,        0,                             0,        kLoadMedia, kClosed,  nullptr,      0,                           0,        describeMedia},
+    { 3, IDB_STOP,        0,                             0,        kNone,      kClosed,  nullptr,      0,                           0,        describeDuplex},
+    { 4, IDB_WARNING,     IDS_TONER_LOW,                 0,        kNone,      kClosed,  &kEstimated,  IDS_TONER_LOW_DETAIL,        kRecycle, nullptr},
+    { 5, IDB_STOP,        IDS_NO_CARTRIDGE,              0,        kNone,      kClosed,  &kMissing,    0,                           0,        nullptr},
+    { 6, IDB_STOP,        IDS_CARTRIDGE_NOT_ACCEPTED,    0,        kNone,      kClosed,  &kUnread,     0,                           0,        nullptr},
+    { 7, IDB_INFORMATION, IDS_NOT_QV_CARTRIDGE,          0,        kNone,      kClosed,  &kForeign,    0,                           kRecycle, nullptr},
+    { 8, IDB_WARNING,     IDS_CARTRIDGE_MEMORY_PROBLEM,  0,        kNone,      kClosed,  &kUnread,     IDS_CARTRIDGE_MEMORY_DETAIL, kRecycle, nullptr},
+    { 9, IDB_STOP,        IDS_INTERNAL_PROBLEM,          kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
+    {10, IDB_STOP,        IDS_LASER_BEAM_PROBLEM,        0,        kLaserBeam, kClosed,  nullptr,      0,                           0,        nullptr},
+    {11, IDB_STOP,        IDS_PAGE_NOT_FINISHED,         kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
+    {12, IDB_STOP,        IDS_PAPER_FEED_PROBLEM,        kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
+    {14, IDB_STOP,        IDS_FUSER_PROBLEM,             kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
+    {15, IDB_STOP,        IDS_COMMUNICATION_PROBLEM,     kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
+    {16, IDB_STOP,        IDS_FUSER_NOT_WARM,            kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
+    {17, IDB_STOP,        IDS_PRINT_ENGINE_PROBLEM,      kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
+    {18, IDB_STOP,        IDS_LASER_SCANNER_PROBLEM,     kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
+    {19, IDB_STOP,        IDS_DOOR_OPEN,                 0,        kNone,      kDoor,    nullptr,      0,                           0,        nullptr},
+    {20, IDB_STOP,        IDS_CARTRIDGE_DOOR_OPEN,       0,        kNone,      kDoor,    nullptr,      0,                           0,        nullptr},
+    {21, IDB_STOP,        IDS_REAR_JAM,                  0,        kNone,      kRear,    nullptr,      0,                           0,        nullptr},
+    {22, IDB_STOP,        IDS_JAM_INSIDE,                0,        kNone,      kInside,  nullptr,      0,                           0,        nullptr},
+    {23, IDB_STOP,        IDS_TRAY_JAM,                  0,        kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
+    {24, IDB_INFORMATION, IDS_CARTRIDGE_USED_BEFORE,     0,        kNone,      kClosed,  &kUnread,     0,                           0,        nullptr},
+    {25, IDB_STOP,        0,                             0,        kNone,      kClosed,  nullptr,      0,                           0,        describeNewCartridge},
+    {26, IDB_INFORMATION, IDS_FAX_RECEIVED,              0,        kNone,      kNone,    nullptr,      0,                           0,        describePrintedFax},
+    {27, IDB_INFORMATION, IDS_FAX_RECEIVED,              0,        kNone,      kNone,    nullptr,      0,                           0,        describeFaxInOrrery},
+    {28, IDB_STOP,        0,                             0,        kNone,      kClosed,  nullptr,      0,                           0,        describeStatus},
+    {29, IDB_WARNING,     IDS_CARTRIDGE_NOT_RECOGNIZED,  0,        kNone,      kClosed,  &kUnread,     IDS_CARTRIDGE_MEMORY_DETAIL, kRecycle, nullptr},
+    {30, IDB_WARNING,     IDS_TONER_VERY_LOW,            0,        kNone,      kClosed,  &kNoEstimate, IDS_TONER_VERY_LOW_DETAIL,   kRecycle, nullptr},
+    {31, IDB_WARNING,     IDS_CARTRIDGE_EMPTY,           0,        kNone,      kClosed,  &kNoEstimate, IDS_CARTRIDGE_EMPTY_DETAIL,  kRecycle, nullptr},
+    {32, IDB_STOP,        IDS_CARTRIDGE_NOT_ACCEPTED,    0,        kNone,      kClosed,  &kUnread,     0,                           0,        nullptr},
+};
+// clang-format on
+
+void setIfGiven(arbor::IPropertyHolder& description, const wchar_t* key, int value) {
+    if (value != 0) description.setInt(key, value);
+}
+
+void fillFrame(AlertContext& alert) {
+    arbor::IPropertyHolder& description = alert.description;
+    description.setInt(alert_key::kPicture, alert.isFamilyMember ? IDB_PRINTER_K : IDB_PRINTER);
+    description.setInt(alert_key::kIcon, IDB_STOP);
+    description.setInt(alert_key::kShop, IDS_SHOP_ONLINE);
+    description.setInt(alert_key::kTemplate, IDD_ALERT);
+    description.setInt(alert_key::kTitle, IDS_TITLE);
+}
+
+void fillRow(AlertContext& alert, const AlertRow& row) {
+    const auto forPrinter = [&alert](const PerPrinter& column) {
+        return alert.isFamilyMember ? column.family : column.other;
+    };
+    arbor::IPropertyHolder& description = alert.description;
+    description.setInt(alert_key::kIcon, row.icon);
+    setIfGiven(description, alert_key::kHeadline, row.headline);
+    setIfGiven(description, alert_key::kMessage, row.message);
+    setIfGiven(description, alert_key::kDetail, forPrinter(row.detail));
+    setIfGiven(description, alert_key::kPicture, forPrinter(row.picture));
+    setIfGiven(description, alert_key::kReturns, row.returns);
+    if (row.suppliesDetail != 0) {
+        const std::wstring text = localizedText(
+            alert.strings, static_cast<std::uint32_t>(row.suppliesDetail), kFactoryTextUnits);
+        description.setWString(alert_key::kAlertDetail, text.c_str());
+    }
+    if (row.supplies != nullptr) {
+        fillSuppliesInfo(description, row.supplies->estimateUnknown, row.supplies->mode,
+                         row.supplies->conditionIcon);
+    }
+    if (row.further != nullptr) row.further(alert);
+}
+
+void complete(arbor::IPropertyHolder& description) {
+    const int type = description.getInt(alert_key::kDialogType, 0);
+    void* module = description.getPointer(alert_key::kModule, nullptr);
+    std::wstring printerName = bagText(description, alert_key::kPrinterName);
+    AlertContext alert{description, description.getPointer(alert_key::kStringModule, module),
+                       isSupportedPrinter(printerName),
+                       description.getInt(alert_key::kMediaCode, 0),
+                       description.getInt(alert_key::kStatus, 0), {}};
+    fillFrame(alert);
+    for (const AlertRow& row : kAlertRows) {
+        if (row.type == type) fillRow(alert, row);
+    }
+    if (!alert.detail.empty()) {
+        description.setWString(alert_key::kDetailText, alert.detail.c_str());
+    }
+}
+
+}  // namespace
+
+std::unique_ptr<DefaultStatusDialog> createAlertDialog(arbor::IPropertyHolder& description) {
+    try {
+        complete(description);
+        return std::make_unique<DefaultStatusDialog>(description, false);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}

@@ -1,0 +1,260 @@
+#include "ui/default_status_dialog.h"
+
+#include "arbor/i_property_holder.h"
+#include "platform/trace.h"
+#include "strings/string_ids.h"
+#include "ui/alert_actions.h"
+#include "ui/alert_keys.h"
+#include "ui/bag_text.h"
+#include "ui/button_faces.h"
+#include "ui/dialog_controls.h"
+#include "ui/help_texts.h"
+#include "ui/localized_text.h"
+#include "ui/picture_names.h"
+#include "ui/resource_ids.h"
+#include "ui/snooze_choice.h"
+#include "ui/text_format.h"
+
+#include <algorithm>
+
+namespace {
+
+using dialog_controls::Emphasis;
+
+constexpr wchar_t kNoDetailText[] = L"not exist";  // what a description without the text reads
+constexpr std::int32_t kManualDuplex = 40120, kManualDuplexAgain = 40121;
+constexpr std::int32_t kTonerLow = 10209, kTonerVeryLow = 10219;
+constexpr int kLowType = 4, kVeryLowType = 30;  // dialog types with a snooze list
+constexpr int kPromptChosen = 0;
+constexpr DialogResult kHandled = 1;
+
+constexpr int kDuplexPictureControls[] = {IDC_DUPLEX_PICTURE_1, IDC_DUPLEX_PICTURE_2,
+                                          IDC_DUPLEX_PICTURE_3};
+constexpr int kDuplexTextControls[] = {IDC_DUPLEX_STEP_1, IDC_DUPLEX_STEP_2, IDC_DUPLEX_STEP_3};
+
+// The prompt comes first; the hours of the others are in the cartridge store, in the same order.
+constexpr std::uint32_t kSnoozeTexts[] = {
+    IDS_SNOOZE_CHOOSE, IDS_SNOOZE_1_HOUR, IDS_SNOOZE_4_HOURS, IDS_SNOOZE_1_DAY, IDS_SNOOZE_2_DAYS,
+    IDS_SNOOZE_3_DAYS, IDS_SNOOZE_1_WEEK, IDS_SNOOZE_2_WEEKS, IDS_SNOOZE_NEVER};
+
+// Only exactly 1 switches something on.
+bool isSwitchedOn(const arbor::IPropertyHolder& description, const wchar_t* key) {
+    return description.getInt(key, 0) == 1;
+}
+
+bool needsSnoozeChoice(std::int32_t status) {
+    return status == kTonerLow || status == kTonerVeryLow;
+}
+
+void setIfGiven(WindowHandle window, int control, const std::wstring& text) {
+    if (!text.empty()) dialog_controls::setText(window, control, text);
+}
+
+}  // namespace
+
+DefaultStatusDialog::DefaultStatusDialog(const arbor::IPropertyHolder& description, bool createNow)
+    : StatusDialog(description, false),
+      _dialogType(description.getInt(alert_key::kDialogType, 0)),
+      _status(description.getInt(alert_key::kStatus, 0)),
+      _genuineCartridge(description.getInt(alert_key::kGenuineCartridge, 0) > 0),
+      _helpHidden(isSwitchedOn(description, alert_key::kHideHelp)),
+      _suppliesShown(isSwitchedOn(description, alert_key::kShowSupplies)),
+      _recycleHidden(isSwitchedOn(description, alert_key::kHideForRecycle)),
+      _suppliesPicture(description.getInt(alert_key::kSuppliesPicture, 0)),
+      _conditionPicture(description.getInt(alert_key::kConditionPicture, 0)),
+      _duplexTitle(textOf(description, alert_key::kDuplexTitle)),
+      _caption(textOf(description, alert_key::kCaption)),
+      _printerName(bagText(description, alert_key::kPrinterName)),
+      _alertDetail(bagText(description, alert_key::kAlertDetail)),
+      _suppliesName(bagText(description, alert_key::kSuppliesName)),
+      _suppliesPages(bagText(description, alert_key::kSuppliesPages)),
+      _suppliesComment(bagText(description, alert_key::kSuppliesComment)) {
+    const std::wstring detail = bagText(description, alert_key::kDetailText, kNoDetailText);
+    if (detail != kNoDetailText) _detail = detail;
+    for (std::size_t step = 0; step < kDuplexSteps; ++step) {
+        _duplexTexts[step] = textOf(description, alert_key::kDuplexTexts[step]);
+        _duplexPictures[step] = description.getInt(alert_key::kDuplexPictures[step], 0);
+    }
+    _title = formatText(textOf(description, alert_key::kTitle), {_printerName}, kTextUnits);
+    // Wins over every other message, and takes the base's printer text, not the printer's name.
+    if (description.getInt(alert_key::kMessage, 0) != 0) {
+        _message = formatText(textOf(description, alert_key::kMessage), {_printerText}, kTextUnits);
+    }
+    if (createNow) create();
+}
+
+DialogResult DefaultStatusDialog::onInitDialog(WindowHandle window, MessageWord, MessageLong) {
+    dialog_controls::setIcons(window, _module, IDI_PROGRAM);
+    showDuplexSteps(window);
+    showGenuineLink(window);
+    if (_helpHidden) dialog_controls::show(window, IDC_ALERT_HELP, false);
+    if (_suppliesShown) showSuppliesBlock(window);
+    // The window and not the button: an alert about recycling alone has nothing else to say.
+    if (_recycleHidden && dialog_controls::exists(window, IDC_ALERT_RECYCLE)) {
+        dialog_controls::hideWindow(window);
+    }
+    initialize(window);
+    if (!_caption.empty()) dialog_controls::setTitle(window, _caption);
+    nameControls(window);
+    if (_dialogType == kLowType || _dialogType == kVeryLowType) showSnoozeList(window);
+    setIfGiven(window, IDC_ALERT_DETAIL, _detail);
+    if (_detail.empty() && dialog_controls::exists(window, IDC_ALERT_DETAIL)) {
+        dialog_controls::show(window, IDC_ALERT_DETAIL, false);
+        dialog_controls::placeAt(window, IDC_ALERT_MESSAGE, IDC_ALERT_DETAIL);
+    }
+    dialog_controls::setDefaultButton(window, IDC_ALERT_OK);
+    return kHandled;
+}
+
+void DefaultStatusDialog::showDuplexSteps(WindowHandle window) const {
+    for (std::size_t step = 0; step < kDuplexSteps; ++step) {
+        if (_duplexPictures[step] == 0) {
+            dialog_controls::show(window, kDuplexPictureControls[step], false);
+        }
+        setIfGiven(window, kDuplexTextControls[step], _duplexTexts[step]);
+    }
+    setIfGiven(window, IDC_DUPLEX_TITLE, _duplexTitle);
+}
+
+void DefaultStatusDialog::showGenuineLink(WindowHandle window) const {
+    if (!_genuineCartridge) return;
+    if (platform::systemDefaultLanguage() == kSimplifiedChinese) {
+        dialog_controls::setFont(window, IDC_ALERT_MESSAGE, Emphasis::Link);
+        dialog_controls::makeLink(window, IDC_ALERT_MESSAGE);
+    } else {
+        dialog_controls::show(window, IDC_ALERT_MESSAGE, false);
+    }
+}
+
+void DefaultStatusDialog::showSuppliesBlock(WindowHandle window) const {
+    setIfGiven(window, IDC_SUPPLIES_DETAIL, _alertDetail);
+    dialog_controls::setPicture(window, IDC_SUPPLIES_PICTURE, _module, _suppliesPicture);
+    setIfGiven(window, IDC_SUPPLIES_NAME, _suppliesName);
+    dialog_controls::setPicture(window, IDC_SUPPLIES_CONDITION, _module, _conditionPicture);
+    setIfGiven(window, IDC_SUPPLIES_PAGES, _suppliesPages);
+    setIfGiven(window, IDC_SUPPLIES_COMMENT, _suppliesComment);
+}
+
+void DefaultStatusDialog::showSnoozeList(WindowHandle window) const {
+    dialog_controls::show(window, IDC_SNOOZE_CHOICE, true);
+    for (const std::uint32_t id : kSnoozeTexts) {
+        dialog_controls::addChoice(window, IDC_SNOOZE_CHOICE, text(id));
+    }
+    dialog_controls::choose(window, IDC_SNOOZE_CHOICE, kPromptChosen);
+    dialog_controls::show(window, IDC_SNOOZE_LABEL, true);
+    dialog_controls::setText(window, IDC_SNOOZE_LABEL, text(IDS_SNOOZE_LABEL));
+}
+
+// Screen readers speak window texts, not what is painted. A picture that is not there has no name
+// and is no stop on their way.
+void DefaultStatusDialog::nameControls(WindowHandle window) const {
+    for (const ButtonFace& face : buttonFaces()) {
+        setIfGiven(window, face.control, buttonCaption(face.control));
+    }
+    const struct {
+        int control;
+        int bitmap;
+    } pictures[] = {{IDC_ALERT_ICON, _iconId},
+                    {IDC_ALERT_PICTURE, _pictureId},
+                    {IDC_SUPPLIES_PICTURE, _suppliesPicture},
+                    {IDC_SUPPLIES_CONDITION, _conditionPicture}};
+    for (const auto& picture : pictures) {
+        if (picture.bitmap == 0) dialog_controls::show(window, picture.control, false);
+        const std::uint32_t name = pictureName(picture.control, picture.bitmap);
+        if (name != 0) dialog_controls::setName(window, picture.control, text(name));
+    }
+    dialog_controls::setName(window, IDC_ALERT_BANNER, _printerName);
+}
+
+std::wstring DefaultStatusDialog::buttonCaption(int control) const {
+    if (control == IDC_ALERT_OK && !_okCaption.empty()) return _okCaption;
+    const ButtonFace* face = buttonFace(control);
+    return face != nullptr ? localizedText(_stringModule, face->caption) : std::wstring();
+}
+
+DialogResult DefaultStatusDialog::onCommand(WindowHandle window, MessageWord wParam,
+                                            MessageLong lParam) {
+    constexpr MessageWord kLowWord = 0xFFFF;
+    constexpr unsigned kWordBits = 16;
+    constexpr MessageWord kFromAccelerator = 1;  // also what every choice in the list sends
+    if (((wParam >> kWordBits) & kLowWord) == kFromAccelerator) return kHandled;
+    // After each of these the alert may be gone.
+    switch (static_cast<int>(wParam & kLowWord)) {
+        case IDC_ALERT_RECYCLE:
+        case IDC_ALERT_RETURNS_LINK: notify(alert_action::kRecycle); break;
+        case IDC_ALERT_FRAUD_LINK: notify(alert_action::kAnticounterfeit); break;
+        case IDC_ALERT_SHOP: notify(alert_action::kShop); break;
+        case IDC_ALERT_CANCEL: notify(alert_action::kCancel); break;
+        case IDC_ALERT_MESSAGE: notify(alert_action::kCheckCartridge); break;
+        case IDC_ALERT_HELP: showHelp(window); break;
+        case IDC_ALERT_OK: acceptOk(window); break;
+        default: command(window, wParam, lParam); break;
+    }
+    return kHandled;
+}
+
+// The keys are the same in every language; the captions mark exactly these letters.
+DialogResult DefaultStatusDialog::onChar(WindowHandle window, MessageWord wParam,
+                                         MessageLong lParam) {
+    platform::trace("dlgProc(msg==WM_CHAR): wparam=%d, lparam=0x%x", static_cast<int>(wParam),
+                    static_cast<unsigned>(lParam));
+    const auto usable = [window](int control) { return dialog_controls::usable(window, control); };
+    switch (wParam) {
+        case L'H':
+        case L'h':
+            if (!usable(IDC_ALERT_HELP)) break;
+            platform::trace("WM_CHAR help");
+            showHelp(window);
+            break;
+        case L'U':
+            if (!usable(IDC_ALERT_SHOP)) break;
+            platform::trace("WM_CHAR supplies");
+            notify(alert_action::kShop);
+            break;
+        case L'R':
+            if (usable(IDC_ALERT_RECYCLE)) notify(alert_action::kRecycle);
+            break;
+        case L'C':
+            if (!usable(IDC_ALERT_OK)) break;
+            if (dialog_controls::text(window, IDC_ALERT_OK) != _okCaption) break;
+            platform::trace("WM_CHAR continue or ok");
+            notify(alert_action::kContinue);
+            break;
+        case L'O':
+            if (!usable(IDC_ALERT_OK)) break;
+            if (!_okCaption.empty() && dialog_controls::text(window, IDC_ALERT_OK) != _okCaption) {
+                break;
+            }
+            platform::trace("WM_CHAR Return");
+            acceptOk(window);
+            break;
+        default: break;
+    }
+    return kHandled;
+}
+
+void DefaultStatusDialog::acceptOk(WindowHandle window) {
+    if (needsSnoozeChoice(_status)) {
+        if (dialog_controls::choice(window, IDC_SNOOZE_CHOICE) == kPromptChosen) {
+            dialog_controls::showMessage(window, text(IDS_SNOOZE_NOTHING_CHOSEN), _printerName,
+                                         isRightToLeftUI());
+            return;
+        }
+        snoozeFromChoice(*this, window);
+    }
+    notify(alert_action::kAccept);
+}
+
+void DefaultStatusDialog::showHelp(WindowHandle window) const {
+    const HelpText help = helpText(_status);
+    const std::wstring caption =
+        help.caption != 0 ? localizedText(_stringModule, help.caption) : _printerName;
+    const std::wstring explanation = localizedText(_stringModule, help.text, kHelpTextUnits);
+    dialog_controls::showMessage(window, explanation, caption, isRightToLeftUI());
+}
+
+bool DefaultStatusDialog::canResume() const {
+    if (_status == kManualDuplex || _status == kManualDuplexAgain) return true;
+    // Without a strings library both are empty, and equal.
+    return text(IDS_CONTINUE) == _okCaption;
+}

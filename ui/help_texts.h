@@ -1,0 +1,11 @@
+#pragma once
+
+#include <cstdint>
+
+// What Help says about a status of the printer: string ids.
+struct HelpText {
+    std::uint32_t text;
+    std::uint32_t caption;  // 0: the printer's name
+};
+
+[[nodiscard]] HelpText helpText(std::int32_t status);

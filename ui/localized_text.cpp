@@ -1,0 +1,73 @@
+#include "ui/localized_text.h"
+
+#include "strings/string_ids.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+constexpr platform::LanguageId kEnglish = 1033;
+constexpr int kPrimaryBits = 10;  // of a language id; the rest is the variant
+constexpr platform::LanguageId kPrimaryMask = (1 << kPrimaryBits) - 1;
+constexpr unsigned kVariants = 64;
+constexpr std::uint32_t kHighestId = 0xFFFF;  // of a resource
+constexpr std::size_t kBuffers = 4;
+
+platform::LanguageId withVariant(platform::LanguageId language, unsigned variant) {
+    return static_cast<platform::LanguageId>((language & kPrimaryMask) | (variant << kPrimaryBits));
+}
+
+// Any text tells whether a language is there: the build checks that each has them all.
+bool speaks(platform::NativeHandle module, platform::LanguageId language) {
+    return platform::hasTexts(module, IDS_TITLE, language);
+}
+
+platform::LanguageId choose(platform::NativeHandle module, platform::LanguageId wanted) {
+    if (speaks(module, wanted)) return wanted;
+    for (unsigned variant = 0; variant < kVariants; ++variant) {
+        const platform::LanguageId relative = withVariant(wanted, variant);
+        if (speaks(module, relative)) return relative;
+    }
+    return kEnglish;
+}
+
+}  // namespace
+
+platform::LanguageId chosenLanguage(platform::NativeHandle module) {
+    static platform::NativeHandle chosenFor = nullptr;
+    static platform::LanguageId wanted = 0;
+    static platform::LanguageId chosen = 0;
+    const platform::LanguageId userLanguage = platform::userInterfaceLanguage();
+    if (chosen == 0 || chosenFor != module || wanted != userLanguage) {
+        chosen = choose(module, userLanguage);
+        chosenFor = module;
+        wanted = userLanguage;
+    }
+    return chosen;
+}
+
+const wchar_t* loadText(platform::NativeHandle module, std::uint32_t id) {
+    static std::array<std::array<wchar_t, kTextUnits>, kBuffers> buffers;
+    static std::size_t index = 0;
+    index = (index + 1) % kBuffers;
+    const std::wstring text = localizedText(module, id);
+    *std::copy(text.begin(), text.end(), buffers[index].begin()) = L'\0';
+    return buffers[index].data();
+}
+
+std::wstring localizedText(platform::NativeHandle module, std::uint32_t id, std::size_t units) {
+    std::wstring text;
+    if (id == 0 || id > kHighestId || units == 0) return text;
+    if (!platform::resourceText(module, id, chosenLanguage(module), text)) return {};
+    if (text.size() >= units) text.resize(units - 1);
+    return text;
+}
+
+bool isRightToLeftUI() {
+    constexpr platform::LanguageId kArabic = 0x01, kHebrew = 0x0D, kLowByte = 0xFF;
+    if (!platform::systemVersionKnown()) return false;
+    const auto primary =
+        static_cast<platform::LanguageId>(platform::userInterfaceLanguage() & kLowByte);
+    return primary == kArabic || primary == kHebrew;
+}

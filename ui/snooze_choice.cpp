@@ -1,0 +1,27 @@
+#include "ui/snooze_choice.h"
+
+#include "monitor/facts/cartridge_store.h"
+#include "ui/default_status_dialog.h"
+#include "ui/dialog_controls.h"
+#include "ui/resource_ids.h"
+
+namespace {
+
+constexpr int kPromptChosen = 0;
+
+void snooze(std::int64_t hours, SnoozeSlot slot) {
+    CartridgeRecord record;  // SetSnooze loads it
+    SetSnooze(record, GetCurrCart(), hours, slot);
+}
+
+}  // namespace
+
+void snoozeFromDialog(WindowHandle window, SnoozeSlot slot) {
+    if (!dialog_controls::exists(window, IDC_SNOOZE_CHOICE)) return;
+    if (dialog_controls::choice(window, IDC_SNOOZE_CHOICE) == kPromptChosen) snooze(0, slot);
+}
+
+void snoozeFromChoice(const DefaultStatusDialog& dialog, WindowHandle window) {
+    const int chosen = dialog_controls::choice(window, IDC_SNOOZE_CHOICE);
+    snooze(snoozeHours(chosen), snoozeSlotOfDialogType(dialog.dialogType()));
+}

@@ -1,0 +1,56 @@
+#include "ui/supplies_info.h"
+
+#include "arbor/i_property_holder.h"
+#include "monitor/facts/consumables.h"
+#include "strings/string_ids.h"
+#include "ui/alert_keys.h"
+#include "ui/bag_text.h"
+#include "ui/localized_text.h"
+#include "ui/resource_ids.h"
+#include "ui/text_format.h"
+
+#include <array>
+#include <string>
+
+namespace {
+
+constexpr wchar_t kPagesUnknown[] = L"?";
+constexpr wchar_t kPagesNotEstimated[] = L"--";
+
+// The device's own word for a missing value is English: the user reads theirs.
+std::wstring shown(const std::wstring& value, void* strings) {
+    return value == kNotKnown ? localizedText(strings, IDS_NOT_KNOWN, kFactoryTextUnits) : value;
+}
+
+std::wstring filled(void* strings, std::uint32_t id, const std::wstring& value) {
+    return formatText(localizedText(strings, id, kFactoryTextUnits), {value}, kFactoryTextUnits);
+}
+
+}  // namespace
+
+void fillSuppliesInfo(arbor::IPropertyHolder& description, bool estimateUnknown, SuppliesMode mode,
+                      int conditionIcon) {
+    void* strings = description.getPointer(alert_key::kStringModule,
+                                           description.getPointer(alert_key::kModule, nullptr));
+    description.removeProperty(alert_key::kTemplate);
+    description.setInt(alert_key::kTemplate, IDD_SUPPLIES_ALERT);
+    description.setInt(alert_key::kShowSupplies, 1);
+    description.setInt(alert_key::kSuppliesPicture, IDB_CARTRIDGE);
+
+    std::array<wchar_t, kConsumableTextUnits> product{};
+    std::array<wchar_t, kConsumableTextUnits> pages{};
+    getConsumableInfo(bagText(description, alert_key::kPrinterName), product.data(), pages.data());
+    const std::wstring name = filled(strings, IDS_SUPPLIES_NAME, shown(product.data(), strings));
+    description.setWString(alert_key::kSuppliesName, name.c_str());
+    if (mode == SuppliesMode::NameOnly) return;
+
+    description.setInt(alert_key::kConditionPicture, conditionIcon);
+    std::wstring remaining = shown(pages.data(), strings);
+    if (estimateUnknown) remaining = kPagesNotEstimated;
+    if (mode == SuppliesMode::PagesUnknown) remaining = kPagesUnknown;
+    description.setWString(alert_key::kSuppliesPages,
+                           filled(strings, IDS_PAGES_REMAINING, remaining).c_str());
+    description.setWString(
+        alert_key::kSuppliesComment,
+        localizedText(strings, IDS_PAGES_COMMENT, kFactoryTextUnits).c_str());
+}

@@ -1,0 +1,62 @@
+#include "ui/text_format.h"
+
+#include "platform/text.h"
+
+#include <array>
+#include <charconv>
+
+namespace {
+
+constexpr std::size_t kNumberUnits = 16;  // longer than any 32-bit number
+
+std::wstring numberText(std::int32_t number) {
+    std::array<char, kNumberUnits> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    return std::wstring(digits.data(), end);
+}
+
+bool placeholderKind(wchar_t letter, TextArgument::Kind& kind) {
+    switch (letter) {
+        case L's': kind = TextArgument::Kind::Wide; return true;
+        case L'S': kind = TextArgument::Kind::Narrow; return true;
+        case L'd': kind = TextArgument::Kind::Number; return true;
+        default: return false;
+    }
+}
+
+void append(std::wstring& text, const TextArgument& argument) {
+    switch (argument.kind) {
+        case TextArgument::Kind::Wide: text += argument.wideText; break;
+        case TextArgument::Kind::Narrow: text += platform::widened(argument.narrowText); break;
+        case TextArgument::Kind::Number: text += numberText(argument.number); break;
+    }
+}
+
+}  // namespace
+
+std::wstring formatText(std::wstring_view format, std::initializer_list<TextArgument> arguments,
+                        std::size_t units) {
+    const std::size_t limit = units > 0 ? units - 1 : 0;
+    std::wstring text;
+    const TextArgument* next = arguments.begin();
+    for (std::size_t i = 0; i < format.size() && text.size() < limit; ++i) {
+        const wchar_t following = i + 1 < format.size() ? format[i + 1] : L'\0';
+        TextArgument::Kind kind{};
+        if (format[i] != L'%') {
+            text += format[i];
+        } else if (following == L'%') {
+            text += L'%';
+            ++i;
+        } else if (placeholderKind(following, kind)) {
+            if (next != arguments.end()) {
+                if (next->kind == kind) append(text, *next);
+                ++next;
+            }
+            ++i;
+        } else {
+            text += L'%';
+        }
+    }
+    if (text.size() > limit) text.resize(limit);
+    return text;
+}

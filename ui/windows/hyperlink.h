@@ -1,0 +1,11 @@
+#pragma once
+
+#include <windows.h>
+
+// Makes a static control a link: blue, with a hand for a cursor, and a command of its dialog when
+// it is clicked. Control and dialog get their own procedures back when they are destroyed.
+void SetHyperLink(HWND control);
+
+// Gives a control its own font again, underlined when asked. The font lives as long as the
+// control's dialog, whose procedure must release its WindowResources.
+void setLinkFont(HWND control, bool underline);

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "ui/windows/gdi_handles.h"
+#include "ui/windows/keyboard_filter.h"
+
+#include <optional>
+#include <vector>
+
+// What a dialog window needs for as long as it lives: fonts of its controls, pictures, icons, and
+// its place in the keyboard filter. Kept with the window itself, so that it ends with the window
+// whoever destroys that.
+class WindowResources {
+public:
+    // Of this dialog, made at first use. The dialog's procedure calls detachPictures() at
+    // WM_DESTROY and release() at WM_NCDESTROY.
+    static WindowResources& of(HWND dialog);
+    static void detachPictures(HWND dialog) noexcept;
+    static void release(HWND dialog) noexcept;
+
+    // Null is not kept. The handles stay valid as long as the window.
+    HFONT keep(Font font);
+    HICON keep(Icon icon);
+    void showPicture(HWND control, Bitmap bitmap);
+    void filterKeys(HWND dialog);
+
+private:
+    struct Picture {
+        HWND control;
+        Bitmap bitmap;
+    };
+
+    std::vector<Font> _fonts;
+    std::vector<Icon> _icons;
+    std::vector<Picture> _pictures;
+    std::optional<KeyboardFilter> _keyboard;
+};
