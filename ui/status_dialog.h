@@ -84,7 +84,7 @@ protected:
     tern::EventBroker* _broker;  // not owned; null: actions are dropped
 
 private:
-    friend class AlertWindow;  // keeps _window true to the system
+    friend class AlertWindow;  // the window half: keeps _window true to the system
 
     [[nodiscard]] std::wstring messageText(const arbor::IPropertyHolder& description) const;
     void announceExtras(WindowHandle window);

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <new>
+#include <utility>
 
 namespace {
 
@@ -44,6 +45,11 @@ HFONT WindowResources::keep(Font font) {
 HICON WindowResources::keep(Icon icon) {
     if (icon == nullptr) return nullptr;
     return _icons.emplace_back(std::move(icon)).get();
+}
+
+HBRUSH WindowResources::solidBrush(COLORREF colour) {
+    if (_brush == nullptr) _brush.reset(::CreateSolidBrush(colour));
+    return _brush.get();
 }
 
 void WindowResources::showPicture(HWND control, Bitmap bitmap) {

@@ -20,6 +20,8 @@ public:
     // Null is not kept. The handles stay valid as long as the window.
     HFONT keep(Font font);
     HICON keep(Icon icon);
+    // A brush of this one colour, the same at every call.
+    HBRUSH solidBrush(COLORREF colour);
     void showPicture(HWND control, Bitmap bitmap);
     void filterKeys(HWND dialog);
 
@@ -32,5 +34,6 @@ private:
     std::vector<Font> _fonts;
     std::vector<Icon> _icons;
     std::vector<Picture> _pictures;
+    Brush _brush;
     std::optional<KeyboardFilter> _keyboard;
 };

@@ -1,0 +1,53 @@
+#include "ui/alert_window.h"
+
+#include "ui/dialog_controls.h"
+#include "ui/resource_ids.h"
+#include "ui/windows/alert_procedure.h"
+
+namespace {
+
+constexpr int kOkRise = 330;       // pixels by which the OK button of a compact alert is higher
+constexpr int kWindowShrink = 300; // pixels by which its window is lower
+
+void raise(HWND window, HWND button) {
+    if (button == nullptr) return;
+    RECT place{};
+    RECT size{};
+    ::GetWindowRect(button, &place);
+    ::GetClientRect(button, &size);
+    ::MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&place), 2);
+    ::MoveWindow(button, place.left, place.top - kOkRise, size.right, size.bottom, TRUE);
+}
+
+}  // namespace
+
+void dismissAlertWindow(WindowHandle window) {
+    if (!AlertWindow::isAlert(window)) return;
+    AlertWindow::cutOff(window);
+    ::EndDialog(window, 1);
+    ::DestroyWindow(window);
+}
+
+void destroyAlertWindow(WindowHandle window) {
+    if (!AlertWindow::isAlert(window)) return;
+    AlertWindow::cutOff(window);
+    ::DestroyWindow(window);
+}
+
+void compactAlertWindow(WindowHandle window, bool detailIsLink) {
+    if (!AlertWindow::isAlert(window)) return;
+    ::ShowWindow(window, SW_HIDE);
+    if (detailIsLink) {
+        dialog_controls::setFont(window, IDC_ALERT_DETAIL, dialog_controls::Emphasis::Link);
+        dialog_controls::makeLink(window, IDC_ALERT_DETAIL);
+    }
+    dialog_controls::show(window, IDC_ALERT_SHOP, false);
+    dialog_controls::show(window, IDC_ALERT_RECYCLE, false);
+    raise(window, ::GetDlgItem(window, IDC_ALERT_OK));
+    RECT place{};
+    ::GetWindowRect(window, &place);
+    ::MoveWindow(window, place.left, place.top, place.right - place.left,
+                 place.bottom - place.top - kWindowShrink, TRUE);
+    ::InvalidateRect(window, nullptr, TRUE);
+    ::ShowWindow(window, SW_SHOW);
+}

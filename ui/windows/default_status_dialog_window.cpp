@@ -1,0 +1,125 @@
+#include "ui/button_faces.h"
+#include "ui/default_status_dialog.h"
+#include "ui/resource_ids.h"
+#include "ui/windows/display_settings.h"
+#include "ui/windows/picture_painting.h"
+
+#include <iterator>
+
+// The window of the alert: the procedure that routes its messages, and what it paints itself.
+
+namespace {
+
+constexpr COLORREF kWhite = RGB(255, 255, 255);
+constexpr COLORREF kBlack = RGB(0, 0, 0);
+constexpr int kFocusMargin = 4;                // pixels inside the button's edge
+constexpr int kNameLeft = 120, kNameTop = 10;  // of the printer's name on the banner, pixels
+constexpr int kNameHeight = 35, kNameWidth = 13, kNameWeight = 600;
+constexpr wchar_t kNameFont[] = L"Times New Roman";
+constexpr UINT kNameFormat = DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX;
+
+constexpr int kDuplexControls[] = {IDC_DUPLEX_PICTURE_1, IDC_DUPLEX_PICTURE_2,
+                                   IDC_DUPLEX_PICTURE_3};
+
+void paintSystemFace(const DRAWITEMSTRUCT& item, bool pressed) {
+    RECT area = item.rcItem;
+    ::DrawFrameControl(item.hDC, &area, DFC_BUTTON,
+                       DFCS_BUTTONPUSH | (pressed ? DFCS_PUSHED : 0U));
+}
+
+void paintFocus(const DRAWITEMSTRUCT& item) {
+    constexpr UINT kNotShown = ODS_NOFOCUSRECT;
+    if ((item.itemState & ODS_FOCUS) == 0 || (item.itemState & kNotShown) != 0) return;
+    RECT area = item.rcItem;
+    ::InflateRect(&area, -kFocusMargin, -kFocusMargin);
+    const SavedDc saved(item.hDC);
+    ::SetTextColor(item.hDC, kBlack);
+    ::SetBkColor(item.hDC, kWhite);
+    ::DrawFocusRect(item.hDC, &area);
+}
+
+void paintBanner(HDC dc, HWND banner, HINSTANCE module, const std::wstring& printerName) {
+    RECT area{};
+    ::GetClientRect(banner, &area);
+    COLORREF colour = kWhite;
+    if (isHighContrast()) {
+        ::FillRect(dc, &area, ::GetSysColorBrush(COLOR_WINDOW));
+        colour = ::GetSysColor(COLOR_WINDOWTEXT);
+    } else {
+        paintBitmap(dc, module, IDB_BANNER);
+    }
+    const Font font(::CreateFontW(kNameHeight, kNameWidth, 0, 0, kNameWeight, FALSE, FALSE, FALSE,
+                                  DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
+                                  CLEARTYPE_QUALITY, DEFAULT_PITCH | FF_ROMAN, kNameFont));
+    const SavedDc saved(dc);
+    ::SetLayout(dc, 0);  // the picture leaves its room at the left, whatever the desktop does
+    const SelectedObject selected(dc, font.get());
+    ::SetBkMode(dc, TRANSPARENT);
+    ::SetTextColor(dc, colour);
+    area.left += kNameLeft;
+    area.top += kNameTop;
+    ::DrawTextW(dc, printerName.c_str(), static_cast<int>(printerName.size()), &area, kNameFormat);
+}
+
+}  // namespace
+
+DialogResult DefaultStatusDialog::dlgProc(WindowHandle window, WindowMessage message,
+                                          MessageWord wParam, MessageLong lParam) {
+    switch (message) {
+        case WM_INITDIALOG: return onInitDialog(window, wParam, lParam);
+        case WM_COMMAND: return onCommand(window, wParam, lParam);
+        case WM_DRAWITEM: return onDrawItem(window, wParam, lParam);
+        case WM_CTLCOLORSTATIC: return onCtlColorStatic(window, wParam, lParam);
+        case WM_CHAR: return onChar(window, wParam, lParam);
+        case WM_MENUCHAR: {  // Alt and a letter
+            const auto letter = static_cast<wchar_t>(LOBYTE(wParam));
+            const bool isSmall = letter >= L'a' && letter <= L'z';
+            // Closes the menu without a beep; set first, as the window may be gone afterwards.
+            ::SetWindowLongPtrW(window, DWLP_MSGRESULT, MAKELRESULT(0, MNC_CLOSE));
+            return onChar(window, isSmall ? letter - L'a' + L'A' : letter, lParam);
+        }
+        default: return StatusDialog::dlgProc(window, message, wParam, lParam);
+    }
+}
+
+DialogResult DefaultStatusDialog::onDrawItem(WindowHandle window, MessageWord, MessageLong lParam) {
+    auto* module = static_cast<HINSTANCE>(_module);
+    for (const ButtonFace& face : buttonFaces()) {
+        sizeButtonToBitmap(window, ::GetDlgItem(window, face.control), module, face.sizedBy);
+    }
+    DRAWITEMSTRUCT item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+    const ButtonFace* face = buttonFace(static_cast<int>(item.CtlID));
+    if (face == nullptr) return TRUE;
+    ::GetClientRect(item.hwndItem, &item.rcItem);
+    const bool pressed = (item.itemState & ODS_SELECTED) != 0;
+    COLORREF colour = face->whiteCaption ? kWhite : kBlack;
+    if (isHighContrast()) {
+        paintSystemFace(item, pressed);
+        colour = ::GetSysColor(COLOR_BTNTEXT);
+    } else {
+        paintBitmap(item.hDC, module, pressed ? face->pressed : face->normal);
+    }
+    drawLabel(item.hDC, item.hwndItem, buttonCaption(face->control), colour,
+              (item.itemState & ODS_NOACCEL) != 0);
+    paintFocus(item);
+    return TRUE;
+}
+
+DialogResult DefaultStatusDialog::onCtlColorStatic(WindowHandle window, MessageWord wParam,
+                                                   MessageLong lParam) {
+    auto* dc = reinterpret_cast<HDC>(wParam);
+    auto* control = reinterpret_cast<HWND>(lParam);
+    auto* module = static_cast<HINSTANCE>(_module);
+    const auto nothingElse = reinterpret_cast<DialogResult>(::GetStockObject(NULL_BRUSH));
+    const int id = ::GetDlgCtrlID(control);
+    if (id == IDC_ALERT_BANNER) {
+        paintBanner(dc, control, module, _printerName);
+        return nothingElse;
+    }
+    for (std::size_t step = 0; step < std::size(kDuplexControls); ++step) {
+        if (id != kDuplexControls[step]) continue;
+        paintBitmap(dc, module, _duplexPictures[step]);
+        return nothingElse;
+    }
+    return StatusDialog::dlgProc(window, WM_CTLCOLORSTATIC, wParam, lParam);
+}

@@ -1,0 +1,40 @@
+#include "ui/windows/display_settings.h"
+
+namespace {
+
+constexpr wchar_t kDesktopClass[] = L"Progman";
+constexpr UINT kStayInPlace = SWP_NOMOVE | SWP_NOSIZE;
+
+bool systemIsHighContrast() {
+    HIGHCONTRASTW setting{};
+    setting.cbSize = sizeof(setting);
+    return ::SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof(setting), &setting, 0) &&
+           (setting.dwFlags & HCF_HIGHCONTRASTON) != 0;
+}
+
+HighContrastQuery highContrastQuery = systemIsHighContrast;
+SetForeground foregroundFunction = ::SetForegroundWindow;
+
+}  // namespace
+
+bool isHighContrast() { return highContrastQuery(); }
+
+void setHighContrastQuery(HighContrastQuery query) noexcept {
+    highContrastQuery = query != nullptr ? query : systemIsHighContrast;
+}
+
+void bringToFront(HWND window) {
+    if (foregroundFunction(window)) return;
+    ::SetWindowPos(window, HWND_TOPMOST, 0, 0, 0, 0, kStayInPlace);
+    ::SetWindowPos(window, HWND_NOTOPMOST, 0, 0, 0, 0, kStayInPlace);
+}
+
+void setForegroundFunction(SetForeground function) noexcept {
+    foregroundFunction = function != nullptr ? function : ::SetForegroundWindow;
+}
+
+bool desktopIsMirrored() {
+    const HWND desktop = ::FindWindowW(kDesktopClass, nullptr);
+    if (desktop == nullptr) return false;
+    return (::GetWindowLongPtrW(desktop, GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0;
+}

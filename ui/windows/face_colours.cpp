@@ -1,0 +1,25 @@
+#include "ui/windows/face_colours.h"
+
+#include "ui/windows/display_settings.h"
+#include "ui/windows/window_resources.h"
+
+namespace {
+
+constexpr COLORREF kFace = RGB(240, 240, 240);
+constexpr COLORREF kText = RGB(0, 0, 0);
+
+}  // namespace
+
+bool isColourRequest(UINT message) {
+    return message == WM_CTLCOLORDLG || message == WM_CTLCOLORSTATIC;
+}
+
+INT_PTR paintFace(HWND dialog, UINT message, WPARAM wParam) {
+    if (isHighContrast()) return FALSE;
+    if (message == WM_CTLCOLORSTATIC) {
+        auto* dc = reinterpret_cast<HDC>(wParam);
+        ::SetTextColor(dc, kText);
+        ::SetBkColor(dc, kFace);
+    }
+    return reinterpret_cast<INT_PTR>(WindowResources::of(dialog).solidBrush(kFace));
+}

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <windows.h>
+
+// The face of our dialogs: one light grey on every system, because the pictures have no
+// transparency and bring it along. Under a high-contrast scheme the system's colours stay.
+
+[[nodiscard]] bool isColourRequest(UINT message);
+
+// Answers a colour request of `dialog` with the brush of the face; FALSE: let the system paint.
+INT_PTR paintFace(HWND dialog, UINT message, WPARAM wParam);

@@ -1,0 +1,46 @@
+#include "ui/resource_ids.h"
+#include "ui/status_dialog.h"
+#include "ui/alert_actions.h"
+#include "ui/alert_window.h"
+#include "ui/windows/alert_procedure.h"
+#include "ui/windows/display_settings.h"
+#include "ui/windows/picture_painting.h"
+
+// The window of the plain alert: making it, ending it, and the procedure that routes its messages.
+
+StatusDialog::~StatusDialog() {
+    if (AlertWindow::belongsTo(_window, *this)) destroyAlertWindow(_window);
+}
+
+bool StatusDialog::create() {
+    const HWND window = AlertWindow::make(static_cast<HINSTANCE>(_module), _templateId, *this);
+    if (window == nullptr) return false;
+    ::ShowWindow(window, SW_SHOW);
+    bringToFront(window);
+    return true;
+}
+
+void StatusDialog::close(WindowHandle window) {
+    AlertWindow::cutOff(window);
+    ::EndDialog(window, 1);
+    notify(alert_action::kClosed);
+}
+
+DialogResult StatusDialog::dlgProc(WindowHandle window, WindowMessage message, MessageWord wParam,
+                                   MessageLong lParam) {
+    switch (message) {
+        case WM_INITDIALOG: initialize(window); return TRUE;
+        case WM_COMMAND: command(window, wParam, lParam); return TRUE;
+        case WM_CLOSE: close(window); return TRUE;
+        case WM_SETCURSOR: ::SetCursor(::LoadCursorW(nullptr, IDC_ARROW)); return FALSE;
+        case WM_CTLCOLORSTATIC: break;
+        default: return FALSE;
+    }
+    auto* dc = reinterpret_cast<HDC>(wParam);
+    const int control = ::GetDlgCtrlID(reinterpret_cast<HWND>(lParam));
+    if (control != IDC_ALERT_PICTURE && control != IDC_ALERT_ICON) return FALSE;
+    paintBitmap(dc, static_cast<HINSTANCE>(_module),
+                control == IDC_ALERT_PICTURE ? _pictureId : _iconId);
+    // Any other brush would have the control wipe the picture.
+    return reinterpret_cast<DialogResult>(::GetStockObject(NULL_BRUSH));
+}

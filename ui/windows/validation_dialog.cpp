@@ -1,0 +1,197 @@
+#include "ui/validation_dialog.h"
+
+#include "device/cartridge_validation.h"
+#include "device/web_links.h"
+#include "platform/trace.h"
+#include "strings/string_ids.h"
+#include "ui/dialog_controls.h"
+#include "ui/localized_text.h"
+#include "ui/resource_ids.h"
+#include "ui/validation_texts.h"
+#include "ui/windows/dialog_template.h"
+#include "ui/windows/display_settings.h"
+#include "ui/windows/face_colours.h"
+#include "ui/windows/window_resources.h"
+
+#include <exception>
+
+namespace {
+
+constexpr COLORREF kBannerColour = RGB(0, 0, 200);
+constexpr COLORREF kBannerText = RGB(255, 255, 255);
+constexpr int kBannerHeight = 28, kBannerLeft = 12;  // dialog units
+constexpr int kBannerFontHeight = 24;                // pixels
+constexpr wchar_t kBannerFont[] = L"MS Shell Dlg 2";
+constexpr int kLinkGap = 4;  // pixels between the halves of the learn-more line
+
+// What the last showValidationDialog() was called with: the check is one at a time.
+struct CheckState {
+    HINSTANCE module = nullptr;
+    void* strings = nullptr;
+    std::wstring printerName;
+};
+CheckState& state() {
+    static CheckState instance;
+    return instance;
+}
+
+std::wstring text(std::uint32_t id) { return localizedText(state().strings, id); }
+
+void showTexts(HWND dialog, std::span<const ControlText> rows) {
+    for (const ControlText& row : rows) {
+        const std::wstring shown = text(row.text);
+        if (!shown.empty()) dialog_controls::setText(dialog, row.control, shown);
+        if (row.style == TextStyle::Heading) {
+            dialog_controls::setFont(dialog, row.control, dialog_controls::Emphasis::Headline);
+        }
+        if (row.style != TextStyle::Link) continue;
+        dialog_controls::setFont(dialog, row.control, dialog_controls::Emphasis::Link);
+        dialog_controls::makeLink(dialog, row.control);
+    }
+}
+
+void prepare(HWND dialog, std::uint32_t title, std::span<const ControlText> rows) {
+    const std::wstring shown = text(title);
+    if (!shown.empty()) dialog_controls::setTitle(dialog, shown);
+    dialog_controls::setIcons(dialog, state().module, IDI_PROGRAM);
+    keepPicturesUnmirrored(dialog);
+    showTexts(dialog, rows);
+}
+
+RECT placeIn(HWND dialog, HWND control) {
+    RECT place{};
+    ::GetWindowRect(control, &place);
+    ::MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
+    return place;
+}
+
+int textWidth(HWND control) {
+    const WindowDc dc(control);
+    const SelectedObject font(
+        dc.get(), reinterpret_cast<HFONT>(::SendMessageW(control, WM_GETFONT, 0, 0)));
+    const std::wstring shown = dialog_controls::text(::GetParent(control), ::GetDlgCtrlID(control));
+    SIZE size{};
+    ::GetTextExtentPoint32W(dc.get(), shown.c_str(), static_cast<int>(shown.size()), &size);
+    return size.cx;
+}
+
+// The two halves of the learn-more line make one sentence, wherever the first one ends.
+void joinLearnMore(HWND dialog) {
+    const HWND link = ::GetDlgItem(dialog, IDC_CHECK_LEARN_MORE);
+    const HWND rest = ::GetDlgItem(dialog, IDC_CHECK_LEARN_MORE_REST);
+    if (link == nullptr || rest == nullptr) return;
+    const RECT line = placeIn(dialog, link);
+    const int height = line.bottom - line.top;
+    const int width = std::min<int>(textWidth(link), line.right - line.left);
+    const int restLeft = line.left + width + kLinkGap;
+    ::MoveWindow(link, line.left, line.top, width, height, TRUE);
+    ::MoveWindow(rest, restLeft, line.top, std::max<int>(line.right - restLeft, 0), height, TRUE);
+}
+
+void paintBanner(HDC dc, HWND dialog) {
+    RECT area{kBannerLeft, 0, 0, kBannerHeight};
+    ::MapDialogRect(dialog, &area);
+    RECT client{};
+    ::GetClientRect(dialog, &client);
+    const int textLeft = area.left;
+    area.left = 0;
+    area.right = client.right;
+    const bool contrast = isHighContrast();
+    const Brush brush(
+        ::CreateSolidBrush(contrast ? ::GetSysColor(COLOR_WINDOW) : kBannerColour));
+    ::FillRect(dc, &area, brush.get());
+    const Font font(::CreateFontW(kBannerFontHeight, 0, 0, 0, FW_SEMIBOLD, FALSE, FALSE, FALSE,
+                                  DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
+                                  CLEARTYPE_QUALITY, DEFAULT_PITCH | FF_DONTCARE, kBannerFont));
+    const SavedDc saved(dc);
+    const SelectedObject selected(dc, font.get());
+    ::SetBkMode(dc, TRANSPARENT);
+    ::SetTextColor(dc, contrast ? ::GetSysColor(COLOR_WINDOWTEXT) : kBannerText);
+    area.left = textLeft;
+    const std::wstring shown = text(IDS_CHECK_BANNER);
+    ::DrawTextW(dc, shown.c_str(), static_cast<int>(shown.size()), &area,
+                DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
+}
+
+INT_PTR paint(HWND dialog) {
+    PAINTSTRUCT painting{};
+    const HDC dc = ::BeginPaint(dialog, &painting);
+    paintBanner(dc, dialog);
+    ::EndPaint(dialog, &painting);
+    return TRUE;
+}
+
+// What both windows do with every message but their own commands.
+INT_PTR commonAnswer(HWND dialog, UINT message, WPARAM wParam) {
+    if (isColourRequest(message)) return paintFace(dialog, message, wParam);
+    if (message == WM_NCDESTROY) WindowResources::release(dialog);
+    return FALSE;
+}
+
+INT_PTR answerDetails(HWND dialog, UINT message, WPARAM wParam) {
+    switch (message) {
+        case WM_INITDIALOG:
+            prepare(dialog, IDS_DETAILS_TITLE, cartridgeCheckDetailTexts());
+            return TRUE;
+        case WM_COMMAND:
+            if (LOWORD(wParam) == IDC_DETAILS_PRIVACY_LINK) {
+                openPrivacyPage();
+            } else {
+                ::EndDialog(dialog, LOWORD(wParam));
+            }
+            return TRUE;
+        default: return commonAnswer(dialog, message, wParam);
+    }
+}
+
+// Nothing may be thrown into the system's frames.
+template <INT_PTR (*answer)(HWND, UINT, WPARAM)>
+INT_PTR CALLBACK guarded(HWND dialog, UINT message, WPARAM wParam, LPARAM) noexcept {
+    try {
+        return answer(dialog, message, wParam);
+    } catch (const std::exception& error) {
+        platform::trace("TERNA - error: %s", error.what());
+        return FALSE;
+    }
+}
+
+INT_PTR answerCheckCommand(HWND dialog, int control) {
+    switch (control) {
+        case IDC_CHECK_SUBMIT: validateCartridge(state().printerName);  // ends the process
+        case IDC_CHECK_LEARN_MORE:
+            runDialog(state().module, IDD_CARTRIDGE_CHECK_DETAILS, dialog, guarded<answerDetails>);
+            ::InvalidateRect(dialog, nullptr, TRUE);
+            return TRUE;
+        case IDC_CHECK_DECLINE:
+        case IDC_CHECK_CANCEL:
+            ::EndDialog(dialog, control);
+            ::DestroyWindow(dialog);  // without an owner's loop it would only be hidden
+            return TRUE;
+        default: return TRUE;
+    }
+}
+
+INT_PTR answerCheck(HWND dialog, UINT message, WPARAM wParam) {
+    switch (message) {
+        case WM_INITDIALOG:
+            WindowResources::of(dialog).filterKeys(dialog);
+            prepare(dialog, IDS_CHECK_TITLE, cartridgeCheckTexts());
+            joinLearnMore(dialog);
+            dialog_controls::setDefaultButton(dialog, IDC_CHECK_SUBMIT);
+            return TRUE;
+        case WM_COMMAND: return answerCheckCommand(dialog, LOWORD(wParam));
+        case WM_PAINT: return paint(dialog);
+        default: return commonAnswer(dialog, message, wParam);
+    }
+}
+
+}  // namespace
+
+void showValidationDialog(void* hinstance, void* hSinstance, const std::wstring& printerName) {
+    state() = {static_cast<HINSTANCE>(hinstance), hSinstance, printerName};
+    const HWND dialog =
+        createDialog(state().module, IDD_CARTRIDGE_CHECK, guarded<answerCheck>, 0);
+    if (dialog == nullptr) return;
+    ::ShowWindow(dialog, SW_SHOW);
+    bringToFront(dialog);
+}
