@@ -20,11 +20,11 @@ namespace {
 // What an alert's row may ask.
 struct AlertContext {
     arbor::IPropertyHolder& description;
-    void* strings;           // module of the texts
-    bool isFamilyMember;     // the printer belongs to the K7400 family
+    void* strings;        // module of the texts
+    bool isFamilyMember;  // the printer belongs to the K7400 family
     int mediaCode;
     std::int32_t status;
-    std::wstring detail;     // becomes the detail of the alert unless it stays empty
+    std::wstring detail;  // becomes the detail of the alert unless it stays empty
 };
 
 // A picture or a text that differs between the K7400 family and other printers.
@@ -42,15 +42,15 @@ struct SuppliesColumn {
 
 struct AlertRow {
     int type;
-    int icon;                             // severity
-    int headline;                         // string ids; 0: none
+    int icon;      // severity
+    int headline;  // string ids; 0: none
     int message;
     PerPrinter detail;
     PerPrinter picture;
-    const SuppliesColumn* supplies;       // null: no supplies block
-    int suppliesDetail;                   // string id of the detail beside the block
-    int returns;                          // string id of the returns link
-    void (*further)(AlertContext& alert); // what no column holds; null: nothing
+    const SuppliesColumn* supplies;        // null: no supplies block
+    int suppliesDetail;                    // string id of the detail beside the block
+    int returns;                           // string id of the returns link
+    void (*further)(AlertContext& alert);  // what no column holds; null: nothing
 };
 
 constexpr PerPrinter kNone{};
@@ -74,9 +74,10 @@ void describeMedia(AlertContext& alert) {
     const auto mediaText = [&alert](int id) {
         return localizedText(alert.strings, static_cast<std::uint32_t>(id), kFactoryTextUnits);
     };
-    alert.detail = formatText(mediaText(IDS_LOAD_MEDIA_DETAIL),
-                              {mediaText(currentMediaType()), mediaText(mediaTextOfCode(alert.mediaCode))},
-                              kFactoryTextUnits);
+    alert.detail =
+        formatText(mediaText(IDS_LOAD_MEDIA_DETAIL),
+                   {mediaText(currentMediaType()), mediaText(mediaTextOfCode(alert.mediaCode))},
+                   kFactoryTextUnits);
 }
 
 void describeDuplex(AlertContext& alert) {
@@ -207,10 +208,12 @@ void complete(arbor::IPropertyHolder& description) {
     const int type = description.getInt(alert_key::kDialogType, 0);
     void* module = description.getPointer(alert_key::kModule, nullptr);
     std::wstring printerName = bagText(description, alert_key::kPrinterName);
-    AlertContext alert{description, description.getPointer(alert_key::kStringModule, module),
+    AlertContext alert{description,
+                       description.getPointer(alert_key::kStringModule, module),
                        isSupportedPrinter(printerName),
                        description.getInt(alert_key::kMediaCode, 0),
-                       description.getInt(alert_key::kStatus, 0), {}};
+                       description.getInt(alert_key::kStatus, 0),
+                       {}};
     fillFrame(alert);
     for (const AlertRow& row : kAlertRows) {
         if (row.type == type) fillRow(alert, row);

@@ -21,7 +21,7 @@ inline constexpr wchar_t kTemplate[] = L"dialogID";
 inline constexpr wchar_t kTitle[] = L"idsTitle";  // format: the printer's name
 inline constexpr wchar_t kHeadline[] = L"idsSubTitle";
 inline constexpr wchar_t kDetail[] = L"idsSubTitle1";
-inline constexpr wchar_t kDetailText[] = L"subtitle1";    // text, wins over kDetail
+inline constexpr wchar_t kDetailText[] = L"subtitle1";  // text, wins over kDetail
 inline constexpr wchar_t kOkCaption[] = L"buttonMessage";
 inline constexpr wchar_t kPicture[] = L"idbPrinter";
 inline constexpr wchar_t kIcon[] = L"idbIcon";
@@ -33,9 +33,9 @@ inline constexpr wchar_t kFraud[] = L"idsFraud";
 inline constexpr wchar_t kMessage[] = L"ids1";       // format: the printer text
 inline constexpr wchar_t kMediaMessage[] = L"ids2";  // format: message, media text, tray text
 inline constexpr wchar_t kTrayCode[] = L"trayCode";
-inline constexpr wchar_t kMessageText[] = L"StringStr";      // text
-inline constexpr wchar_t kPartNumberMessage[] = L"idsPn";    // format: the part number, narrow
-inline constexpr wchar_t kPartNumber[] = L"qvPartNo";        // text
+inline constexpr wchar_t kMessageText[] = L"StringStr";    // text
+inline constexpr wchar_t kPartNumberMessage[] = L"idsPn";  // format: the part number, narrow
+inline constexpr wchar_t kPartNumber[] = L"qvPartNo";      // text
 
 // Fax
 inline constexpr wchar_t kFaxReceived[] = L"idsFaxReceived";
@@ -44,9 +44,9 @@ inline constexpr wchar_t kFaxReceivedOrrery[] = L"idsFaxReceivedTB";
 // Snooze: what a producer may say; the list itself has fixed texts
 inline constexpr wchar_t kSnoozePrompt[] = L"idsSnoozeSelect";
 inline constexpr wchar_t kSnoozeLabel[] = L"idsSnoozeRemindAfter";
-inline constexpr const wchar_t* kSnoozeChoices[] = {
-    L"ids1Hour", L"ids4Hours", L"ids1Day",   L"ids2Days",
-    L"ids3Days", L"ids1Week",  L"ids2Weeks", L"idsSnoozeNever"};
+inline constexpr const wchar_t* kSnoozeChoices[] = {L"ids1Hour",  L"ids4Hours",     L"ids1Day",
+                                                    L"ids2Days",  L"ids3Days",      L"ids1Week",
+                                                    L"ids2Weeks", L"idsSnoozeNever"};
 
 // Manual duplex
 inline constexpr wchar_t kDuplexTitle[] = L"idsManualTitle";
@@ -62,11 +62,11 @@ inline constexpr wchar_t kHideForRecycle[] = L"disalbeRecycleBtn";
 
 // The supplies block
 inline constexpr wchar_t kShowSupplies[] = L"showSupplies";
-inline constexpr wchar_t kAlertDetail[] = L"alertDetail";                // text
+inline constexpr wchar_t kAlertDetail[] = L"alertDetail";  // text
 inline constexpr wchar_t kSuppliesPicture[] = L"suppliesIconID";
-inline constexpr wchar_t kSuppliesName[] = L"suppliesName";              // text
+inline constexpr wchar_t kSuppliesName[] = L"suppliesName";  // text
 inline constexpr wchar_t kConditionPicture[] = L"suppliesIconConditionID";
-inline constexpr wchar_t kSuppliesPages[] = L"suppliesAPR";              // text
-inline constexpr wchar_t kSuppliesComment[] = L"suppliesAPRComment";     // text
+inline constexpr wchar_t kSuppliesPages[] = L"suppliesAPR";           // text
+inline constexpr wchar_t kSuppliesComment[] = L"suppliesAPRComment";  // text
 
 }  // namespace alert_key

@@ -17,7 +17,9 @@ constexpr ButtonFace kButtonFaces[] = {
 
 }  // namespace
 
-std::span<const ButtonFace> buttonFaces() { return kButtonFaces; }
+std::span<const ButtonFace> buttonFaces() {
+    return kButtonFaces;
+}
 
 const ButtonFace* buttonFace(int control) {
     for (const ButtonFace& face : kButtonFaces) {

@@ -33,9 +33,9 @@ constexpr int kDuplexPictureControls[] = {IDC_DUPLEX_PICTURE_1, IDC_DUPLEX_PICTU
 constexpr int kDuplexTextControls[] = {IDC_DUPLEX_STEP_1, IDC_DUPLEX_STEP_2, IDC_DUPLEX_STEP_3};
 
 // The prompt comes first; the hours of the others are in the cartridge store, in the same order.
-constexpr std::uint32_t kSnoozeTexts[] = {
-    IDS_SNOOZE_CHOOSE, IDS_SNOOZE_1_HOUR, IDS_SNOOZE_4_HOURS, IDS_SNOOZE_1_DAY, IDS_SNOOZE_2_DAYS,
-    IDS_SNOOZE_3_DAYS, IDS_SNOOZE_1_WEEK, IDS_SNOOZE_2_WEEKS, IDS_SNOOZE_NEVER};
+constexpr std::uint32_t kSnoozeTexts[] = {IDS_SNOOZE_CHOOSE, IDS_SNOOZE_1_HOUR,  IDS_SNOOZE_4_HOURS,
+                                          IDS_SNOOZE_1_DAY,  IDS_SNOOZE_2_DAYS,  IDS_SNOOZE_3_DAYS,
+                                          IDS_SNOOZE_1_WEEK, IDS_SNOOZE_2_WEEKS, IDS_SNOOZE_NEVER};
 
 // Only exactly 1 switches something on.
 bool isSwitchedOn(const arbor::IPropertyHolder& description, const wchar_t* key) {
@@ -181,14 +181,30 @@ DialogResult DefaultStatusDialog::onCommand(WindowHandle window, MessageWord wPa
     // After each of these the alert may be gone.
     switch (static_cast<int>(wParam & kLowWord)) {
         case IDC_ALERT_RECYCLE:
-        case IDC_ALERT_RETURNS_LINK: notify(alert_action::kRecycle); break;
-        case IDC_ALERT_FRAUD_LINK: notify(alert_action::kAnticounterfeit); break;
-        case IDC_ALERT_SHOP: notify(alert_action::kShop); break;
-        case IDC_ALERT_CANCEL: notify(alert_action::kCancel); break;
-        case IDC_ALERT_MESSAGE: notify(alert_action::kCheckCartridge); break;
-        case IDC_ALERT_HELP: showHelp(window); break;
-        case IDC_ALERT_OK: acceptOk(window); break;
-        default: command(window, wParam, lParam); break;
+        case IDC_ALERT_RETURNS_LINK:
+            notify(alert_action::kRecycle);
+            break;
+        case IDC_ALERT_FRAUD_LINK:
+            notify(alert_action::kAnticounterfeit);
+            break;
+        case IDC_ALERT_SHOP:
+            notify(alert_action::kShop);
+            break;
+        case IDC_ALERT_CANCEL:
+            notify(alert_action::kCancel);
+            break;
+        case IDC_ALERT_MESSAGE:
+            notify(alert_action::kCheckCartridge);
+            break;
+        case IDC_ALERT_HELP:
+            showHelp(window);
+            break;
+        case IDC_ALERT_OK:
+            acceptOk(window);
+            break;
+        default:
+            command(window, wParam, lParam);
+            break;
     }
     return kHandled;
 }
@@ -228,7 +244,8 @@ DialogResult DefaultStatusDialog::onChar(WindowHandle window, MessageWord wParam
             platform::trace("WM_CHAR Return");
             acceptOk(window);
             break;
-        default: break;
+        default:
+            break;
     }
     return kHandled;
 }

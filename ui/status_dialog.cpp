@@ -36,7 +36,9 @@ constexpr CommandRow kCommandRows[] = {
     {IDC_ALERT_HELP, alert_action::kHelp},
 };
 
-std::uint32_t asId(std::int32_t value) { return static_cast<std::uint32_t>(value); }
+std::uint32_t asId(std::int32_t value) {
+    return static_cast<std::uint32_t>(value);
+}
 
 }  // namespace
 
@@ -62,8 +64,8 @@ StatusDialog::StatusDialog(const arbor::IPropertyHolder& description, bool creat
       _detail(textOf(description, alert_key::kDetail)),
       _snoozePrompt(textOf(description, alert_key::kSnoozePrompt)),
       _snoozeLabel(textOf(description, alert_key::kSnoozeLabel)),
-      _broker(static_cast<tern::EventBroker*>(
-          description.getPointer(alert_key::kBroker, nullptr))) {
+      _broker(
+          static_cast<tern::EventBroker*>(description.getPointer(alert_key::kBroker, nullptr))) {
     for (std::size_t i = 0; i < _snoozeChoices.size(); ++i) {
         _snoozeChoices[i] = textOf(description, alert_key::kSnoozeChoices[i]);
     }
@@ -75,7 +77,9 @@ void StatusDialog::setPosition(int x, int y) noexcept {
     _y = y;
 }
 
-std::wstring StatusDialog::text(std::uint32_t id) const { return loadText(_stringModule, id); }
+std::wstring StatusDialog::text(std::uint32_t id) const {
+    return loadText(_stringModule, id);
+}
 
 std::wstring StatusDialog::textOf(const arbor::IPropertyHolder& description,
                                   const wchar_t* key) const {
@@ -84,21 +88,19 @@ std::wstring StatusDialog::textOf(const arbor::IPropertyHolder& description,
 
 // Each text that is there replaces the one before it.
 std::wstring StatusDialog::messageText(const arbor::IPropertyHolder& description) const {
-    std::wstring message = formatText(textOf(description, alert_key::kMessage), {_printerText},
-                                      kTextUnits);
+    std::wstring message =
+        formatText(textOf(description, alert_key::kMessage), {_printerText}, kTextUnits);
     if (const std::wstring format = textOf(description, alert_key::kMediaMessage);
         !format.empty()) {
         const auto textOfCode = [&](const wchar_t* key) {
             const std::int32_t id = description.getInt(key, kAbsent);
             return id != kAbsent ? text(asId(id)) : std::wstring();
         };
-        message = formatText(format,
-                             {message, textOfCode(alert_key::kMediaCode),
-                              textOfCode(alert_key::kTrayCode)},
-                             kTextUnits);
+        message = formatText(
+            format, {message, textOfCode(alert_key::kMediaCode), textOfCode(alert_key::kTrayCode)},
+            kTextUnits);
     }
-    if (const std::wstring literal =
-            bagText(description, alert_key::kMessageText, kNoMessageText);
+    if (const std::wstring literal = bagText(description, alert_key::kMessageText, kNoMessageText);
         literal != kNoMessageText) {
         message = literal;
     }
@@ -110,7 +112,9 @@ std::wstring StatusDialog::messageText(const arbor::IPropertyHolder& description
     return message;
 }
 
-void StatusDialog::notify(std::uint32_t code) { notify(code, 0, 0, nullptr); }
+void StatusDialog::notify(std::uint32_t code) {
+    notify(code, 0, 0, nullptr);
+}
 
 void StatusDialog::notify(std::uint32_t code, MessageWord wParam, MessageLong lParam,
                           WindowHandle window) {

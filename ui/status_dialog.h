@@ -37,6 +37,8 @@ public:
     // Null before create(). The window lives until destroyAlertWindow() or this object's end; when
     // the user closes it, it is hidden but still there.
     [[nodiscard]] WindowHandle window() const noexcept { return _window; }
+    // For the window itself, which tells when it begins and ends.
+    void setWindow(WindowHandle window) noexcept { _window = window; }
 
     // Publishes an action (see ui/alert_actions.h); does nothing without an event broker.
     void notify(std::uint32_t code);
@@ -84,8 +86,6 @@ protected:
     tern::EventBroker* _broker;  // not owned; null: actions are dropped
 
 private:
-    friend class AlertWindow;  // the window half: keeps _window true to the system
-
     [[nodiscard]] std::wstring messageText(const arbor::IPropertyHolder& description) const;
     void announceExtras(WindowHandle window);
 };

@@ -50,7 +50,6 @@ void fillSuppliesInfo(arbor::IPropertyHolder& description, bool estimateUnknown,
     if (mode == SuppliesMode::PagesUnknown) remaining = kPagesUnknown;
     description.setWString(alert_key::kSuppliesPages,
                            filled(strings, IDS_PAGES_REMAINING, remaining).c_str());
-    description.setWString(
-        alert_key::kSuppliesComment,
-        localizedText(strings, IDS_PAGES_COMMENT, kFactoryTextUnits).c_str());
+    description.setWString(alert_key::kSuppliesComment,
+                           localizedText(strings, IDS_PAGES_COMMENT, kFactoryTextUnits).c_str());
 }

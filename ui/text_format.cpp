@@ -17,18 +17,31 @@ std::wstring numberText(std::int32_t number) {
 
 bool placeholderKind(wchar_t letter, TextArgument::Kind& kind) {
     switch (letter) {
-        case L's': kind = TextArgument::Kind::Wide; return true;
-        case L'S': kind = TextArgument::Kind::Narrow; return true;
-        case L'd': kind = TextArgument::Kind::Number; return true;
-        default: return false;
+        case L's':
+            kind = TextArgument::Kind::Wide;
+            return true;
+        case L'S':
+            kind = TextArgument::Kind::Narrow;
+            return true;
+        case L'd':
+            kind = TextArgument::Kind::Number;
+            return true;
+        default:
+            return false;
     }
 }
 
 void append(std::wstring& text, const TextArgument& argument) {
     switch (argument.kind) {
-        case TextArgument::Kind::Wide: text += argument.wideText; break;
-        case TextArgument::Kind::Narrow: text += platform::widened(argument.narrowText); break;
-        case TextArgument::Kind::Number: text += numberText(argument.number); break;
+        case TextArgument::Kind::Wide:
+            text += argument.wideText;
+            break;
+        case TextArgument::Kind::Narrow:
+            text += platform::widened(argument.narrowText);
+            break;
+        case TextArgument::Kind::Number:
+            text += numberText(argument.number);
+            break;
     }
 }
 

@@ -31,5 +31,9 @@ constexpr ControlText kDetailTexts[] = {
 
 }  // namespace
 
-std::span<const ControlText> cartridgeCheckTexts() { return kCheckTexts; }
-std::span<const ControlText> cartridgeCheckDetailTexts() { return kDetailTexts; }
+std::span<const ControlText> cartridgeCheckTexts() {
+    return kCheckTexts;
+}
+std::span<const ControlText> cartridgeCheckDetailTexts() {
+    return kDetailTexts;
+}

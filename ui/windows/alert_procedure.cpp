@@ -34,18 +34,20 @@ bool AlertWindow::belongsTo(HWND window, const StatusDialog& dialog) noexcept {
     return window != nullptr && objectOf(window) == &dialog;
 }
 
-void AlertWindow::cutOff(HWND window) noexcept { ::SetWindowLongPtrW(window, GWLP_USERDATA, 0); }
+void AlertWindow::cutOff(HWND window) noexcept {
+    ::SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+}
 
 void AlertWindow::attach(HWND window, StatusDialog& dialog) {
     ::SetPropW(window, kObjectProperty, &dialog);
     ::SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&dialog));
-    dialog._window = window;
+    dialog.setWindow(window);
     WindowResources::of(window).filterKeys(window);
     keepPicturesUnmirrored(window);
 }
 
 void AlertWindow::forget(HWND window) noexcept {
-    if (StatusDialog* dialog = objectOf(window)) dialog->_window = nullptr;
+    if (StatusDialog* dialog = objectOf(window)) dialog->setWindow(nullptr);
     ::RemovePropW(window, kObjectProperty);
     WindowResources::release(window);
 }
@@ -59,7 +61,8 @@ INT_PTR AlertWindow::procedure(HWND window, UINT message, WPARAM wParam, LPARAM 
         if (StatusDialog* dialog = receiverOf(window)) {
             result = dialog->dlgProc(window, message, wParam, lParam);
         }
-        if (result == FALSE && isColourRequest(message)) result = paintFace(window, message, wParam);
+        if (result == FALSE && isColourRequest(message))
+            result = paintFace(window, message, wParam);
     } catch (const std::exception& error) {
         platform::trace("TERNA - error: %s", error.what());
     }

@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr int kOkRise = 330;       // pixels by which the OK button of a compact alert is higher
-constexpr int kWindowShrink = 300; // pixels by which its window is lower
+constexpr int kOkRise = 330;        // pixels by which the OK button of a compact alert is higher
+constexpr int kWindowShrink = 300;  // pixels by which its window is lower
 
 void raise(HWND window, HWND button) {
     if (button == nullptr) return;

@@ -23,8 +23,7 @@ constexpr int kDuplexControls[] = {IDC_DUPLEX_PICTURE_1, IDC_DUPLEX_PICTURE_2,
 
 void paintSystemFace(const DRAWITEMSTRUCT& item, bool pressed) {
     RECT area = item.rcItem;
-    ::DrawFrameControl(item.hDC, &area, DFC_BUTTON,
-                       DFCS_BUTTONPUSH | (pressed ? DFCS_PUSHED : 0U));
+    ::DrawFrameControl(item.hDC, &area, DFC_BUTTON, DFCS_BUTTONPUSH | (pressed ? DFCS_PUSHED : 0U));
 }
 
 void paintFocus(const DRAWITEMSTRUCT& item) {
@@ -66,11 +65,16 @@ void paintBanner(HDC dc, HWND banner, HINSTANCE module, const std::wstring& prin
 DialogResult DefaultStatusDialog::dlgProc(WindowHandle window, WindowMessage message,
                                           MessageWord wParam, MessageLong lParam) {
     switch (message) {
-        case WM_INITDIALOG: return onInitDialog(window, wParam, lParam);
-        case WM_COMMAND: return onCommand(window, wParam, lParam);
-        case WM_DRAWITEM: return onDrawItem(window, wParam, lParam);
-        case WM_CTLCOLORSTATIC: return onCtlColorStatic(window, wParam, lParam);
-        case WM_CHAR: return onChar(window, wParam, lParam);
+        case WM_INITDIALOG:
+            return onInitDialog(window, wParam, lParam);
+        case WM_COMMAND:
+            return onCommand(window, wParam, lParam);
+        case WM_DRAWITEM:
+            return onDrawItem(window, wParam, lParam);
+        case WM_CTLCOLORSTATIC:
+            return onCtlColorStatic(window, wParam, lParam);
+        case WM_CHAR:
+            return onChar(window, wParam, lParam);
         case WM_MENUCHAR: {  // Alt and a letter
             const auto letter = static_cast<wchar_t>(LOBYTE(wParam));
             const bool isSmall = letter >= L'a' && letter <= L'z';
@@ -78,7 +82,8 @@ DialogResult DefaultStatusDialog::dlgProc(WindowHandle window, WindowMessage mes
             ::SetWindowLongPtrW(window, DWLP_MSGRESULT, MAKELRESULT(0, MNC_CLOSE));
             return onChar(window, isSmall ? letter - L'a' + L'A' : letter, lParam);
         }
-        default: return StatusDialog::dlgProc(window, message, wParam, lParam);
+        default:
+            return StatusDialog::dlgProc(window, message, wParam, lParam);
     }
 }
 

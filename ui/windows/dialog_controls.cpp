@@ -10,14 +10,18 @@ namespace {
 
 constexpr LONG kHeadlineWeight = 600;
 
-HWND control(HWND window, int id) { return ::GetDlgItem(window, id); }
+HWND control(HWND window, int id) {
+    return ::GetDlgItem(window, id);
+}
 
-HINSTANCE asModule(void* module) { return static_cast<HINSTANCE>(module); }
+HINSTANCE asModule(void* module) {
+    return static_cast<HINSTANCE>(module);
+}
 
 Icon loadIcon(HINSTANCE module, int icon, int widthMetric, int heightMetric) {
-    return Icon(static_cast<HICON>(::LoadImageW(
-        module, MAKEINTRESOURCEW(icon), IMAGE_ICON, ::GetSystemMetrics(widthMetric),
-        ::GetSystemMetrics(heightMetric), LR_DEFAULTCOLOR)));
+    return Icon(static_cast<HICON>(
+        ::LoadImageW(module, MAKEINTRESOURCEW(icon), IMAGE_ICON, ::GetSystemMetrics(widthMetric),
+                     ::GetSystemMetrics(heightMetric), LR_DEFAULTCOLOR)));
 }
 
 void setHeadlineFont(HWND headline) {
@@ -25,8 +29,8 @@ void setHeadlineFont(HWND headline) {
     LOGFONTW description{};
     if (::GetObjectW(current, sizeof(description), &description) == 0) return;
     description.lfWeight = kHeadlineWeight;
-    const HFONT font = WindowResources::of(::GetParent(headline))
-                           .keep(Font(::CreateFontIndirectW(&description)));
+    const HFONT font =
+        WindowResources::of(::GetParent(headline)).keep(Font(::CreateFontIndirectW(&description)));
     if (font != nullptr) {
         ::SendMessageW(headline, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
     }
@@ -34,7 +38,9 @@ void setHeadlineFont(HWND headline) {
 
 }  // namespace
 
-bool exists(HWND window, int id) { return control(window, id) != nullptr; }
+bool exists(HWND window, int id) {
+    return control(window, id) != nullptr;
+}
 
 bool usable(HWND window, int id) {
     const HWND found = control(window, id);
@@ -54,7 +60,9 @@ void setText(HWND window, int id, const std::wstring& text) {
     ::SetDlgItemTextW(window, id, text.c_str());
 }
 
-void setTitle(HWND window, const std::wstring& title) { ::SetWindowTextW(window, title.c_str()); }
+void setTitle(HWND window, const std::wstring& title) {
+    ::SetWindowTextW(window, title.c_str());
+}
 
 // A picture static answers WM_SETTEXT with a picture of that name or with nothing, so the name is
 // set past its procedure.
@@ -69,7 +77,9 @@ void show(HWND window, int id, bool visible) {
     if (found != nullptr) ::ShowWindow(found, visible ? SW_SHOW : SW_HIDE);
 }
 
-void hideWindow(HWND window) { ::ShowWindow(window, SW_HIDE); }
+void hideWindow(HWND window) {
+    ::ShowWindow(window, SW_HIDE);
+}
 
 void moveWindow(HWND window, int x, int y) {
     ::SetWindowPos(window, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);

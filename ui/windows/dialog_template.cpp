@@ -6,14 +6,14 @@
 
 namespace {
 
-constexpr WORD kExtendedSignature = 0xFFFF;  // second word of an extended template, after a 1
+constexpr WORD kExtendedSignature = 0xFFFF;      // second word of an extended template, after a 1
 constexpr std::size_t kStyleOffsetExtended = 8;  // bytes, of the extended style
 constexpr std::size_t kStyleOffsetPlain = 4;
 constexpr DWORD kMirrored = WS_EX_LAYOUTRTL | WS_EX_RTLREADING;
 
 std::span<const std::byte> templateBytes(HINSTANCE module, int templateId) {
-    const HRSRC found = ::FindResourceW(module, MAKEINTRESOURCEW(templateId),
-                                        reinterpret_cast<LPCWSTR>(RT_DIALOG));
+    const HRSRC found =
+        ::FindResourceW(module, MAKEINTRESOURCEW(templateId), reinterpret_cast<LPCWSTR>(RT_DIALOG));
     if (found == nullptr) return {};
     const HGLOBAL loaded = ::LoadResource(module, found);
     const void* bytes = loaded != nullptr ? ::LockResource(loaded) : nullptr;
@@ -59,7 +59,9 @@ INT_PTR runDialog(HINSTANCE module, int templateId, HWND owner, DLGPROC procedur
     return ::DialogBoxIndirectParamW(module, asTemplate(copy), owner, procedure, 0);
 }
 
-void keepPicturesUnmirrored(HWND dialog) { ::EnumChildWindows(dialog, keepUnmirrored, 0); }
+void keepPicturesUnmirrored(HWND dialog) {
+    ::EnumChildWindows(dialog, keepUnmirrored, 0);
+}
 
 std::vector<std::byte> mirroredTemplate(std::span<const std::byte> original) {
     if (original.size() < sizeof(DLGTEMPLATE)) return {};

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <windows.h>
 #include <cstddef>
 #include <span>
 #include <vector>
-#include <windows.h>
 
 // Dialogs from templates of a module. On a desktop that runs from right to left the dialog is
 // mirrored: its template is changed in a copy, since resources are read-only memory.

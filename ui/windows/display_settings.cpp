@@ -17,7 +17,9 @@ SetForeground foregroundFunction = ::SetForegroundWindow;
 
 }  // namespace
 
-bool isHighContrast() { return highContrastQuery(); }
+bool isHighContrast() {
+    return highContrastQuery();
+}
 
 void setHighContrastQuery(HighContrastQuery query) noexcept {
     highContrastQuery = query != nullptr ? query : systemIsHighContrast;

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <windows.h>
 #include <memory>
 #include <type_traits>
-#include <windows.h>
 
 // Owners of what drawing borrows from the system. Each gives it back in its destructor.
 

@@ -60,8 +60,7 @@ void paintBlue(HDC dc, HWND control) {
     }
 }
 
-LRESULT CALLBACK parentProcedure(HWND window, UINT message, WPARAM wParam,
-                                 LPARAM lParam) noexcept {
+LRESULT CALLBACK parentProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     const WNDPROC original = originalProcedure(window);
     if (message == WM_DESTROY) restoreProcedure(window, original);
     const LRESULT result = callOriginal(original, window, message, wParam, lParam);

@@ -6,8 +6,8 @@
 namespace {
 
 constexpr wchar_t kProperty[] = L"_Alert_Keys_";  // marks the dialogs that are served
-constexpr WPARAM kNavigationKeys[] = {VK_TAB, VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN, VK_RETURN,
-                                      VK_ESCAPE};
+constexpr WPARAM kNavigationKeys[] = {VK_TAB,  VK_LEFT,   VK_RIGHT, VK_UP,
+                                      VK_DOWN, VK_RETURN, VK_ESCAPE};
 
 thread_local HHOOK installed = nullptr;
 thread_local int users = 0;

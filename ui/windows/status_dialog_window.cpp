@@ -1,7 +1,7 @@
-#include "ui/resource_ids.h"
-#include "ui/status_dialog.h"
 #include "ui/alert_actions.h"
 #include "ui/alert_window.h"
+#include "ui/resource_ids.h"
+#include "ui/status_dialog.h"
 #include "ui/windows/alert_procedure.h"
 #include "ui/windows/display_settings.h"
 #include "ui/windows/picture_painting.h"
@@ -29,12 +29,22 @@ void StatusDialog::close(WindowHandle window) {
 DialogResult StatusDialog::dlgProc(WindowHandle window, WindowMessage message, MessageWord wParam,
                                    MessageLong lParam) {
     switch (message) {
-        case WM_INITDIALOG: initialize(window); return TRUE;
-        case WM_COMMAND: command(window, wParam, lParam); return TRUE;
-        case WM_CLOSE: close(window); return TRUE;
-        case WM_SETCURSOR: ::SetCursor(::LoadCursorW(nullptr, IDC_ARROW)); return FALSE;
-        case WM_CTLCOLORSTATIC: break;
-        default: return FALSE;
+        case WM_INITDIALOG:
+            initialize(window);
+            return TRUE;
+        case WM_COMMAND:
+            command(window, wParam, lParam);
+            return TRUE;
+        case WM_CLOSE:
+            close(window);
+            return TRUE;
+        case WM_SETCURSOR:
+            ::SetCursor(::LoadCursorW(nullptr, IDC_ARROW));
+            return FALSE;
+        case WM_CTLCOLORSTATIC:
+            break;
+        default:
+            return FALSE;
     }
     auto* dc = reinterpret_cast<HDC>(wParam);
     const int control = ::GetDlgCtrlID(reinterpret_cast<HWND>(lParam));

@@ -13,6 +13,7 @@
 #include "ui/windows/face_colours.h"
 #include "ui/windows/window_resources.h"
 
+#include <algorithm>
 #include <exception>
 
 namespace {
@@ -35,7 +36,9 @@ CheckState& state() {
     return instance;
 }
 
-std::wstring text(std::uint32_t id) { return localizedText(state().strings, id); }
+std::wstring text(std::uint32_t id) {
+    return localizedText(state().strings, id);
+}
 
 void showTexts(HWND dialog, std::span<const ControlText> rows) {
     for (const ControlText& row : rows) {
@@ -67,8 +70,8 @@ RECT placeIn(HWND dialog, HWND control) {
 
 int textWidth(HWND control) {
     const WindowDc dc(control);
-    const SelectedObject font(
-        dc.get(), reinterpret_cast<HFONT>(::SendMessageW(control, WM_GETFONT, 0, 0)));
+    const SelectedObject font(dc.get(),
+                              reinterpret_cast<HFONT>(::SendMessageW(control, WM_GETFONT, 0, 0)));
     const std::wstring shown = dialog_controls::text(::GetParent(control), ::GetDlgCtrlID(control));
     SIZE size{};
     ::GetTextExtentPoint32W(dc.get(), shown.c_str(), static_cast<int>(shown.size()), &size);
@@ -97,8 +100,7 @@ void paintBanner(HDC dc, HWND dialog) {
     area.left = 0;
     area.right = client.right;
     const bool contrast = isHighContrast();
-    const Brush brush(
-        ::CreateSolidBrush(contrast ? ::GetSysColor(COLOR_WINDOW) : kBannerColour));
+    const Brush brush(::CreateSolidBrush(contrast ? ::GetSysColor(COLOR_WINDOW) : kBannerColour));
     ::FillRect(dc, &area, brush.get());
     const Font font(::CreateFontW(kBannerFontHeight, 0, 0, 0, FW_SEMIBOLD, FALSE, FALSE, FALSE,
                                   DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
@@ -140,7 +142,8 @@ INT_PTR answerDetails(HWND dialog, UINT message, WPARAM wParam) {
                 ::EndDialog(dialog, LOWORD(wParam));
             }
             return TRUE;
-        default: return commonAnswer(dialog, message, wParam);
+        default:
+            return commonAnswer(dialog, message, wParam);
     }
 }
 
@@ -157,7 +160,8 @@ INT_PTR CALLBACK guarded(HWND dialog, UINT message, WPARAM wParam, LPARAM) noexc
 
 INT_PTR answerCheckCommand(HWND dialog, int control) {
     switch (control) {
-        case IDC_CHECK_SUBMIT: validateCartridge(state().printerName);  // ends the process
+        case IDC_CHECK_SUBMIT:
+            validateCartridge(state().printerName);  // ends the process
         case IDC_CHECK_LEARN_MORE:
             runDialog(state().module, IDD_CARTRIDGE_CHECK_DETAILS, dialog, guarded<answerDetails>);
             ::InvalidateRect(dialog, nullptr, TRUE);
@@ -167,7 +171,8 @@ INT_PTR answerCheckCommand(HWND dialog, int control) {
             ::EndDialog(dialog, control);
             ::DestroyWindow(dialog);  // without an owner's loop it would only be hidden
             return TRUE;
-        default: return TRUE;
+        default:
+            return TRUE;
     }
 }
 
@@ -179,9 +184,12 @@ INT_PTR answerCheck(HWND dialog, UINT message, WPARAM wParam) {
             joinLearnMore(dialog);
             dialog_controls::setDefaultButton(dialog, IDC_CHECK_SUBMIT);
             return TRUE;
-        case WM_COMMAND: return answerCheckCommand(dialog, LOWORD(wParam));
-        case WM_PAINT: return paint(dialog);
-        default: return commonAnswer(dialog, message, wParam);
+        case WM_COMMAND:
+            return answerCheckCommand(dialog, LOWORD(wParam));
+        case WM_PAINT:
+            return paint(dialog);
+        default:
+            return commonAnswer(dialog, message, wParam);
     }
 }
 
@@ -189,8 +197,7 @@ INT_PTR answerCheck(HWND dialog, UINT message, WPARAM wParam) {
 
 void showValidationDialog(void* hinstance, void* hSinstance, const std::wstring& printerName) {
     state() = {static_cast<HINSTANCE>(hinstance), hSinstance, printerName};
-    const HWND dialog =
-        createDialog(state().module, IDD_CARTRIDGE_CHECK, guarded<answerCheck>, 0);
+    const HWND dialog = createDialog(state().module, IDD_CARTRIDGE_CHECK, guarded<answerCheck>, 0);
     if (dialog == nullptr) return;
     ::ShowWindow(dialog, SW_SHOW);
     bringToFront(dialog);
