@@ -85,8 +85,8 @@ TEST_P(FactsTortureTest, ATruthfulSnoozeIsStoredAndAFailedOneIsNot) {
     bool saved = false;
     const auto scene = [&saved] {
         cleanPlatform();
-        CartridgeRecord record;
-        AddCartIfNew(record, kSerial);
+        CartridgeRecord earlier;
+        AddCartIfNew(earlier, kSerial);
         saved = false;
         return [&saved] {
             CartridgeRecord buffer;
