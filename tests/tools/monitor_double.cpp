@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <shellapi.h>
+
 #include <cstdint>
 #include <cstring>
 #include <cwchar>
@@ -26,7 +28,10 @@ constexpr std::uint32_t kCrash = 900001;
 constexpr std::uint32_t kStopReading = 900002;
 constexpr std::uint32_t kEndWithSeven = 900003;
 constexpr std::uint32_t kNeverEnd = 900004;
+constexpr std::uint32_t kOpenLink = 900005;
+constexpr std::uint32_t kAskDevice = 900006;
 constexpr int kOddExitCode = 7;
+constexpr DWORD kPageBytes = 65536;
 
 bool neverEnd = false;
 bool finished = false;
@@ -62,12 +67,39 @@ void showDialog() {
     ::ShowWindow(dialog, SW_SHOW);
 }
 
+template <typename Function>
+Function entry(HMODULE library, const char* name) {
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(::GetProcAddress(library, name)));
+}
+
+// Fetches a page and, if there is one, presses the Go button.
+void askDevice() {
+    const HMODULE library = ::LoadLibraryW(L"rtqewsi.dll");
+    if (library == nullptr) return;
+    const auto open = entry<HANDLE(WINAPI*)(const wchar_t*)>(library, "OpenEWSPort_W");
+    const auto close = entry<BOOL(WINAPI*)(HANDLE)>(library, "CloseEWS");
+    const auto page =
+        entry<BOOL(WINAPI*)(HANDLE, const char*, void*, char*, DWORD, DWORD*)>(library, "GetPage");
+    const auto push = entry<BOOL(WINAPI*)(HANDLE, const wchar_t*)>(library, "PushLedmButtonW");
+    const HANDLE device = open(L"USB001");
+    if (device == nullptr) return;
+    std::string buffer(kPageBytes, '\0');
+    DWORD received = 0;
+    if (page(device, "/DevMgmt/ProductUsageDyn.xml", nullptr, buffer.data(), kPageBytes, &received))
+        push(device, buffer.find(">17<") == std::string::npos ? L"go" : L"cancel");
+    close(device);
+}
+
 void onStatus(std::uint32_t status) {
     if (status == kShow) showDialog();
     if (status == kCrash)
         ::RaiseException(static_cast<DWORD>(EXCEPTION_ACCESS_VIOLATION), 0, 0, nullptr);
     if (status == kStopReading) ::Sleep(kForeverMs);
     if (status == kEndWithSeven) ::ExitProcess(kOddExitCode);
+    if (status == kOpenLink)
+        ::ShellExecuteW(nullptr, L"open", L"https://www.corvane.example/go/recycle?a=1&b=%20x",
+                        nullptr, nullptr, SW_SHOWNORMAL);
+    if (status == kAskDevice) askDevice();
     if (status == kNeverEnd) neverEnd = true;
 }
 

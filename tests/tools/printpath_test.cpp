@@ -266,6 +266,114 @@ TEST_F(PrintpathTest, ThePrinterOfTheSpoolerExistsWhileTheScenarioRuns) {
         << output;
 }
 
+TEST_F(PrintpathTest, WhatTheMonitorOpensIsRecorded) {
+    EXPECT_EQ(play("record-links\n"
+                   "start\n"
+                   "expect-nothing-opened\n"
+                   "status 900005\n"
+                   "expect-opened \"url https://www.corvane.example/go/recycle?a=1&b=%20x\"\n"
+                   "hang-up\nexpect-exit 0\n",
+                   L""),
+              kAsExpected)
+        << output;
+    for (const char* wrong : {"expect-opened privacy within=1", "expect-nothing-opened"})
+        EXPECT_EQ(play("record-links\nstart\nstatus 900005\nexpect-opened recycle\n" +
+                       std::string(wrong) + "\nexpect-exit 0\n"),
+                  kNotAsExpected)
+            << wrong << output;
+}
+
+TEST_F(PrintpathTest, TheDeviceServesPagesAndNoticesButtons) {
+    EXPECT_EQ(play("device\n"
+                   "start\n"
+                   "expect-no-button\n"
+                   "expect-page-not-fetched /DevMgmt/ProductUsageDyn.xml\n"
+                   "status 900006\n"
+                   "expect-page-fetched /DevMgmt/ProductUsageDyn.xml\n"
+                   "expect-button go\n"
+                   "device-supplies pages=17\n"
+                   "status 900006\n"
+                   "expect-button cancel\n"
+                   "hang-up\nexpect-exit 0\n"),
+              kAsExpected)
+        << output;
+    EXPECT_FALSE(fs::exists(windowsPath(MONITOR_DOUBLE).parent_path() / "rtqewsi.dll"));
+}
+
+TEST_F(PrintpathTest, ADeviceThatIsOfflineOrLacksThePageDoesNotAnswer) {
+    for (const char* state : {"device-offline", "device-page-missing /DevMgmt/ProductUsageDyn.xml"})
+        EXPECT_EQ(play("device\n" + std::string(state) +
+                       "\nstart\nstatus 900006\nsettle\nexpect-no-button\n"
+                       "expect-page-not-fetched /DevMgmt/ProductUsageDyn.xml\n"
+                       "hang-up\nexpect-exit 0\n"),
+                  kAsExpected)
+            << state << output;
+    EXPECT_EQ(play("device\ndevice-offline\ndevice-online\nstart\nstatus 900006\n"
+                   "expect-button go\nhang-up\nexpect-exit 0\n"),
+              kAsExpected)
+        << output;
+}
+
+TEST_F(PrintpathTest, WhatTheDeviceDidNotSeeFails) {
+    for (const char* wrong : {"expect-button cancel within=1", "expect-no-button",
+                              "expect-page-fetched /dev/qvLoyalty.xml within=1",
+                              "expect-page-not-fetched /DevMgmt/ProductUsageDyn.xml"})
+        EXPECT_EQ(play("device\nstart\nstatus 900006\nexpect-button go\n" + std::string(wrong) +
+                       "\nexpect-exit 0\n"),
+                  kNotAsExpected)
+            << wrong << output;
+    EXPECT_EQ(play("start\nexpect-no-button\nexpect-exit 0\n"), kNotAsExpected) << output;
+    EXPECT_EQ(play("device\ndevice-page-text ../x text\nstart\nexpect-exit 0\n"), kUnusable);
+}
+
+TEST_F(PrintpathTest, ASlowDeviceTakesItsTime) {
+    EXPECT_EQ(play("device\ndevice-slow 700\nstart\nstatus 900006\n"
+                   "expect-button go within=1\nexpect-exit 0\n"),
+              kNotAsExpected)
+        << output;
+}
+
+TEST_F(PrintpathTest, FilesAreInstalledAndRead) {
+    std::ofstream(folder() / "sample.htm") << "stockline";
+    const std::string target = "C:\\\\printpath-test\\\\sample.htm";
+
+    EXPECT_EQ(play("install-file sample.htm \"" + target + "\"\nexpect-file-with \"" + target +
+                   "\" stockline\nstart\nhang-up\nexpect-exit 0\n"),
+              kAsExpected)
+        << output;
+    EXPECT_EQ(
+        play("expect-file-with \"" + target + "\" toner within=1\nstart\nhang-up\nexpect-exit 0\n"),
+        kNotAsExpected)
+        << output;
+    fs::remove_all("C:\\printpath-test");
+}
+
+TEST_F(PrintpathTest, RegistryValuesAreWrittenAndCompared) {
+    EXPECT_EQ(play("registry-text user Software\\Corvane\\Test Name \"two words\"\n"
+                   "registry-number machine Software\\Corvane\\Test Number 5\n"
+                   "expect-registry-text user Software\\Corvane\\Test Name \"two words\"\n"
+                   "start\nhang-up\nexpect-exit 0\n"),
+              kAsExpected)
+        << output;
+    EXPECT_EQ(play("expect-registry-text user Software\\Corvane\\Test Name one within=1\n"
+                   "start\nhang-up\nexpect-exit 0\n"),
+              kNotAsExpected)
+        << output;
+}
+
+TEST_F(PrintpathTest, ACleanRunBeginsWithAnEmptyMemory) {
+    ASSERT_EQ(play("known-cartridge 77\nstart\nhang-up\nexpect-exit 0\n"), kAsExpected);
+
+    EXPECT_EQ(play("expect-no-cartridge 77\nstart\nhang-up\nexpect-exit 0\n", L"--clean"),
+              kAsExpected)
+        << output;
+}
+
+TEST_F(PrintpathTest, AScenarioForAnotherLanguageIsNotPlayed) {
+    EXPECT_EQ(play("language xx_YY\nstart\nhang-up\nexpect-exit 0\n"), kUnusable);
+    EXPECT_TRUE(printed("this scenario is for the language")) << output;
+}
+
 TEST_F(PrintpathTest, HelpAndKeywordsArePrinted) {
     EXPECT_EQ(run(L"--help"), kAsExpected);
     EXPECT_TRUE(printed("--byte-mode")) << output;
