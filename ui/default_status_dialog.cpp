@@ -114,6 +114,7 @@ void DefaultStatusDialog::showDuplexSteps(WindowHandle window) const {
         setIfGiven(window, kDuplexTextControls[step], _duplexTexts[step]);
     }
     setIfGiven(window, IDC_DUPLEX_TITLE, _duplexTitle);
+    dialog_controls::setFont(window, IDC_DUPLEX_TITLE, Emphasis::Headline);
 }
 
 void DefaultStatusDialog::showGenuineLink(WindowHandle window) const {

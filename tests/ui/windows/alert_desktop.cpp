@@ -1,0 +1,128 @@
+#include "tests/ui/windows/alert_desktop.h"
+
+#include "ui/alert_factory.h"
+#include "ui/alert_keys.h"
+#include "ui/alert_window.h"
+#include "ui/localized_text.h"
+#include "ui/windows/gdi_handles.h"
+
+#include <cstdio>
+
+namespace alert_desktop {
+
+namespace {
+
+constexpr int kPrintedFax = 26, kFaxInOrrery = 27;
+constexpr int kBytesPerPixel = 4;
+constexpr WORD kBitmapMagic = 0x4D42;
+
+struct TypeStatus {
+    int type, status;
+};
+constexpr TypeStatus kStatuses[] = {
+    {0, 41100},  {1, 41003},  {2, 41900},  {3, 40120},  {4, 10209},   {5, 40600},   {6, 10512},
+    {7, 10403},  {8, 40017},  {9, 50021},  {10, 50012}, {11, 30201},  {12, 50020},  {14, 50003},
+    {15, 50007}, {16, 50008}, {17, 50025}, {18, 50005}, {19, 40020},  {20, 40021},  {21, 42002},
+    {22, 42000}, {23, 42001}, {24, 40608}, {25, 1},     {26, 100000}, {27, 100001}, {28, 42004},
+    {29, 40010}, {30, 10219}, {31, 10300}, {32, 40625}};
+
+}  // namespace
+
+void* strings() {
+    static void* const library = platform::openResourceLibrary(L"QVK7400SMs.dll");
+    return library;
+}
+
+std::wstring text(std::uint32_t id) {
+    return localizedText(strings(), id, kHelpTextUnits);
+}
+
+int statusOf(int type) {
+    for (const TypeStatus& row : kStatuses) {
+        if (row.type == type) return row.status;
+    }
+    return 0;
+}
+
+void describe(arbor::IPropertyHolder& description, int type, int status, tern::EventBroker* broker,
+              const wchar_t* printerName) {
+    description.setPointer(alert_key::kModule, ::GetModuleHandleW(nullptr));
+    description.setPointer(alert_key::kStringModule, strings());
+    if (broker != nullptr) description.setPointer(alert_key::kBroker, broker);
+    description.setWString(alert_key::kPrinterName, printerName);
+    description.setWString(alert_key::kPortName, L"USB001");
+    description.setInt(alert_key::kStatus, status != 0 ? status : statusOf(type));
+    description.setInt(alert_key::kSubcode, 0);
+    description.setInt(alert_key::kDialogType, type);
+    if (type == 1) description.setInt(alert_key::kMediaCode, statusOf(type) % 100);
+}
+
+std::unique_ptr<DefaultStatusDialog> openAlert(int type, int status, tern::EventBroker* broker,
+                                               const wchar_t* printerName) {
+    arbor::PropertyHolder description;
+    describe(description, type, status, broker, printerName);
+    std::unique_ptr<DefaultStatusDialog> alert = createAlertDialog(description);
+    if (alert == nullptr || !alert->create()) return nullptr;
+    if (broker == nullptr && (type == kPrintedFax || type == kFaxInOrrery)) {
+        compactAlertWindow(alert->window(), type == kFaxInOrrery);
+    }
+    return alert;
+}
+
+void pump() {
+    MSG message;
+    while (::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE)) {
+        if (::GetMessageA(&message, nullptr, 0, 0) <= 0) continue;
+        ::TranslateMessage(&message);
+        ::DispatchMessageA(&message);
+    }
+}
+
+void pumpFor(int milliseconds) {
+    const DWORD start = ::GetTickCount();
+    while (static_cast<int>(::GetTickCount() - start) < milliseconds) {
+        pump();
+        ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+    }
+}
+
+void savePicture(HWND window, const std::wstring& path) {
+    RECT place{};
+    ::GetWindowRect(window, &place);
+    const int width = place.right - place.left;
+    const int height = place.bottom - place.top;
+    const WindowDc screen(nullptr);
+    const MemoryDc memory(::CreateCompatibleDC(screen.get()));
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof(info.bmiHeader);
+    info.bmiHeader.biWidth = width;
+    info.bmiHeader.biHeight = -height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 8 * kBytesPerPixel;
+    void* pixels = nullptr;
+    const Bitmap bitmap(
+        ::CreateDIBSection(screen.get(), &info, DIB_RGB_COLORS, &pixels, nullptr, 0));
+    if (bitmap == nullptr) return;
+    {
+        const SelectedObject selected(memory.get(), bitmap.get());
+        ::BitBlt(memory.get(), 0, 0, width, height, screen.get(), place.left, place.top, SRCCOPY);
+        ::GdiFlush();
+    }
+    // The screen has no transparency, and its copy comes with none of it set: opaque throughout.
+    auto* bytes = static_cast<unsigned char*>(pixels);
+    const auto byteCount = static_cast<std::size_t>(width * height * kBytesPerPixel);
+    for (std::size_t i = kBytesPerPixel - 1; i < byteCount; i += kBytesPerPixel)
+        bytes[i] = 0xFF;
+    BITMAPFILEHEADER header{};
+    header.bfType = kBitmapMagic;
+    header.bfOffBits = sizeof(header) + sizeof(info.bmiHeader);
+    header.bfSize = header.bfOffBits + static_cast<DWORD>(byteCount);
+    std::FILE* file = ::_wfopen(path.c_str(), L"wb");
+    if (file == nullptr) return;
+    std::fwrite(&header, sizeof(header), 1, file);
+    std::fwrite(&info.bmiHeader, sizeof(info.bmiHeader), 1, file);
+    std::fwrite(pixels, 1, byteCount, file);
+    std::fclose(file);
+}
+
+}  // namespace alert_desktop

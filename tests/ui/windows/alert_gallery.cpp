@@ -1,0 +1,52 @@
+// alert_gallery FOLDER [TYPE...]: opens the alerts of the given dialog types, all without any, on
+// the real desktop and writes a picture of each to FOLDER. The strings library stands beside it.
+// For looking only; what is shown is checked by the tests beside this file.
+
+#include "tests/ui/windows/alert_desktop.h"
+#include "ui/validation_dialog.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int kTypes = 33;
+constexpr int kMillisecondsToPaint = 150;
+
+void save(const std::wstring& folder, const std::wstring& name, HWND window) {
+    alert_desktop::pumpFor(kMillisecondsToPaint);
+    alert_desktop::savePicture(window, folder + L"/" + name + L".bmp");
+}
+
+void showType(const std::wstring& folder, int type) {
+    auto alert = alert_desktop::openAlert(type, 0);
+    if (alert == nullptr) return;
+    save(folder, std::to_wstring(type), alert->window());
+}
+
+void showCheck(const std::wstring& folder) {
+    showValidationDialog(::GetModuleHandleW(nullptr), alert_desktop::strings(), L"Beamline K7400");
+    const HWND check = ::FindWindowW(nullptr, alert_desktop::text(1064).c_str());
+    save(folder, L"check", check);
+    ::PostMessageW(::GetDlgItem(check, 1051), WM_LBUTTONDOWN, 0, 0);
+    ::DestroyWindow(check);
+}
+
+}  // namespace
+
+int wmain(int argumentCount, wchar_t** arguments) {
+    if (argumentCount < 2) return EXIT_FAILURE;
+    std::vector<int> types;
+    for (int i = 2; i < argumentCount; ++i)
+        types.push_back(std::stoi(arguments[i]));
+    if (types.empty()) {
+        for (int type = 0; type < kTypes; ++type)
+            types.push_back(type);
+    }
+    for (const int type : types)
+        showType(arguments[1], type);
+    showCheck(arguments[1]);
+    return EXIT_SUCCESS;
+}
