@@ -57,9 +57,9 @@ void serveDevice() {
 TEST_P(FactsTortureTest, TheCartridgeMemoryStaysWhole) {
     const auto scene = [] {
         cleanPlatform();
-        CartridgeRecord record;
+        CartridgeRecord earlier;
         for (std::uint32_t serial = 1; serial <= 5; ++serial)
-            AddCartIfNew(record, serial);
+            AddCartIfNew(earlier, serial);
         return [] {
             CartridgeRecord record;
             AddCartIfNew(record, kSerial);
