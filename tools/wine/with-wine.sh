@@ -21,6 +21,18 @@ finish() {
 trap finish EXIT
 trap 'exit 130' INT TERM HUP
 
+# The system's files, 700 MB of them, are links to the template's; the registry, the user's files and
+# what is written to are copies. No hard links: the server writes the registry in place.
+copy_prefix() {
+    mkdir -p "$2/drive_c"
+    cp -a "$1"/*.reg "$1"/.update-timestamp "$1"/dosdevices "$2/"
+    for folder in "$1"/drive_c/*; do
+        [ "$folder" = "$1/drive_c/windows" ] || cp -a "$folder" "$2/drive_c/"
+    done
+    cp -rs "$1/drive_c/windows" "$2/drive_c/"
+    cp --remove-destination "$1"/drive_c/windows/*.ini "$2/drive_c/windows/"
+}
+
 if [ "${BEAMLINE_KEEP_DISPLAY:-0}" != 1 ] || [ -z "${DISPLAY:-}" ]; then
     Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
     xpid=$!
@@ -38,7 +50,7 @@ fi
 
 export DISPLAY WINEPREFIX="$work/prefix" WINEARCH=win64 WINEDEBUG="${WINEDEBUG:--all}"
 export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=}" LC_ALL="${LC_ALL:-C.UTF-8}"
-cp -a "$template" "$WINEPREFIX"
+copy_prefix "$(cd "$template" && pwd)" "$WINEPREFIX"
 # The first process brings up service processes that keep its streams open: give it none of ours.
 wineserver -p >/dev/null 2>&1 </dev/null
 wine cmd /c exit </dev/null >/dev/null 2>&1
