@@ -1,0 +1,124 @@
+#include "tests/support/headless_dialogs/headless_messages.h"
+#include "ui/alert_actions.h"
+#include "ui/alert_window.h"
+#include "ui/default_status_dialog.h"
+#include "ui/validation_dialog.h"
+
+// What the real window half does, on the recorded windows.
+
+namespace {
+
+constexpr DialogResult kHandled = 1, kNotHandled = 0;
+
+constexpr int kDuplexPictures[] = {IDC_DUPLEX_PICTURE_1, IDC_DUPLEX_PICTURE_2,
+                                   IDC_DUPLEX_PICTURE_3};
+
+// A picture that the real window would paint at every request.
+void recordPainted(WindowHandle window, int control, int bitmap) {
+    if (dialog_controls::exists(window, control)) {
+        headless::control(window, control).picture = bitmap;
+    }
+}
+
+void cutOff(WindowHandle window) {
+    headless::find(window)->receiver = nullptr;
+}
+
+}  // namespace
+
+StatusDialog::~StatusDialog() {
+    const headless::Window* window = headless::find(_window);
+    if (window != nullptr && window->dialog == this) destroyAlertWindow(_window);
+}
+
+bool StatusDialog::create() {
+    const WindowHandle handle = headless::openWindow(_templateId);
+    if (handle == nullptr) return false;
+    headless::Window* window = headless::find(handle);
+    window->dialog = this;
+    window->receiver = this;
+    _window = handle;
+    recordPainted(handle, IDC_ALERT_PICTURE, _pictureId);
+    recordPainted(handle, IDC_ALERT_ICON, _iconId);
+    headless::deliver(handle, headless::kInitDialog, 0, 0);
+    window->visible = true;
+    return true;
+}
+
+void StatusDialog::close(WindowHandle window) {
+    cutOff(window);
+    headless::find(window)->visible = false;
+    notify(alert_action::kClosed);
+}
+
+DialogResult StatusDialog::dlgProc(WindowHandle window, WindowMessage message, MessageWord wParam,
+                                   MessageLong lParam) {
+    switch (message) {
+        case headless::kInitDialog:
+            initialize(window);
+            return kHandled;
+        case headless::kCommand:
+            command(window, wParam, lParam);
+            return kHandled;
+        case headless::kClose:
+            close(window);
+            return kHandled;
+        default:
+            return kNotHandled;
+    }
+}
+
+DialogResult DefaultStatusDialog::dlgProc(WindowHandle window, WindowMessage message,
+                                          MessageWord wParam, MessageLong lParam) {
+    switch (message) {
+        case headless::kInitDialog:
+            return onInitDialog(window, wParam, lParam);
+        case headless::kCommand:
+            return onCommand(window, wParam, lParam);
+        case headless::kChar:
+            return onChar(window, wParam, lParam);
+        case headless::kMenuChar: {
+            const bool isSmall = wParam >= L'a' && wParam <= L'z';
+            return onChar(window, isSmall ? wParam - L'a' + L'A' : wParam, lParam);
+        }
+        default:
+            return StatusDialog::dlgProc(window, message, wParam, lParam);
+    }
+}
+
+DialogResult DefaultStatusDialog::onDrawItem(WindowHandle, MessageWord, MessageLong) {
+    return kNotHandled;
+}
+
+DialogResult DefaultStatusDialog::onCtlColorStatic(WindowHandle, MessageWord, MessageLong) {
+    return kNotHandled;
+}
+
+void dismissAlertWindow(WindowHandle window) {
+    destroyAlertWindow(window);
+}
+
+void destroyAlertWindow(WindowHandle window) {
+    const headless::Window* found = headless::find(window);
+    if (found == nullptr) return;
+    if (found->dialog != nullptr) found->dialog->setWindow(nullptr);
+    headless::eraseWindow(window);
+}
+
+void compactAlertWindow(WindowHandle window, bool detailIsLink) {
+    headless::Window* found = headless::find(window);
+    if (found == nullptr) return;
+    if (detailIsLink) {
+        dialog_controls::setFont(window, IDC_ALERT_DETAIL, dialog_controls::Emphasis::Link);
+        dialog_controls::makeLink(window, IDC_ALERT_DETAIL);
+    }
+    dialog_controls::show(window, IDC_ALERT_SHOP, false);
+    dialog_controls::show(window, IDC_ALERT_RECYCLE, false);
+    found->compact = true;
+    found->detailMadeLink = detailIsLink;
+    found->visible = true;
+}
+
+void showValidationDialog(void* hinstance, void* hSinstance, const std::wstring& printerName) {
+    headless::addCheck({hinstance, hSinstance, printerName});
+}

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "ui/dialog_controls.h"
+#include "ui/window_types.h"
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+class StatusDialog;
+
+// The alerts' windows without a display: linked instead of the real ones, it records what would be
+// shown and lets a test do what a user does. A window is known by the same handle that the code
+// under test has. One thread.
+namespace headless {
+
+struct Control {
+    std::wstring text;
+    std::wstring name;  // for screen readers, of a picture
+    bool visible = true;
+    bool enabled = true;
+    bool isLink = false;
+    bool isUnderlined = false;
+    bool isHeadline = false;
+    int picture = 0;   // bitmap id that the control was given
+    int placedAt = 0;  // the control whose place it took
+    std::vector<std::wstring> choices;
+    int chosen = -1;
+};
+
+struct Window {
+    int templateId = 0;
+    std::wstring title;
+    int x = 0;
+    int y = 0;
+    bool visible = false;
+    bool compact = false;
+    bool detailMadeLink = false;  // when it was made compact
+    int icon = 0;
+    int defaultButton = 0;
+    std::map<int, Control> controls;
+    StatusDialog* dialog = nullptr;    // the object of the window
+    StatusDialog* receiver = nullptr;  // who hears of messages; null once the window is cut off
+};
+
+struct Message {
+    std::wstring text;
+    std::wstring caption;
+    bool rightToLeft = false;
+};
+
+struct CartridgeCheck {
+    void* module;
+    void* strings;
+    std::wstring printerName;
+};
+
+// Forgets everything; windows that are left are gone without a word to their objects.
+void reset();
+
+// The windows that exist, hidden ones included, in the order in which they opened.
+[[nodiscard]] std::vector<WindowHandle> windows();
+// Null when the window is gone.
+[[nodiscard]] Window* find(WindowHandle window);
+// A control of a window; the test fails (throws) when either is missing.
+[[nodiscard]] Control& control(WindowHandle window, int id);
+[[nodiscard]] const std::vector<Message>& messages();
+[[nodiscard]] const std::vector<CartridgeCheck>& cartridgeChecks();
+
+// A window for code that needs one without an alert. It lives until reset().
+WindowHandle openWindow(int templateId);
+
+// What a user does. False, and nothing happens, where a user could not: the control is missing,
+// hidden or disabled.
+bool press(WindowHandle window, int control);
+bool choose(WindowHandle window, int index);
+void typeKey(WindowHandle window, wchar_t letter);
+void typeWithAlt(WindowHandle window, wchar_t letter);
+void pressEscape(WindowHandle window);
+void closeBox(WindowHandle window);
+// Any command message, as controls and accelerators send it.
+void sendCommand(WindowHandle window, MessageWord wParam, MessageLong lParam = 0);
+
+// No window can be made until this is called with false.
+void setCreationFails(bool fails);
+// Runs while each message box is open, as the system serves other windows then.
+void setWhileMessageIsOpen(std::function<void()> action);
+
+}  // namespace headless

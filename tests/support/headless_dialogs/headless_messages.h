@@ -1,0 +1,26 @@
+#pragma once
+
+#include "tests/support/headless_dialogs/headless_dialogs.h"
+#include "ui/resource_ids.h"
+
+// Between the sources of the headless window half.
+namespace headless {
+
+// The messages that an alert's rules know, with numbers of our own.
+inline constexpr WindowMessage kInitDialog = 1;
+inline constexpr WindowMessage kCommand = 2;
+inline constexpr WindowMessage kClose = 3;
+inline constexpr WindowMessage kChar = 4;
+inline constexpr WindowMessage kMenuChar = 5;
+
+// A template that the program does not have: with the three links.
+inline constexpr int kLinksTemplate = 9001;
+inline constexpr int kLinkControls[] = {IDC_ALERT_SHOP_LINK, IDC_ALERT_RETURNS_LINK,
+                                        IDC_ALERT_FRAUD_LINK, IDC_ALERT_DETAIL};
+
+void eraseWindow(WindowHandle window);
+void addMessage(Message message);
+void addCheck(CartridgeCheck check);
+void deliver(WindowHandle window, WindowMessage message, MessageWord wParam, MessageLong lParam);
+
+}  // namespace headless
