@@ -72,6 +72,9 @@ DialogResult DefaultStatusDialog::dlgProc(WindowHandle window, WindowMessage mes
                                           MessageWord wParam, MessageLong lParam) {
     switch (message) {
         case headless::kInitDialog:
+            for (std::size_t step = 0; step < kDuplexSteps; ++step) {
+                recordPainted(window, kDuplexPictures[step], _duplexPictures[step]);
+            }
             return onInitDialog(window, wParam, lParam);
         case headless::kCommand:
             return onCommand(window, wParam, lParam);
