@@ -12,7 +12,9 @@ std::size_t indexOf(Call call) noexcept {
 bool Faults::add(const Fault& fault) noexcept {
     const SpinScope scope(_lock);
     if (_faultCount == kFaultLimit) return false;
-    _faults[_faultCount++] = fault;
+    Fault& added = _faults[_faultCount++];
+    added = fault;
+    added.nth += _calls[indexOf(fault.call)];
     return true;
 }
 

@@ -50,7 +50,7 @@ enum class Call {
 inline constexpr std::size_t kCalls = static_cast<std::size_t>(Call::Count);
 inline constexpr std::uint32_t kGeneralFailure = 31;  // the system's "a device does not function"
 
-// The nth call of its kind, counted from 1 since the last reset, fails: once or from then on.
+// The nth call of its kind after the fault was added, counted from 1, fails: once or from then on.
 struct Fault {
     Call call;
     long nth = 1;
