@@ -1,0 +1,89 @@
+#include "platform/shell.h"
+
+#include "platform/file.h"
+#include "platform/registry.h"
+#include "platform/text.h"
+#include "platform/thread.h"
+
+#include <gtest/gtest.h>
+#include <windows.h>
+#include <string>
+
+namespace {
+
+using platform::Hive;
+using platform::RegistryKey;
+using platform::ValueType;
+
+// The recorder beside this program plays every program that the shell may open.
+class ShellLaunchTest : public testing::Test {
+protected:
+    void SetUp() override {
+        char path[MAX_PATH + 1];
+        _log = std::string(path, ::GetTempPathA(MAX_PATH, path)) + "contract-recorder.txt";
+        ::DeleteFileA(_log.c_str());
+        ::SetEnvironmentVariableA("RECORDER_LOG", _log.c_str());
+        wchar_t program[MAX_PATH + 1];
+        _recorder.assign(program, ::GetModuleFileNameW(nullptr, program, MAX_PATH));
+        _recorder.erase(_recorder.rfind(L'\\') + 1);
+        _recorder += L"platform_recorder.exe";
+    }
+
+    static void setClass(const std::wstring& path, const wchar_t* name, const std::wstring& text) {
+        RegistryKey key;
+        ASSERT_EQ(key.createForWriting(Hive::LocalMachine, (L"Software\\Classes\\" + path).c_str()),
+                  0U);
+        ASSERT_EQ(key.write(name, ValueType::String, text.c_str(),
+                            static_cast<std::uint32_t>((text.size() + 1) * sizeof(wchar_t))),
+                  0U);
+    }
+    void recordFor(const std::wstring& documentClass, const wchar_t* mark) const {
+        setClass(documentClass + L"\\shell\\open\\command", L"",
+                 L"\"" + _recorder + L"\" " + mark + L" \"%1\"");
+    }
+    // The opened program runs by itself: asks until it has written, at most ten seconds.
+    [[nodiscard]] std::string recorded() const {
+        std::string log;
+        for (int ms = 0; ms < 10'000; ms += 10) {
+            if (platform::readFile(_log.c_str(), log) && log.ends_with('\n')) return log;
+            platform::sleepFor(10);
+        }
+        return "nothing was started";
+    }
+
+    std::string _log;
+    std::wstring _recorder;
+};
+
+TEST_F(ShellLaunchTest, AnAddressReachesTheBrowserUnchanged) {
+    setClass(L"https", L"URL Protocol", L"");
+    recordFor(L"https", L"address");
+
+    EXPECT_TRUE(platform::openAddress(L"https://www.corvane.example/go/x?a=1&b=%20"));
+
+    EXPECT_NE(recorded().find("address \"https://www.corvane.example/go/x?a=1&b=%20\""),
+              std::string::npos)
+        << recorded();
+}
+
+TEST_F(ShellLaunchTest, ADocumentOpensInTheProgramOfItsKind) {
+    setClass(L".htm", L"", L"RecordedPage");
+    recordFor(L"RecordedPage", L"page");
+    const std::string page = _log.substr(0, _log.rfind('\\') + 1) + "contract page.HTM";
+    ASSERT_TRUE(platform::writeFile(page.c_str(), "<html>"));
+
+    EXPECT_TRUE(platform::openDocument(page.c_str()));
+
+    EXPECT_NE(recorded().find("contract page.HTM"), std::string::npos) << recorded();
+}
+
+TEST_F(ShellLaunchTest, AProgramIsStarted) {
+    std::uint32_t error = 0;
+
+    EXPECT_TRUE(platform::startProgram(_recorder.c_str(), error));
+
+    EXPECT_NE(recorded().find("platform_recorder.exe"), std::string::npos) << recorded();
+    EXPECT_EQ(error, 0U);
+}
+
+}  // namespace
