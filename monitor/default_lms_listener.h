@@ -1,0 +1,110 @@
+#pragma once
+
+#include "monitor/facts/printer_identity.h"
+#include "monitor/open_alerts.h"
+#include "platform/native_handle.h"
+#include "tern/abstract_listener.h"
+
+#include <cstdint>
+#include <string>
+
+namespace tern {
+class EventBroker;
+class IInstanceManager;
+}  // namespace tern
+
+// Decides for every status of the printer whether the user must be told, and opens the alert. Hears
+// what the user does in the alerts, and stops the broker when printing has ended and none is left.
+// Main thread only.
+class DefaultLMSListener : public tern::AbstractListener {
+public:
+    // Asks `owner` for the broker; neither is owned, both outlive us. Messages of `messageType`
+    // come from the status channel; `secondType` is the identity of its other end. `hinstance`
+    // holds the dialogs, `hSinstance` the texts; both are passed on to the alerts.
+    DefaultLMSListener(tern::IInstanceManager* owner, const arbor::Guid& messageType,
+                       const arbor::Guid& secondType, platform::NativeHandle hinstance,
+                       platform::NativeHandle hSinstance);
+    ~DefaultLMSListener() override = default;
+
+    [[nodiscard]] const arbor::Guid* getClassId() const override;
+
+    // One handler for each alert, virtual so that a derived listener may change any of them. The
+    // slots are fixed in number and order.
+    virtual void showDialogType0();
+    // The group of the status says nothing that the status itself does not say.
+    virtual void showMediaAlert(int mediaGroup);
+    virtual void showDialogType2();
+    virtual void showDialogType3();
+    virtual void showTonerLow(int veryLow);
+    virtual void showTonerOut();
+    virtual void showDialogType5();
+    virtual void showDialogType6();
+    virtual void showDialogType7();
+    virtual void showDialogType8();
+    virtual void showDialogType29();
+    virtual void showDialogType9();
+    virtual void showDialogType10();
+    virtual void showDialogType11();
+    virtual void showDialogType14();
+    virtual void showDialogType15();
+    virtual void showDialogType16();
+    virtual void showDialogType17();
+    virtual void showDialogType18();
+    virtual void showDialogType12();
+    virtual void showDialogType19();
+    virtual void showDialogType20();
+    virtual void showDialogType21();
+    virtual void showDialogType23();
+    virtual void showDialogType22();
+    virtual void showDialogType24();
+    virtual void setCartData();
+    virtual void showDialogType26();
+    virtual void showDialogType27();
+    // The description carries the status already.
+    virtual void showGenericStatus(std::int32_t status);
+    virtual void configurePrinter(arbor::IMessage* message);
+    virtual void onEndDocument();
+    virtual bool launchCompanion();
+    virtual void showDialogType32();
+
+    // True when a status was filtered out before any alert was considered; false is no error.
+    bool notify(arbor::IMessage* message) override;
+
+protected:
+    // The tail of every handler: describes the alert and opens it.
+    void showAlert(std::uint32_t dialogType);
+
+    OpenAlerts _alerts;
+
+private:
+    friend void fillDialogDescription(const DefaultLMSListener& listener,
+                                      arbor::IPropertyHolder& description);
+
+    void describeAndOpen(arbor::IPropertyHolder& description, std::uint32_t dialogType);
+    bool onStatus(const arbor::IPropertyHolder& properties);
+    bool isSilenced() const;
+    void onChannelControl(arbor::IMessage* message);
+    void onFeedback(std::uint32_t action, const arbor::IPropertyHolder& properties);
+    void onDialogClosed(const arbor::IPropertyHolder& properties);
+    void closeAlert(const class StatusDialog* dialog);
+    void onFaxLink(const arbor::IPropertyHolder& properties);
+    void onCompact(const arbor::IPropertyHolder& properties, bool detailIsLink);
+    void pressButton(const wchar_t* button) const;
+    void stopChannel();
+
+    std::int32_t _status = 0;
+    std::int32_t _subcode = 0;
+    arbor::Guid _messageType;
+    arbor::Guid _secondType;
+    std::wstring _printerName;
+    std::wstring _portName;
+    AlertClasses _classes;  // all shown until the printer says otherwise
+    bool _exitWithLastDialog = false;
+    std::uint32_t _cartridgeSN = 0;
+    tern::EventBroker* _broker;  // not owned
+    platform::NativeHandle _hinstance;
+    platform::NativeHandle _hSinstance;
+};
+
+// What every alert is told: modules, broker, printer, status.
+void fillDialogDescription(const DefaultLMSListener& listener, arbor::IPropertyHolder& description);

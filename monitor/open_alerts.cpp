@@ -1,0 +1,119 @@
+#include "monitor/open_alerts.h"
+
+#include "arbor/scoped_lock.h"
+#include "platform/trace.h"
+#include "ui/alert_factory.h"
+#include "ui/alert_window.h"
+#include "ui/default_status_dialog.h"
+
+#include <new>
+
+namespace {
+
+constexpr std::int32_t kFirstPosition = 100;  // pixels, both ways
+constexpr std::int32_t kCascadeStep = 20;     // pixels, both ways
+
+using Lock = arbor::ScopedLock<arbor::Synchronized>;
+
+// Addresses in the trace are for telling objects apart: their low half will do.
+unsigned shown(const void* address) {
+    return static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(address));
+}
+
+}  // namespace
+
+struct OpenAlerts::AlertRecord {
+    std::unique_ptr<DefaultStatusDialog> dialog;
+    std::uint32_t dialogType = 0;
+    bool autoClose = false;
+};
+
+OpenAlerts::OpenAlerts() : _cascadeX(kFirstPosition), _cascadeY(kFirstPosition) {}
+
+OpenAlerts::~OpenAlerts() = default;
+
+void OpenAlerts::addAlert(arbor::IPropertyHolder& description, std::uint32_t dialogType,
+                          bool autoClose) try {
+    if (findAlertDialogType(dialogType) != kNotFound) return;
+
+    const Lock lock(*this);
+    _alerts.reserve(_alerts.size() + 1);
+    auto record = std::make_unique<AlertRecord>();
+    platform::trace("TERNA new alert in _alerts (%#x)", shown(record.get()));
+    record->dialog = createAlertDialog(description);
+    if (record->dialog == nullptr) return;
+    record->dialogType = dialogType;
+    record->autoClose = autoClose;
+    record->dialog->setPosition(_cascadeX, _cascadeY);
+    _cascadeX += kCascadeStep;
+    _cascadeY += kCascadeStep;
+    if (record->dialog->create()) _alerts.push_back(std::move(record));
+} catch (const std::bad_alloc&) {
+    // Nothing was added; the next status of this kind tries again.
+}
+
+std::uint32_t OpenAlerts::findAlertDialogType(std::uint32_t dialogType) {
+    const Lock lock(*this);
+    platform::trace("TERNA findAlertDialogType %d", static_cast<int>(dialogType));
+    for (std::size_t index = 0; index < _alerts.size(); ++index) {
+        const std::uint32_t open = _alerts[index]->dialogType;
+        platform::trace("TERNA findAlertDialogType %d ?= %d", static_cast<int>(dialogType),
+                        static_cast<int>(open));
+        if (open == dialogType) return static_cast<std::uint32_t>(index);
+    }
+    return kNotFound;
+}
+
+DefaultStatusDialog* OpenAlerts::findAlertDialog(const StatusDialog* dialog) {
+    const Lock lock(*this);
+    for (const auto& record : _alerts) {
+        platform::trace("TERNA findAlertDialog %#x ?= %#x", shown(dialog),
+                        shown(record->dialog.get()));
+        if (record->dialog.get() == dialog) return record->dialog.get();
+    }
+    return nullptr;
+}
+
+std::uint32_t OpenAlerts::findAlertTypeFromDlg(const StatusDialog* dialog) {
+    const Lock lock(*this);
+    for (const auto& record : _alerts) {
+        platform::trace("TERNA findAlertTypeFromDlg %#x ?= %#x", shown(dialog),
+                        shown(record->dialog.get()));
+        if (record->dialog.get() == dialog) return record->dialogType;
+    }
+    return kNotFound;
+}
+
+void OpenAlerts::removeAlertDialog(const StatusDialog* dialog) {
+    const Lock lock(*this);
+    for (auto place = _alerts.begin(); place != _alerts.end(); ++place) {
+        platform::trace("TERNA removeAlertDialog %#x ?= %#x", shown(dialog),
+                        shown((*place)->dialog.get()));
+        if ((*place)->dialog.get() != dialog) continue;
+
+        platform::trace("TERNA remove dlg  = %d", static_cast<int>(place - _alerts.begin()));
+        // Out of the list first: destroying a window lets it send messages.
+        const std::unique_ptr<AlertRecord> removed = std::move(*place);
+        _alerts.erase(place);
+        return;
+    }
+}
+
+std::uint32_t OpenAlerts::removeAllAutocloseDialogs(bool closeWindows) {
+    platform::trace("TERNA removeAllAutocloseDialogs");
+    std::uint32_t left = 0;
+    for (std::size_t index = 0; index < _alerts.size();) {
+        if (!_alerts[index]->autoClose) {
+            ++left;
+            ++index;
+            continue;
+        }
+        platform::trace("TERNA remove Dialog %d", static_cast<int>(index));
+        const std::unique_ptr<AlertRecord> removed = std::move(_alerts[index]);
+        _alerts.erase(_alerts.begin() + static_cast<std::ptrdiff_t>(index));
+        const WindowHandle window = removed->dialog->window();
+        if (closeWindows && window != nullptr) dismissAlertWindow(window);
+    }
+    platform::trace("TERNA Dialogs left %d", static_cast<int>(left));
+    return left;
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "arbor/synchronized.h"
+#include "ui/window_types.h"
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace arbor {
+class IPropertyHolder;
+}
+class DefaultStatusDialog;
+class StatusDialog;
+
+// The alerts that are open, in the order of opening: one of each type, cascading over the screen.
+// Owns them. Main thread; the lock is re-entrant, so a caller may hold it across several
+// operations.
+class OpenAlerts : public arbor::Synchronized {
+public:
+    static constexpr std::uint32_t kNotFound = 0xFFFFFFFF;
+
+    OpenAlerts();
+    ~OpenAlerts();
+
+    // Opens an alert at the next place of the cascade. An open alert of this type stays as it is
+    // and the new one is dropped, as it is when memory or its window fail.
+    void addAlert(arbor::IPropertyHolder& description, std::uint32_t dialogType, bool autoClose);
+
+    // Index of the alert of a type, kNotFound when none is open.
+    std::uint32_t findAlertDialogType(std::uint32_t dialogType);
+    // The alert when it is one of ours, else null. The pointer may designate an alert that is gone.
+    DefaultStatusDialog* findAlertDialog(const StatusDialog* dialog);
+    // kNotFound for an alert that is not ours.
+    std::uint32_t findAlertTypeFromDlg(const StatusDialog* dialog);
+    // Destroys the alert and its window. Does nothing for one that is not ours.
+    void removeAlertDialog(const StatusDialog* dialog);
+    // Destroys the alerts that end with the document; returns how many stay. Takes no lock.
+    std::uint32_t removeAllAutocloseDialogs(bool closeWindows);
+
+    [[nodiscard]] bool empty() const noexcept { return _alerts.empty(); }
+
+private:
+    struct AlertRecord;
+
+    std::vector<std::unique_ptr<AlertRecord>> _alerts;
+    std::int32_t _cascadeX;
+    std::int32_t _cascadeY;
+};

@@ -1,0 +1,310 @@
+#include "monitor/default_lms_listener.h"
+#include "monitor/facts/media_types.h"
+#include "tests/monitor/listener_fixture.h"
+
+#include <tuple>
+
+namespace {
+
+using Calls = std::vector<std::string>;
+
+constexpr wchar_t kPrinter[] = L"K7400 upstairs";
+constexpr wchar_t kKey[] = L"Software\\Corvane\\QVBL7400 SM";
+constexpr std::uint32_t kAccessDenied = 5;
+
+class AlertDecisionTest : public ListenerFixture<RecordingListener> {
+protected:
+    AlertDecisionTest() { world().printers.add(kPrinter); }
+
+    void maskIs(std::uint32_t mask) {
+        world().printers.setDword(kPrinter, L"AlertMask", mask);
+        printerIs(kPrinter);
+    }
+
+    void statusDataIs(std::uint32_t value) {
+        world().printers.setDword(kPrinter, L"Status", value);
+        printerIs(kPrinter);
+    }
+
+    static std::optional<std::uint32_t> currentCartridge() {
+        return world().registry.dword(platform::Hive::CurrentUser, kKey, L"CurrCart");
+    }
+
+    static std::vector<std::wstring> pressed() {
+        std::vector<std::wstring> buttons;
+        for (const auto& press : world().device.presses())
+            buttons.push_back(press.button);
+        return buttons;
+    }
+};
+
+TEST_F(AlertDecisionTest, EveryMessageIsTraced) {
+    status(41150);
+
+    EXPECT_TRUE(wasTraced("in notify"));
+}
+
+TEST_F(AlertDecisionTest, MessagesOfAStrangerAreIgnored) {
+    arbor::Message message(&tern::kTimerEventGeneratorId, 2, 0);
+    message.getProperties()->setInt(L"status", 41150);
+
+    EXPECT_FALSE(listener->notify(&message));
+
+    EXPECT_EQ(listener->takeCalls(), Calls{});
+}
+
+TEST_F(AlertDecisionTest, AStatusWithoutStatusAndSubcodeShowsNothing) {
+    arbor::Message message(&tern::kVeloEventGeneratorId, 2, 0);
+
+    EXPECT_FALSE(listener->notify(&message));
+
+    EXPECT_EQ(listener->takeCalls(), Calls{});
+}
+
+TEST_F(AlertDecisionTest, StatusOfAJobRecordShowsNothing) {
+    arbor::Message message(&tern::kVeloEventGeneratorId, 0, 0);
+    message.getProperties()->setInt(L"subcode", tern::kJobStatus);
+    message.getProperties()->setInt(L"status", 41150);
+
+    EXPECT_FALSE(listener->notify(&message));
+
+    EXPECT_EQ(listener->takeCalls(), Calls{});
+}
+
+TEST_F(AlertDecisionTest, ASilentPrinterDropsEveryStatus) {
+    statusDataIs(0);
+
+    EXPECT_TRUE(status(41150));
+
+    EXPECT_EQ(listener->takeCalls(), Calls{});
+}
+
+TEST_F(AlertDecisionTest, ASilentPrinterDropsEvenTheCartridgeReport) {
+    statusDataIs(0);
+
+    EXPECT_TRUE(cartridgeReport(4711));
+
+    EXPECT_EQ(currentCartridge(), std::nullopt);
+}
+
+TEST_F(AlertDecisionTest, ASilentPrinterIsAskedBeforeTheCancelButtonIsPressed) {
+    world().device.install();
+    statusDataIs(0);
+
+    EXPECT_TRUE(status(41150, 19));
+
+    EXPECT_TRUE(pressed().empty());
+}
+
+TEST_F(AlertDecisionTest, AnyOtherStatusValueLetsAlertsThrough) {
+    statusDataIs(7);
+
+    EXPECT_FALSE(status(41150));
+
+    EXPECT_EQ(listener->takeCalls(), Calls{"0"});
+}
+
+TEST_F(AlertDecisionTest, APrinterThatDoesNotOpenDoesNotBlockAlerts) {
+    printerIs(L"no such printer");
+
+    EXPECT_FALSE(status(41150));
+
+    EXPECT_EQ(listener->takeCalls(), Calls{"0"});
+}
+
+TEST_F(AlertDecisionTest, ACartridgeReportMakesTheCartridgeCurrentWhateverItsStatus) {
+    EXPECT_TRUE(cartridgeReport(4711, 41150));
+
+    EXPECT_EQ(currentCartridge(), 4711U);
+    EXPECT_EQ(listener->takeCalls(), Calls{});
+    EXPECT_TRUE(wasTraced("TERNA - cartridgeSN = 4711"));
+}
+
+TEST_F(AlertDecisionTest, ACartridgeReportWithoutASerialNumberIsAStatusLikeAnyOther) {
+    EXPECT_FALSE(status(41150, tern::kCartridgeReport));
+
+    EXPECT_EQ(listener->takeCalls(), Calls{"0"});
+}
+
+TEST_F(AlertDecisionTest, TheCancelSubcodePressesCancelAndGoesOn) {
+    world().device.install();
+    printerIs(kPrinter);
+
+    EXPECT_FALSE(status(41150, 19));
+
+    EXPECT_EQ(pressed(), std::vector<std::wstring>{L"cancel"});
+    EXPECT_EQ(world().device.presses().front().port, kPrinter);
+    EXPECT_EQ(listener->takeCalls(), Calls{"0"});
+}
+
+TEST_F(AlertDecisionTest, AMaskOfZeroSilencesEverything) {
+    maskIs(0);
+
+    EXPECT_TRUE(status(10209));
+
+    EXPECT_TRUE(wasTraced("TERNA user chose to disable all messages"));
+    EXPECT_EQ(listener->takeCalls(), Calls{});
+}
+
+TEST_F(AlertDecisionTest, InformationAloneShowsTonerOutAndDropsErrors) {
+    maskIs(2);
+
+    EXPECT_FALSE(status(10300));
+    EXPECT_TRUE(status(10403));
+
+    EXPECT_EQ(listener->takeCalls(), Calls{"toner out"});
+    EXPECT_TRUE(wasTraced("TERNA status >= 10403  PJL error starting point???"));
+}
+
+TEST_F(AlertDecisionTest, WarningsAloneShowTonerLowOnly) {
+    maskIs(4);
+
+    EXPECT_TRUE(status(10300));
+    EXPECT_TRUE(status(10403));
+    EXPECT_FALSE(status(10209));
+
+    EXPECT_EQ(listener->takeCalls(), Calls{"toner low 0"});
+    EXPECT_TRUE(wasTraced("TERNA ! _showInformation && status == TONER_OUT_BLACK"));
+}
+
+TEST_F(AlertDecisionTest, AMissingMaskShowsEverything) {
+    printerIs(kPrinter);
+
+    EXPECT_FALSE(status(10300));
+
+    EXPECT_EQ(listener->takeCalls(), Calls{"toner out"});
+}
+
+TEST_F(AlertDecisionTest, AMaskThatCannotBeReadSilencesEverything) {
+    world().printers.setDword(kPrinter, L"AlertMask", 7);
+    world().faults.add({platform::simulated::Call::PrinterDataRead, 1, true, kAccessDenied});
+    printerIs(kPrinter);
+    world().faults.clear();
+
+    EXPECT_TRUE(status(10300));
+
+    EXPECT_TRUE(wasTraced("TERNA user chose to disable all messages"));
+}
+
+TEST_F(AlertDecisionTest, TheMaskIsReadAgainWithEveryPrinterRecord) {
+    maskIs(0);
+    maskIs(7);
+
+    EXPECT_FALSE(status(10300));
+
+    EXPECT_EQ(listener->takeCalls(), Calls{"toner out"});
+}
+
+TEST_F(AlertDecisionTest, APrinterThatDoesNotOpenKeepsTheMask) {
+    maskIs(0);
+    printerIs(L"gone");
+
+    EXPECT_TRUE(status(10300));
+}
+
+TEST_F(AlertDecisionTest, ThePrinterRecordAsksTheDeviceForItsCartridge) {
+    world().device.install();
+    world().device.setPage("/DevMgmt/ConsumableConfigDyn.xml",
+                           "<a><ccdyn:ConsumableInfo><dd:SerialNumber>815</dd:SerialNumber>"
+                           "</ccdyn:ConsumableInfo></a>");
+
+    printerIs(kPrinter);
+
+    EXPECT_EQ(currentCartridge(), 815U);
+}
+
+TEST_F(AlertDecisionTest, ARecordWithoutNamesKeepsTheOldOnes) {
+    world().device.install();
+    printerIs(kPrinter);
+
+    job(tern::kPrinterNarrow);
+    status(41150, 19);
+
+    EXPECT_EQ(world().device.presses().back().port, kPrinter);
+}
+
+TEST_F(AlertDecisionTest, TheEndOfADocumentIsHandledByItsOwnOperation) {
+    EXPECT_FALSE(job(tern::kDocumentEnd));
+
+    EXPECT_EQ(listener->takeCalls(), Calls{"end of document"});
+}
+
+TEST_F(AlertDecisionTest, OtherJobRecordsDoNothing) {
+    for (const std::int32_t subcode : {2, 3, 5, 6, 99})
+        EXPECT_FALSE(job(subcode));
+
+    EXPECT_EQ(listener->takeCalls(), Calls{});
+}
+
+TEST_F(AlertDecisionTest, TheMediaTypeOfTheChannelBecomesTheCurrentOne) {
+    arbor::Message message(&tern::kVeloEventGeneratorId, 2, 0);
+    message.getProperties()->setInt(L"subcode", tern::kMediaReport);
+    message.getProperties()->setString(L"mediaType", "Cardstock");
+
+    listener->notify(&message);
+
+    EXPECT_EQ(currentMediaType(), 309);
+}
+
+TEST_F(AlertDecisionTest, TheFaxLinkStartsTheCompanionUnlessBothTextsAreInTheMessage) {
+    feedback(1012);
+    EXPECT_EQ(listener->takeCalls(), Calls{"companion"});
+
+    arbor::Message message(&alert_action::kMessageType, 1012, 0);
+    message.getProperties()->setString(L"idsFaxReceived", "a fax");
+    listener->notify(&message);
+    EXPECT_EQ(listener->takeCalls(), Calls{"companion"});
+
+    message.getProperties()->setString(L"idsFaxReceivedTB", "a fax in Orrery");
+    listener->notify(&message);
+    EXPECT_EQ(listener->takeCalls(), Calls{});
+}
+
+TEST_F(AlertDecisionTest, LinksOpenTheMakersPages) {
+    feedback(100);
+    feedback(101);
+
+    const std::vector<std::wstring> expected = {L"https://www.corvane.example/go/anticounterfeit",
+                                                L"https://www.corvane.example/go/recycle"};
+    EXPECT_EQ(world().desktop.addresses(), expected);
+}
+
+TEST_F(AlertDecisionTest, ActionsWithoutARuleAreIgnored) {
+    for (const std::uint32_t action :
+         {4U, 6U, 7U, 8U, 103U, 135U, 1008U, 90003U, 90004U, 90005U, 0xFFFFFFFFU}) {
+        EXPECT_FALSE(feedback(action));
+    }
+
+    EXPECT_EQ(listener->takeCalls(), Calls{});
+    EXPECT_TRUE(world().desktop.addresses().empty());
+}
+
+// Mask by status: what the printer's settings let through.
+class AlertMaskTest : public AlertDecisionTest,
+                      public testing::WithParamInterface<std::tuple<std::uint32_t, std::int32_t>> {
+};
+
+bool passes(std::uint32_t mask, std::int32_t code) {
+    const bool errors = (mask & 1) != 0;
+    const bool information = (mask & 2) != 0;
+    if (mask == 0) return false;
+    if (code == 10300) return information;
+    return code < 10403 || errors;
+}
+
+TEST_P(AlertMaskTest, LetsThroughWhatItsBitsSay) {
+    const auto [mask, code] = GetParam();
+    maskIs(mask);
+
+    const bool filtered = status(code);
+
+    EXPECT_EQ(filtered, !passes(mask, code));
+    EXPECT_EQ(listener->takeCalls().size(), filtered ? 0U : 1U);
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryMask, AlertMaskTest,
+                         testing::Combine(testing::Range(0U, 8U),
+                                          testing::Values(10209, 10219, 10300, 10403, 41000, 42000,
+                                                          50003, 100000)));
+
+}  // namespace
