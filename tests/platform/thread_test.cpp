@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <atomic>
+#include <memory>
 
 namespace {
 
@@ -81,30 +82,35 @@ TEST_F(ThreadTest, AnEndedThreadCanBeWaitedForAgain) {
     EXPECT_EQ(platform::waitForThread(_thread, kNoTimeout), 0U);
 }
 
-// What a thread without a handle touches must outlive its test.
+// Shared with its thread, which nobody can wait for once its handle is closed.
 struct Forgotten {
     platform::CriticalSection gate;
     std::atomic<bool> hasPassed{false};
     static std::uint32_t run(void* parameter) {
-        auto* const self = static_cast<Forgotten*>(parameter);
-        self->gate.lock();
-        self->gate.unlock();
-        self->hasPassed = true;
+        const std::unique_ptr<std::shared_ptr<Forgotten>> self(
+            static_cast<std::shared_ptr<Forgotten>*>(parameter));
+        (*self)->gate.lock();
+        (*self)->gate.unlock();
+        (*self)->hasPassed = true;
         return 0;
     }
 };
 
 TEST(ForgottenThreadTest, AClosedHandleDoesNotStopTheThread) {
-    static Forgotten forgotten;
-    forgotten.gate.lock();
+    const auto forgotten = std::make_shared<Forgotten>();
+    auto ofThread = std::make_unique<std::shared_ptr<Forgotten>>(forgotten);
+    forgotten->gate.lock();
     std::uint32_t id = 0;
 
-    platform::closeThread(platform::startThread(&Forgotten::run, &forgotten, id));
-    forgotten.gate.unlock();
+    const auto thread = platform::startThread(&Forgotten::run, ofThread.get(), id);
+    ASSERT_NE(thread, nullptr);
+    static_cast<void>(ofThread.release());
+    platform::closeThread(thread);
+    forgotten->gate.unlock();
 
-    for (int ms = 0; !forgotten.hasPassed && ms < 10'000; ++ms)
+    for (int ms = 0; !forgotten->hasPassed && ms < 10'000; ++ms)
         platform::sleepFor(1);
-    EXPECT_TRUE(forgotten.hasPassed);
+    EXPECT_TRUE(forgotten->hasPassed);
 }
 
 TEST_F(ThreadTest, WithoutAHandleNothingIsToldAndNothingBreaks) {
