@@ -15,6 +15,9 @@ class StatusDialog;
 // under test has. One thread.
 namespace headless {
 
+// A template that the program does not have: that of a general alert with the three links.
+inline constexpr int kLinksTemplate = 9001;
+
 struct Control {
     std::wstring text;
     std::wstring name;  // for screen readers, of a picture

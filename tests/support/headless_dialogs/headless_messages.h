@@ -13,8 +13,6 @@ inline constexpr WindowMessage kClose = 3;
 inline constexpr WindowMessage kChar = 4;
 inline constexpr WindowMessage kMenuChar = 5;
 
-// A template that the program does not have: with the three links.
-inline constexpr int kLinksTemplate = 9001;
 inline constexpr int kLinkControls[] = {IDC_ALERT_SHOP_LINK, IDC_ALERT_RETURNS_LINK,
                                         IDC_ALERT_FRAUD_LINK, IDC_ALERT_DETAIL};
 

@@ -1,0 +1,107 @@
+#include "tests/ui/alert_test.h"
+
+#include "monitor/facts/cartridge_store.h"
+#include "monitor/facts/media_types.h"
+#include "platform/simulated/world.h"
+#include "tests/support/clean_platform.h"
+#include "tests/support/strings_table.h"
+#include "tests/support/test_components.h"
+#include "ui/alert_actions.h"
+#include "ui/alert_factory.h"
+
+using platform::simulated::world;
+
+namespace {
+
+constexpr wchar_t kLibrary[] = L"QVK7400SMs.dll";
+constexpr int kPlainPaper = 301;
+
+constexpr char kConfiguration[] =
+    "<c:ConsumableConfigDyn xmlns:c=\"c\" xmlns:dd=\"d\"><ccdyn:ConsumableInfo xmlns:ccdyn=\"c\">"
+    "<dd:ProductNumber>QV-7400A</dd:ProductNumber></ccdyn:ConsumableInfo></c:ConsumableConfigDyn>";
+constexpr char kUsage[] =
+    "<pudyn:ProductUsageDyn xmlns:pudyn=\"p\" xmlns:dd=\"d\"><pudyn:ConsumableSubunit>"
+    "<pudyn:Consumable><dd:EstimatedPagesRemaining>1200</dd:EstimatedPagesRemaining>"
+    "</pudyn:Consumable></pudyn:ConsumableSubunit></pudyn:ProductUsageDyn>";
+
+}  // namespace
+
+AlertTest::AlertTest() : broker(nullptr) {
+    cleanPlatform();
+    headless::reset();
+    setCurrentMediaType(kPlainPaper);
+    strings = world().texts.addModule(kLibrary);
+    for (unsigned i = 0; i < kStringRowCount; ++i) {
+        const StringRow& row = kStringRows[i];
+        world().texts.add(strings, row.language, row.id, row.text);
+    }
+    world().device.install();
+    world().device.setPage("/DevMgmt/ConsumableConfigDyn.xml", kConfiguration);
+    world().device.setPage("/DevMgmt/ProductUsageDyn.xml", kUsage);
+    broker.addComponent(new test::ListenerComponent([this](arbor::IMessage& message) {
+        EXPECT_TRUE(*message.getType() == alert_action::kMessageType);
+        const arbor::IPropertyHolder& properties = *message.getProperties();
+        told.push_back({message.getCode(), properties.getPointer("statusdialog", nullptr),
+                        properties.getPointer("statusdialoghwnd", nullptr),
+                        properties.getInt("wparam", -1), properties.getInt("lparam", -1)});
+        if (onTold) onTold(Told(told.back()));
+        return true;
+    }));
+}
+
+AlertTest::~AlertTest() {
+    alert.reset();
+    headless::reset();
+    cleanPlatform();
+}
+
+void AlertTest::describe(int type, int status) {
+    description.setPointer(L"hinstance", this);
+    description.setPointer(L"hSinstance", strings);
+    description.setPointer(L"eventBroker", &broker);
+    description.setWString(L"idsPrinter", kPrinter);
+    description.setWString(L"idsPort", L"USB001");
+    description.setInt(L"status", status);
+    description.setInt(L"subcode", 0);
+    description.setInt(L"dialog type", type);
+}
+
+void AlertTest::openDescribed() {
+    alert = createAlertDialog(description);
+    ASSERT_NE(alert, nullptr);
+    ASSERT_TRUE(alert->create());
+}
+
+void AlertTest::open(int type, int status) {
+    describe(type, status);
+    openDescribed();
+}
+
+std::vector<std::uint32_t> AlertTest::codes() const {
+    std::vector<std::uint32_t> all;
+    for (const Told& one : told)
+        all.push_back(one.code);
+    return all;
+}
+
+std::wstring AlertTest::text(unsigned id, unsigned short language) {
+    for (unsigned i = 0; i < kStringRowCount; ++i) {
+        const StringRow& row = kStringRows[i];
+        if (row.id == id && row.language == language) return row.text;
+    }
+    ADD_FAILURE() << "no text " << id;
+    return {};
+}
+
+void AlertTest::replaceText(unsigned id, const std::wstring& text) {
+    world().texts.add(world().texts.find(kLibrary), platform::simulated::kEnglish, id, text);
+}
+
+void AlertTest::useFamilyPrinter() {
+    world().printers.setTextOf(kPrinter, L"\\", L"Printer Driver", L"Beamline K7400 PCL");
+}
+
+void AlertTest::snoozedCartridge(std::uint32_t serial) {
+    CartridgeRecord record;
+    AddCartIfNew(record, serial);
+}

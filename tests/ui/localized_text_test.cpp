@@ -1,0 +1,115 @@
+#include "ui/localized_text.h"
+
+#include "platform/simulated/world.h"
+#include "tests/support/clean_platform.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using platform::simulated::Call;
+using platform::simulated::Fault;
+using platform::simulated::world;
+
+constexpr platform::LanguageId kEnglish = 1033, kGerman = 1031, kAustrian = 3079, kFrench = 1036;
+constexpr platform::LanguageId kArabic = 1025, kEgyptian = 3073, kHebrew = 1037, kPersian = 1065;
+constexpr unsigned kProbe = 107;  // a text that every language has
+
+class LocalizedTextTest : public testing::Test {
+protected:
+    void SetUp() override {
+        cleanPlatform();
+        module = world().texts.addModule(L"texts.dll");
+        for (const platform::LanguageId language : {kEnglish, kGerman}) {
+            world().texts.add(module, language, kProbe, L"probe");
+            world().texts.add(module, language, 200, language == kGerman ? L"Hilfe" : L"Help");
+        }
+        // An English text alone, in a block of its own.
+        world().texts.add(module, kEnglish, 500, L"only English");
+    }
+    void TearDown() override { cleanPlatform(); }
+
+    void speak(platform::LanguageId language) { world().texts.setUserInterfaceLanguage(language); }
+
+    platform::NativeHandle module = nullptr;
+};
+
+TEST_F(LocalizedTextTest, IsInTheLanguageOfTheUserInterface) {
+    speak(kGerman);
+
+    EXPECT_EQ(localizedText(module, 200), L"Hilfe");
+}
+
+TEST_F(LocalizedTextTest, IsInAnotherVariantOfTheLanguageWhereTheExactOneIsMissing) {
+    speak(kAustrian);
+
+    EXPECT_EQ(chosenLanguage(module), kGerman);
+    EXPECT_EQ(localizedText(module, 200), L"Hilfe");
+}
+
+TEST_F(LocalizedTextTest, IsEnglishForALanguageThatTheLibraryDoesNotSpeak) {
+    speak(kFrench);
+
+    EXPECT_EQ(localizedText(module, 200), L"Help");
+}
+
+TEST_F(LocalizedTextTest, NeverMixesLanguages) {
+    speak(kGerman);
+
+    EXPECT_EQ(localizedText(module, 500), L"");
+}
+
+TEST_F(LocalizedTextTest, IsEmptyForIdZeroAMissingTextAndIdsThatNoResourceHas) {
+    EXPECT_EQ(localizedText(module, 0), L"");
+    EXPECT_EQ(localizedText(module, 201), L"");
+    EXPECT_EQ(localizedText(module, 0x10000 + 200), L"");
+    EXPECT_EQ(localizedText(module, 0xFFFFFFFF), L"");
+}
+
+TEST_F(LocalizedTextTest, IsEmptyWithoutALibrary) {
+    EXPECT_STREQ(loadText(nullptr, 200), L"");
+}
+
+TEST_F(LocalizedTextTest, IsCutAtTheBuffer) {
+    world().texts.add(module, kEnglish, 201, std::wstring(5000, L'x'));
+
+    EXPECT_EQ(std::wstring(loadText(module, 201)).size(), 1023U);
+    EXPECT_EQ(localizedText(module, 201, 512).size(), 511U);
+    EXPECT_EQ(localizedText(module, 201, 0), L"");
+}
+
+TEST_F(LocalizedTextTest, LoadsIntoFourBuffersInTurn) {
+    const wchar_t* first = loadText(module, 200);
+    const wchar_t* second = loadText(module, 500);
+    const wchar_t* third = loadText(module, kProbe);
+    const wchar_t* fourth = loadText(module, 0);
+
+    EXPECT_STREQ(first, L"Help");
+    EXPECT_STREQ(second, L"only English");
+    EXPECT_STREQ(third, L"probe");
+    EXPECT_STREQ(fourth, L"");
+    EXPECT_EQ(loadText(module, 500), first);
+    EXPECT_STREQ(first, L"only English");
+}
+
+TEST_F(LocalizedTextTest, ReadsFromRightToLeftInArabicAndHebrewOfAnyCountry) {
+    for (const platform::LanguageId language : {kArabic, kEgyptian, kHebrew}) {
+        speak(language);
+        EXPECT_TRUE(isRightToLeftUI()) << language;
+    }
+    for (const platform::LanguageId language : {kEnglish, kGerman, kPersian}) {
+        speak(language);
+        EXPECT_FALSE(isRightToLeftUI()) << language;
+    }
+}
+
+TEST_F(LocalizedTextTest, ReadsFromLeftToRightWhereTheSystemHasNoVersion) {
+    speak(kHebrew);
+    world().faults.add(Fault{Call::SystemVersion});
+
+    EXPECT_FALSE(isRightToLeftUI());
+}
+
+}  // namespace

@@ -1,0 +1,262 @@
+#include "ui/status_dialog.h"
+
+#include "tests/ui/alert_test.h"
+#include "ui/alert_window.h"
+
+// How the description of an alert becomes its texts, also by keys that no alert of today sets.
+
+namespace {
+
+// Texts of ids that no alert has.
+constexpr unsigned kFirstFree = 2000;
+
+class StatusDialogTest : public AlertTest {
+protected:
+    // The id of a new text.
+    int newText(const std::wstring& text) {
+        replaceText(_next, text);
+        return static_cast<int>(_next++);
+    }
+
+private:
+    unsigned _next = kFirstFree;
+};
+
+TEST_F(StatusDialogTest, OpensWhereItsOwnerSaysOrNearTheCorner) {
+    open(0, 41100);
+    EXPECT_EQ(frame().x, 100);
+    EXPECT_EQ(frame().y, 100);
+
+    describe(0, 41100);
+    auto second = std::make_unique<DefaultStatusDialog>(description, false);
+    second->setPosition(120, 140);
+    ASSERT_TRUE(second->create());
+
+    EXPECT_EQ(headless::find(second->window())->x, 120);
+    EXPECT_EQ(headless::find(second->window())->y, 140);
+}
+
+TEST_F(StatusDialogTest, OpensAtOnceWhenAsked) {
+    describe(0, 41100);
+    description.setInt(L"dialogID", 137);
+
+    const DefaultStatusDialog dialog(description, true);
+
+    EXPECT_NE(dialog.window(), nullptr);
+}
+
+TEST_F(StatusDialogTest, SaysThatThereIsNoWindowAndLeavesTheRestToItsOwner) {
+    describe(0, 41100);
+    headless::setCreationFails(true);
+    DefaultStatusDialog dialog(description, false);
+
+    EXPECT_FALSE(dialog.create());
+    EXPECT_EQ(dialog.window(), nullptr);
+}
+
+TEST_F(StatusDialogTest, TakesItsWindowWithIt) {
+    open(0, 41100);
+    ASSERT_EQ(headless::windows().size(), 1U);
+
+    alert.reset();
+
+    EXPECT_TRUE(headless::windows().empty());
+}
+
+TEST_F(StatusDialogTest, KnowsWhenItsWindowIsGone) {
+    open(0, 41100);
+
+    destroyAlertWindow(alert->window());
+
+    EXPECT_EQ(alert->window(), nullptr);
+}
+
+TEST_F(StatusDialogTest, FormatsTheMessageWithTheTextThatThePrintersNameNumbers) {
+    describe(13, 1);
+    description.setString(L"idsPrinter", "218 at the window");
+    description.setInt(L"ids1", newText(L"[%s]"));
+
+    openDescribed();
+
+    EXPECT_EQ(control(132).text, L"[" + text(218) + L"]");
+}
+
+TEST_F(StatusDialogTest, BuildsAMessageOfMessageMediaAndTray) {
+    describe(13, 1);
+    description.setInt(L"ids2", newText(L"%s/%s/%s"));
+    description.setInt(L"mediaCode", 302);
+    description.setInt(L"trayCode", newText(L"tray"));
+
+    openDescribed();
+
+    EXPECT_EQ(control(132).text, L"/" + text(302) + L"/tray");
+}
+
+TEST_F(StatusDialogTest, LeavesMediaAndTrayOutWhereTheirKeysAreAbsent) {
+    describe(13, 1);
+    description.setInt(L"ids2", newText(L"[%s|%s|%s]"));
+
+    openDescribed();
+
+    EXPECT_EQ(control(132).text, L"[||]");
+}
+
+TEST_F(StatusDialogTest, LetsALiteralMessageReplaceTheOnesBefore) {
+    describe(13, 1);
+    description.setInt(L"ids2", newText(L"two"));
+    description.setWString(L"StringStr", L"\u7eb8\u5f20");
+
+    openDescribed();
+
+    EXPECT_EQ(control(132).text, L"\u7eb8\u5f20");
+}
+
+TEST_F(StatusDialogTest, IgnoresALiteralMessageThatSaysUnknown) {
+    describe(13, 1);
+    description.setInt(L"ids2", newText(L"two"));
+    description.setString(L"StringStr", "unknown");
+
+    openDescribed();
+
+    EXPECT_EQ(control(132).text, L"two");
+}
+
+TEST_F(StatusDialogTest, LetsThePartNumberReplaceEveryMessageButTheFirst) {
+    describe(13, 1);
+    description.setString(L"StringStr", "literal");
+    description.setInt(L"idsPn", newText(L"Part %S"));
+    description.setString(L"qvPartNo", "QV-7400A");
+
+    openDescribed();
+
+    EXPECT_EQ(control(132).text, L"Part QV-7400A");
+}
+
+TEST_F(StatusDialogTest, CallsAPartNumberThatIsMissingUnknown) {
+    describe(13, 1);
+    description.setInt(L"idsPn", newText(L"Part %S"));
+
+    openDescribed();
+
+    EXPECT_EQ(control(132).text, L"Part unknown");
+}
+
+TEST_F(StatusDialogTest, PutsTheFirstMessageBackOverAllOthers) {
+    describe(13, 1);
+    description.setInt(L"ids1", newText(L"first"));
+    description.setString(L"StringStr", "literal");
+    description.setInt(L"idsPn", newText(L"Part %S"));
+
+    openDescribed();
+
+    EXPECT_EQ(control(132).text, L"first");
+}
+
+TEST_F(StatusDialogTest, LetsALiteralDetailReplaceTheDetail) {
+    describe(10, 50012);
+    description.setString(L"subtitle1", "literal");
+    openDescribed();
+    EXPECT_EQ(control(1012).text, L"literal");
+    alert.reset();
+
+    description.setString(L"subtitle1", "not exist");
+    openDescribed();
+
+    EXPECT_EQ(control(1012).text, text(125));
+}
+
+TEST_F(StatusDialogTest, ReadsNarrowTextsWhereAProducerStoredThem) {
+    describe(4, 10209);
+    description.setString(L"idsPrinter", "Hall");
+
+    openDescribed();
+
+    EXPECT_EQ(frame().title, L"Hall \u2013 Printer alert");
+    EXPECT_EQ(control(236).name, L"Hall");
+}
+
+TEST_F(StatusDialogTest, AnnouncesEveryExtraTextWithItsWindow) {
+    describe(10, 50012);
+    description.setInt(L"idsFaxReceived", newText(L"a"));
+    description.setInt(L"idsFaxReceivedTB", newText(L"b"));
+    description.setInt(L"idsSnoozeSelect", 114);
+    description.setInt(L"idsSnoozeRemindAfter", 115);
+
+    openDescribed();
+
+    EXPECT_EQ(codes(), (std::vector<std::uint32_t>{90001, 90002, 90003, 90004, 90005}));
+    for (const Told& one : told) {
+        EXPECT_EQ(one.window, static_cast<void*>(window()));
+        EXPECT_EQ(one.dialog, static_cast<void*>(alert.get()));
+    }
+}
+
+TEST_F(StatusDialogTest, MakesTheHeadlineBold) {
+    open(10, 50012);
+
+    EXPECT_TRUE(control(1004).isHeadline);
+}
+
+TEST_F(StatusDialogTest, PutsACaptionOfItsOwnOnTheOkButton) {
+    describe(10, 50012);
+    description.setInt(L"buttonMessage", 158);
+
+    openDescribed();
+
+    EXPECT_EQ(control(130).text, text(158));
+}
+
+TEST_F(StatusDialogTest, MakesLinksOfTheThreeLinkTextsWhereTheTemplateHasThem) {
+    describe(13, 1);
+    description.setInt(L"idsShop", 217);
+    description.setInt(L"idsReturns", 218);
+    description.setInt(L"idsFraud", newText(L"Is it genuine?"));
+    description.setInt(L"dialogID", headless::kLinksTemplate);
+    alert = std::make_unique<DefaultStatusDialog>(description, true);
+
+    for (const int link : {1005, 1006, 1007}) {
+        EXPECT_TRUE(control(link).isLink) << link;
+        EXPECT_TRUE(control(link).isUnderlined) << link;
+    }
+    EXPECT_EQ(control(1005).text, text(217));
+    EXPECT_EQ(control(1007).text, L"Is it genuine?");
+}
+
+// The rules of the base alone.
+class PlainDialog final : public StatusDialog {
+public:
+    explicit PlainDialog(const arbor::IPropertyHolder& description)
+        : StatusDialog(description, false) {}
+    ~PlainDialog() = default;
+};
+
+TEST_F(StatusDialogTest, TellsThePlainActionsOfAPlainAlert) {
+    describe(0, 41100);
+    description.setInt(L"dialogID", headless::kLinksTemplate);
+    PlainDialog plain(description);
+    ASSERT_TRUE(plain.create());
+    told.clear();
+
+    for (const unsigned control : {1006U, 1007U, 1005U, 2U, 130U, 131U, 135U}) {
+        headless::sendCommand(plain.window(), control, 7);
+    }
+
+    EXPECT_EQ(codes(), (std::vector<std::uint32_t>{7, 8, 6, 1, 2, 4, 135}));
+    EXPECT_EQ(told[0].window, nullptr);
+    EXPECT_EQ(told[6].window, static_cast<void*>(plain.window()));
+    EXPECT_EQ(told[6].wParam, 135);
+    EXPECT_EQ(told[6].lParam, 7);
+}
+
+TEST_F(StatusDialogTest, DropsActionsWithoutABroker) {
+    describe(0, 41100);
+    description.removeProperty(L"eventBroker");
+
+    openDescribed();
+    headless::press(window(), 130);
+    headless::closeBox(window());
+
+    EXPECT_TRUE(told.empty());
+}
+
+}  // namespace

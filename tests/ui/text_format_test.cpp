@@ -1,0 +1,52 @@
+#include "ui/text_format.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr std::size_t kUnits = 64;
+
+TEST(TextFormat, PutsWideTextNarrowTextAndNumbersInTheirPlaces) {
+    EXPECT_EQ(formatText(L"%s has %d of %S.", {L"Tray", 12, std::string("QV")}, kUnits),
+              L"Tray has 12 of QV.");
+}
+
+TEST(TextFormat, WritesNegativeAndExtremeNumbers) {
+    EXPECT_EQ(formatText(L"%d %d", {-5, INT32_MIN}, kUnits), L"-5 -2147483648");
+}
+
+TEST(TextFormat, InsertsNothingForAPlaceholderWithoutArgument) {
+    EXPECT_EQ(formatText(L"[%s][%s]", {L"one"}, kUnits), L"[one][]");
+}
+
+TEST(TextFormat, IgnoresSurplusArguments) {
+    EXPECT_EQ(formatText(L"%s", {L"one", L"two"}, kUnits), L"one");
+}
+
+TEST(TextFormat, InsertsNothingForAnArgumentOfAnotherKind) {
+    EXPECT_EQ(formatText(L"[%d][%S][%s]", {L"wide", L"wide", L"wide"}, kUnits), L"[][][wide]");
+}
+
+TEST(TextFormat, KeepsAPerCentSignThatIsNoPlaceholder) {
+    EXPECT_EQ(formatText(L"100 % n%x%% %", {L"unused"}, kUnits), L"100 % n%x% %");
+}
+
+TEST(TextFormat, DoesNotReadPlaceholdersInWhatItInserts) {
+    EXPECT_EQ(formatText(L"%s %s", {L"%s%d", L"end"}, kUnits), L"%s%d end");
+}
+
+TEST(TextFormat, CutsTheTextAtTheBufferItIsFor) {
+    EXPECT_EQ(formatText(L"abc%s", {L"defgh"}, 6), L"abcde");
+    EXPECT_EQ(formatText(L"abc", {}, 1), L"");
+    EXPECT_EQ(formatText(L"abc", {}, 0), L"");
+}
+
+TEST(TextFormat, SurvivesATranslationOfFiveThousandPlaceholders) {
+    std::wstring format;
+    for (int i = 0; i < 5000; ++i)
+        format += L"%s";
+
+    EXPECT_EQ(formatText(format, {L"only"}, 1024), L"only");
+}
+
+}  // namespace
