@@ -1,0 +1,139 @@
+#include "monitor/open_alerts.h"
+
+#include "tests/monitor/alerts_fixture.h"
+
+namespace {
+
+class OpenAlertsTest : public AlertsFixture {
+protected:
+    void open(int dialogType, bool autoClose = true) {
+        arbor::PropertyHolder description;
+        description.setInt(L"dialog type", dialogType);
+        alerts.addAlert(description, static_cast<std::uint32_t>(dialogType), autoClose);
+    }
+
+    static DefaultStatusDialog* dialogOf(int dialogType) {
+        return static_cast<DefaultStatusDialog*>(headless::find(windowOf(dialogType))->dialog);
+    }
+
+    OpenAlerts alerts;
+};
+
+TEST_F(OpenAlertsTest, OneAlertOfEachTypeIsOpen) {
+    open(0);
+    open(0);
+
+    EXPECT_EQ(openTypes(), std::vector<int>{0});
+}
+
+TEST_F(OpenAlertsTest, AlertsCascadeByTwentyPixels) {
+    open(0);
+    open(10);
+    open(12);
+
+    const std::vector<WindowHandle> windows = headless::windows();
+    ASSERT_EQ(windows.size(), 3U);
+    for (int index = 0; index < 3; ++index) {
+        EXPECT_EQ(headless::find(windows[static_cast<std::size_t>(index)])->x, 100 + 20 * index);
+        EXPECT_EQ(headless::find(windows[static_cast<std::size_t>(index)])->y, 100 + 20 * index);
+    }
+}
+
+TEST_F(OpenAlertsTest, TheCascadeNeverGoesBack) {
+    open(0);
+    alerts.removeAlertDialog(dialogOf(0));
+
+    open(0);
+
+    EXPECT_EQ(headless::find(windowOf(0))->x, 120);
+}
+
+TEST_F(OpenAlertsTest, ADroppedSecondAlertTakesNoPlaceInTheCascade) {
+    open(0);
+    open(0);
+
+    open(10);
+
+    EXPECT_EQ(headless::find(windowOf(10))->x, 120);
+}
+
+TEST_F(OpenAlertsTest, LookupsTellTheFirstMatch) {
+    open(0);
+    open(10);
+
+    EXPECT_EQ(alerts.findAlertDialogType(10), 1U);
+    EXPECT_EQ(alerts.findAlertDialog(dialogOf(10)), dialogOf(10));
+    EXPECT_EQ(alerts.findAlertTypeFromDlg(dialogOf(10)), 10U);
+}
+
+TEST_F(OpenAlertsTest, LookupsOfStrangersFindNothing) {
+    open(0);
+    const StatusDialog* stranger = reinterpret_cast<const StatusDialog*>(this);
+
+    EXPECT_EQ(alerts.findAlertDialogType(7), OpenAlerts::kNotFound);
+    EXPECT_EQ(alerts.findAlertDialog(stranger), nullptr);
+    EXPECT_EQ(alerts.findAlertTypeFromDlg(stranger), OpenAlerts::kNotFound);
+    alerts.removeAlertDialog(stranger);
+    EXPECT_EQ(openTypes(), std::vector<int>{0});
+}
+
+TEST_F(OpenAlertsTest, LookupsAreTraced) {
+    open(0);
+    alerts.findAlertDialogType(10);
+
+    EXPECT_TRUE(wasTraced("TERNA findAlertDialogType 10"));
+    EXPECT_TRUE(wasTraced("TERNA findAlertDialogType 10 ?= 0"));
+}
+
+TEST_F(OpenAlertsTest, RemovingDestroysTheAlertAndItsWindow) {
+    open(0);
+    open(10);
+
+    alerts.removeAlertDialog(dialogOf(0));
+
+    EXPECT_EQ(openTypes(), std::vector<int>{10});
+    EXPECT_EQ(alerts.findAlertDialogType(10), 0U);
+    EXPECT_TRUE(wasTraced("TERNA remove dlg  = 0"));
+}
+
+TEST_F(OpenAlertsTest, TheWalkOfTheDocumentsEndKeepsTheOthersInOrder) {
+    open(0, true);
+    open(4, false);
+    open(10, true);
+    open(12, true);
+    open(30, false);
+
+    const std::uint32_t left = alerts.removeAllAutocloseDialogs(true);
+
+    EXPECT_EQ(left, 2U);
+    EXPECT_EQ(openTypes(), (std::vector<int>{4, 30}));
+    EXPECT_TRUE(wasTraced("TERNA removeAllAutocloseDialogs"));
+    EXPECT_TRUE(wasTraced("TERNA remove Dialog 0"));
+    EXPECT_TRUE(wasTraced("TERNA remove Dialog 1"));
+    EXPECT_TRUE(wasTraced("TERNA Dialogs left 2"));
+}
+
+TEST_F(OpenAlertsTest, AnAlertWithoutAWindowIsNotKept) {
+    headless::setCreationFails(true);
+    open(0);
+    EXPECT_TRUE(alerts.empty());
+
+    headless::setCreationFails(false);
+    open(0);
+
+    EXPECT_FALSE(alerts.empty());
+}
+
+TEST_F(OpenAlertsTest, NothingIsLeftOpenWhenTheListGoes) {
+    {
+        OpenAlerts others;
+        arbor::PropertyHolder description;
+        description.setInt(L"dialog type", 10);
+        others.addAlert(description, 10, true);
+        ASSERT_EQ(headless::windows().size(), 1U);
+    }
+
+    EXPECT_TRUE(headless::windows().empty());
+}
+
+}  // namespace
