@@ -98,7 +98,7 @@ void screenshot(Stage& stage, const Step& step) {
     std::error_code ignored;
     std::filesystem::create_directories(stage.options().pictures, ignored);
     saveBitmap(picture, file);
-    stage.timeline().note("saved " + pathText(file));
+    stage.timeline().note("picture " + pathText(file.filename()));
 }
 
 void expectAlerts(Stage& stage, const Step& step) {

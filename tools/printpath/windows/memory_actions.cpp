@@ -57,10 +57,11 @@ void expectCurrentCartridge(Stage& stage, const Step& step) {
                     [wanted] { return currentCartridge() == wanted; });
 }
 
-// Hours 0 stand for a slot that does not snooze any more: its time lies in the past.
+// Hours 0 stand for a slot that does not snooze any more: its time lies in the past. The current
+// second still snoozes.
 bool matches(const Value& hours, std::int64_t until) {
     if (!hours.given) return true;
-    if (hours.number == 0) return until <= secondsSince1970();
+    if (hours.number == 0) return until < secondsSince1970();
     return std::llabs(until - timeOf(hours)) <= kToleranceSeconds;
 }
 

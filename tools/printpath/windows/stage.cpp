@@ -185,6 +185,9 @@ void Stage::noticeDialogs() {
     if (_monitor)
         for (const AlertWindow& window : openDialogs(_monitor->id()))
             now[window.window] = describeDialog(window);
+    // A dialog that is about to close has lost its texts: it keeps the name it came with.
+    for (auto& [window, text] : now)
+        if (_noticed.contains(window)) text = _noticed[window];
     for (const auto& [window, text] : now)
         if (!_noticed.contains(window)) _timeline.note("opened: " + text);
     for (const auto& [window, text] : _noticed)
