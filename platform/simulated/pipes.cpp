@@ -144,6 +144,12 @@ bool Pipes::tryRead(NativeHandle pipe, void* to, std::uint32_t count, PipeRead& 
     return true;
 }
 
+bool Pipes::canRead(NativeHandle pipe) noexcept {
+    const SpinScope scope(_lock);
+    const Pipe* const opened = find(pipe);
+    return opened == nullptr || opened->isClosed || !opened->fed.empty();
+}
+
 bool Pipes::write(NativeHandle pipe, const void* from, std::uint32_t count) noexcept {
     checkDefined(from, count);
     const SpinScope scope(_lock);

@@ -44,6 +44,8 @@ public:
     void setMessageMode(NativeHandle pipe) noexcept;
     [[nodiscard]] bool tryRead(NativeHandle pipe, void* to, std::uint32_t count,
                                PipeRead& result) noexcept;
+    // Whether a read would end at once.
+    [[nodiscard]] bool canRead(NativeHandle pipe) noexcept;
     [[nodiscard]] bool write(NativeHandle pipe, const void* from, std::uint32_t count) noexcept;
     void countWaiting(int change) noexcept;
 

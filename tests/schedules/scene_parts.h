@@ -1,0 +1,144 @@
+#pragma once
+
+#include "arbor/i_message.h"
+#include "arbor/simple_message.h"
+#include "platform/simulated/world.h"
+#include "platform/thread.h"
+#include "tern/abstract_event_generator.h"
+#include "tern/abstract_listener.h"
+#include "tern/channel_settings.h"
+#include "tern/class_ids.h"
+#include "tern/instance_manager.h"
+#include "tern/velo_record.h"
+#include "tests/support/exploring/exploration.h"
+
+#include <cstring>
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+// What the scenes of broker, generators and shutdown are put together from.
+namespace scene {
+
+inline constexpr wchar_t kPipe[] = L"channel";
+inline constexpr int kForcedSwitches = 3;
+
+// A monitor's framework with the real instance manager, the channel set to an existing pipe.
+class Framework {
+public:
+    Framework() {
+        platform::simulated::world().pipes.create(kPipe);
+        auto& settings = tern::channelSettings();
+        std::wmemcpy(settings.inputPipe.data(), kPipe, std::size(kPipe));
+        settings.printerId = 0;
+        _manager = tern::NewInstanceManager("", 0, nullptr);
+    }
+    ~Framework() { tern::TERN_DeleteInstanceManager(_manager); }
+    Framework(const Framework&) = delete;
+    Framework& operator=(const Framework&) = delete;
+
+    tern::IInstanceManager& manager() { return *_manager; }
+    tern::EventBroker& broker() { return *_manager->getEventBroker(); }
+    void stop() { broker().stop(&tern::kVeloListenerId, 0); }
+    void run() { exploring::require(_manager->run() == 0, "run() returns 0"); }
+
+    // The parameters that the instance manager gives to a generator.
+    [[nodiscard]] arbor::PropertyHolder& parameters() {
+        _parameters.setPointer(L"threadControl", static_cast<arbor::IListener*>(&broker()));
+        return _parameters;
+    }
+    // Adds a component of the test; returns it, now the broker's.
+    template <typename Component>
+    Component* add(std::unique_ptr<Component> component) {
+        exploring::require(broker().addComponent(component.get()), "the broker takes a component");
+        return component.release();
+    }
+
+private:
+    tern::IInstanceManager* _manager;  // owned
+    arbor::PropertyHolder _parameters;
+};
+
+// Hears everything on the main thread, where no lock may be held meanwhile.
+class Listener : public tern::AbstractListener {
+public:
+    using Action = std::function<void(arbor::IMessage&)>;
+    explicit Listener(Action action) : _action(std::move(action)) {}
+
+    [[nodiscard]] const arbor::Guid* getClassId() const override { return &tern::kVeloListenerId; }
+    bool notify(arbor::IMessage* message) override {
+        exploring::require(exploring::locksHeld() == 0, "no lock is held while a listener runs");
+        _action(*message);
+        return false;
+    }
+
+private:
+    Action _action;
+};
+
+// Posts messages with the codes that it is given, then ends.
+class Producer : public tern::AbstractEventGenerator {
+public:
+    Producer(Framework& framework, std::vector<std::uint32_t> codes)
+        : AbstractEventGenerator(framework.parameters(), &framework.manager()),
+          _codes(std::move(codes)) {}
+    ~Producer() override { endThreadUse(); }
+
+    [[nodiscard]] const arbor::Guid* getClassId() const override {
+        return &tern::kTimerEventGeneratorId;
+    }
+    std::uint32_t run() override {
+        for (const std::uint32_t code : _codes)
+            owner()->getEventBroker()->post(getClassId(), code, 0, nullptr);
+        return 0;
+    }
+
+private:
+    std::vector<std::uint32_t> _codes;
+};
+
+// A thread of the scene's own, outside of the framework. The scene waits for it at its end.
+class OutsideThread {
+public:
+    explicit OutsideThread(std::function<void()> body) : _body(std::move(body)) {
+        _thread = platform::startThread(&OutsideThread::procedure, this, _id);
+    }
+    ~OutsideThread() {
+        platform::waitForThread(_thread, 0xFFFFFFFF);
+        platform::closeThread(_thread);
+    }
+    OutsideThread(const OutsideThread&) = delete;
+    OutsideThread& operator=(const OutsideThread&) = delete;
+
+private:
+    static std::uint32_t procedure(void* self) {
+        static_cast<OutsideThread*>(self)->_body();
+        return 0;
+    }
+
+    std::function<void()> _body;
+    platform::NativeHandle _thread = nullptr;
+    std::uint32_t _id = 0;
+};
+
+// Puts a device status record into the channel: one write for header and body.
+inline void feedStatus(unsigned char status) {
+    tern::VeloHeader header;
+    header.magic = tern::kVeloMagic;
+    header.recordClass = static_cast<std::uint32_t>(tern::RecordClass::Status);
+    header.subcode = tern::kDeviceStatus;
+    header.bodyBytes = sizeof(std::uint32_t);
+    const tern::VeloHeaderBytes bytes = tern::encodedHeader(header);
+    std::string record(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    record += static_cast<char>(status);
+    record.append(3, '\0');
+    platform::simulated::world().pipes.feed(kPipe, record);
+}
+
+inline void closeChannel() {
+    platform::simulated::world().pipes.close(kPipe);
+}
+
+}  // namespace scene
