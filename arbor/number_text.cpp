@@ -1,7 +1,7 @@
 #include "arbor/number_text.h"
 
-#include <array>
 #include <charconv>
+#include <iterator>
 #include <limits>
 
 namespace arbor {
@@ -80,9 +80,9 @@ bool parseSigned(const Char* text, std::int32_t& value) noexcept {
 
 template <typename Number, typename... Format>
 std::string textOf(Number value, Format... format) {
-    std::array<char, 32> buffer;
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, format...);
-    return {buffer.data(), end.ptr};
+    char buffer[32];
+    const auto end = std::to_chars(std::begin(buffer), std::end(buffer), value, format...);
+    return {std::begin(buffer), end.ptr};
 }
 
 }  // namespace

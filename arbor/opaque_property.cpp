@@ -1,16 +1,15 @@
 #include "arbor/opaque_property.h"
 
 #include <cstring>
-#include <limits>
 #include <new>
+#include <utility>
 
 namespace arbor {
 
 namespace {
 
 void* copyOf(const void* data, std::uint64_t bytes) noexcept {
-    if (data == nullptr || bytes == 0 || bytes > std::numeric_limits<std::size_t>::max())
-        return nullptr;
+    if (data == nullptr || bytes == 0 || !std::in_range<std::size_t>(bytes)) return nullptr;
     void* copy = ::operator new(static_cast<std::size_t>(bytes), std::nothrow);
     if (copy != nullptr) std::memcpy(copy, data, static_cast<std::size_t>(bytes));
     return copy;

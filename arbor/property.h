@@ -42,7 +42,7 @@ public:
     // Creators. The caller owns the result; null when the property cannot be allocated. Where only
     // the copy of the text cannot be, the property comes with a null text, which reads as empty.
     [[nodiscard]] static IProperty* createPointer(void* pointer) noexcept;
-    [[nodiscard]] static IProperty* createInt(std::int32_t value) noexcept;
+    [[nodiscard]] static IProperty* createInt(std::int32_t number) noexcept;
     [[nodiscard]] static IProperty* createString(const char* text, std::size_t bytes) noexcept;
     [[nodiscard]] static IProperty* createWString(const wchar_t* text, std::size_t units) noexcept;
     [[nodiscard]] static IProperty* createOpaque(const void* data, std::uint64_t bytes) noexcept;

@@ -84,6 +84,7 @@ private:
         if (_elements != inside()) std::allocator<T>{}.deallocate(_elements, _capacity);
     }
 
+    // NOLINTNEXTLINE(bugprone-sizeof-expression): the elements may be pointers
     alignas(T) std::byte _inside[Inline * sizeof(T)];
     T* _elements = inside();
     std::size_t _size = 0;

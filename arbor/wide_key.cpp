@@ -5,7 +5,7 @@
 namespace arbor {
 
 WideKey::WideKey(const char* key) {
-    _text = _short.data();
+    _text = _short;
     for (std::size_t index = 0; index < kShortUnits; ++index) {
         const auto byte = static_cast<unsigned char>(key[index]);
         if (byte > 0x7F) break;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <string>
 
@@ -19,7 +18,7 @@ private:
     static constexpr std::size_t kConversionLimit =
         32768;  // units of a converted key, terminator included
 
-    std::array<wchar_t, kShortUnits> _short;
+    wchar_t _short[kShortUnits];
     std::wstring _long;
     const wchar_t* _text = nullptr;
 };

@@ -116,7 +116,8 @@ std::string validationAddress(const CartridgeIdentity& identity) {
     address += kQuery;
     for (const AddressField& row : kAddressFields) {
         address += row.key;
-        address += (identity.*row.field).c_str();  // a zero byte would end the whole address
+        const std::string& value = identity.*row.field;
+        address.append(value, 0, value.find('\0'));  // a zero byte would end the whole address
     }
     if (address.size() > kAddressBytes) address.resize(kAddressBytes);
     return address;

@@ -1,7 +1,7 @@
 #pragma once
 
 #if defined(__GNUC__)
-#if defined(__MINGW32__)
+#if defined(__MINGW32__) && !defined(__clang__)
 #define PLATFORM_PRINTF_LIKE(text, first) __attribute__((format(gnu_printf, text, first)))
 #else
 #define PLATFORM_PRINTF_LIKE(text, first) __attribute__((format(printf, text, first)))

@@ -63,7 +63,7 @@ private:
     };
 
     void openPipe();
-    void readRecords();
+    [[noreturn]] void readRecords();  // ends by an exception
     void addJobFields(std::uint32_t subcode, arbor::IPropertyHolder& properties);
     void addOemBlock(arbor::IPropertyHolder& properties);
     void addStatusFields(std::uint32_t subcode, arbor::IPropertyHolder& properties);

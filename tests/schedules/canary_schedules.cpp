@@ -48,7 +48,7 @@ void lostUpdate() {
 }
 
 void waitsForEver() {
-    for (bool isOver = false; !isOver;)
+    while (true)
         platform::sleepFor(1);
 }
 

@@ -19,6 +19,7 @@ File openFile(const std::wstring& path, DWORD access, DWORD creation) {
     const HANDLE file =
         ::CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                       nullptr, creation, FILE_ATTRIBUTE_NORMAL, nullptr);
+    // cppcheck-suppress resourceLeak ; File closes it
     return File(file == INVALID_HANDLE_VALUE ? nullptr : file);
 }
 

@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <thread>
 
 extern "C" void __sanitizer_set_death_callback(void (*callback)()) __attribute__((weak));
 
@@ -48,8 +49,8 @@ void Scheduler::play(const std::string& name, Schedule& schedule,
     _nowMs = 0;
     _points = 0;
     _isEnding = false;
-    _workers.push_back(std::make_unique<Worker>(1));
-    _current = _workers.front().get();
+    _used = 0;
+    _current = take();
 
     scene();
 
@@ -58,12 +59,9 @@ void Scheduler::play(const std::string& name, Schedule& schedule,
         return std::all_of(_workers.begin() + 1, _workers.end(),
                            [](const auto& worker) { return worker->hasEnded; });
     });
-    for (const auto& worker : _workers) {
-        if (worker->carrier.joinable()) worker->carrier.join();
-    }
+    _current->hasEnded = true;
     _schedule = nullptr;
     _current = nullptr;
-    _workers.clear();
 }
 
 void Scheduler::printRoad() noexcept {
@@ -114,24 +112,37 @@ bool Scheduler::isWaitedFor(const void* what) const {
                        [what](const auto& worker) { return worker->waitsFor == what; });
 }
 
-Worker* Scheduler::start(std::function<std::uint32_t()> body) {
-    if (!isPlaying()) fail("a thread was started outside of a scene");
-    const auto number = static_cast<std::uint32_t>(_workers.size() + 1);
-    _workers.push_back(std::make_unique<Worker>(number));
-    Worker* const worker = _workers.back().get();
-    worker->carrier = std::thread([this, worker, procedure = std::move(body)] {
-        waitForTurn(*worker);
-        worker->exitCode = procedure();
-        endCurrent();
-    });
+Worker* Scheduler::take() {
+    if (_used == _workers.size()) {
+        _workers.push_back(std::make_unique<Worker>(static_cast<std::uint32_t>(_used + 1)));
+    }
+    Worker* const worker = _workers[_used++].get();
+    worker->hasEnded = false;
+    worker->locksHeld = 0;
     return worker;
 }
 
-void Scheduler::endCurrent() {
-    if (_current->locksHeld != 0) fail("a thread ended with a lock in its hand");
-    _current->hasEnded = true;
-    _current = next();
-    sem_post(&_current->turn);
+Worker* Scheduler::start(std::function<std::uint32_t()> body) {
+    if (!isPlaying()) fail("a thread was started outside of a scene");
+    Worker* const worker = take();
+    worker->body = std::move(body);
+    if (!worker->hasCarrier) {
+        worker->hasCarrier = true;
+        std::thread([this, worker] { carry(*worker); }).detach();
+    }
+    return worker;
+}
+
+void Scheduler::carry(Worker& worker) {
+    while (true) {
+        waitForTurn(worker);
+        worker.exitCode = worker.body();
+        worker.body = nullptr;
+        if (worker.locksHeld != 0) fail("a thread ended with a lock in its hand");
+        worker.hasEnded = true;
+        _current = next();
+        sem_post(&_current->turn);
+    }
 }
 
 void Scheduler::handOver() {

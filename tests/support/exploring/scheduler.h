@@ -7,12 +7,12 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace exploring {
 
-// A thread of the scene. Number 1 is the thread that plays it.
+// A thread of the scene. Number 1 is the thread that plays it; the others are carried by threads
+// that serve one scene after the other, since making one costs more than a whole scene.
 struct Worker {
     explicit Worker(std::uint32_t itsNumber) : number(itsNumber) { sem_init(&turn, 0, 0); }
     ~Worker() { sem_destroy(&turn); }
@@ -21,8 +21,9 @@ struct Worker {
 
     const std::uint32_t number;
     sem_t turn;  // posted when this thread is chosen
-    std::thread carrier;
-    bool hasEnded = false;
+    std::function<std::uint32_t()> body;
+    bool hasCarrier = false;
+    bool hasEnded = true;
     std::uint32_t exitCode = 0;
     int locksHeld = 0;
 
@@ -82,12 +83,14 @@ private:
     [[nodiscard]] Worker* next();
     void moveTimeOn();
     void handOver();
-    void endCurrent();
+    Worker* take();
+    void carry(Worker& worker);
     [[nodiscard]] std::string waits() const;
 
     std::string _name;
-    Schedule* _schedule = nullptr;  // not owned; null: no scene is played
-    std::vector<std::unique_ptr<Worker>> _workers;
+    Schedule* _schedule = nullptr;                  // not owned; null: no scene is played
+    std::vector<std::unique_ptr<Worker>> _workers;  // of this scene and of those before it
+    std::size_t _used = 0;                          // of _workers, by this scene
     Worker* _current = nullptr;
     std::uint64_t _nowMs = 0;
     int _points = 0;
