@@ -6,7 +6,9 @@ dir=$1
 mkdir -p "$(dirname "$dir")"
 exec 9>"$dir.lock"
 flock 9
-[ -f "$dir/.complete" ] && exit 0
+# A prefix that another version of this script has made is made anew.
+made_by=$(cksum <"$0")
+[ "$(cat "$dir/.complete" 2>/dev/null)" = "$made_by" ] && exit 0
 rm -rf "$dir"
 
 export WINEPREFIX="$dir" WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
@@ -45,9 +47,13 @@ REGEDIT4
 "FontSmoothingOrientation"=dword:00000001
 R
 wine regedit /S "Z:$WINEPREFIX/settings.reg" </dev/null >/dev/null 2>&1 9>&-
-wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink' \
-  /v "DejaVu Sans Condensed" /t REG_MULTI_SZ /d 'NotoSansCJK-Regular.ttc,Noto Sans CJK SC' /f \
-  </dev/null >/dev/null 2>&1 9>&-
+# Chinese letters come from another font, which must be named for every face that a text may use.
+for face in "DejaVu Sans" "DejaVu Sans Bold" "DejaVu Sans Condensed" "DejaVu Sans Condensed Bold" \
+    "Liberation Sans" "Liberation Sans Bold" "Liberation Serif" "Liberation Serif Bold"; do
+    wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontLink\SystemLink' \
+        /v "$face" /t REG_MULTI_SZ /d 'NotoSansCJK-Regular.ttc,Noto Sans CJK SC' /f \
+        </dev/null >/dev/null 2>&1 9>&-
+done
 wineserver -k || :
 wineserver -w
-touch "$dir/.complete"
+echo "$made_by" >"$dir/.complete"
