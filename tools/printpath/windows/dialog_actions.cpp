@@ -12,6 +12,9 @@ namespace printpath {
 
 namespace {
 
+constexpr int kRaiseTries = 40;
+constexpr DWORD kRaiseTryMs = 50;
+
 int controlOf(const Step& step) {
     return static_cast<int>(step["control"].number);
 }
@@ -83,11 +86,18 @@ RECT screenArea() {
     return {0, 0, ::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN)};
 }
 
+// A picture shows the dialog as the user sees it who works with it: active, if the system lets it.
+void bringToFront(HWND dialog) {
+    ::SetForegroundWindow(dialog);
+    for (int tries = 0; tries < kRaiseTries && ::GetForegroundWindow() != dialog; ++tries)
+        ::Sleep(kRaiseTryMs);
+}
+
 void screenshot(Stage& stage, const Step& step) {
     RECT area = screenArea();
     if (step["area"].text != "screen") {
         if (!::IsWindow(stage.dialog)) throw Failure("there is no dialog to take a picture of");
-        ::SetForegroundWindow(stage.dialog);
+        bringToFront(stage.dialog);
         RECT window{};
         ::GetWindowRect(stage.dialog, &window);
         ::IntersectRect(&area, &area, &window);
