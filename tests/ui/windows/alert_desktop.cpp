@@ -69,6 +69,21 @@ std::unique_ptr<DefaultStatusDialog> openAlert(int type, int status, tern::Event
     return alert;
 }
 
+MirroredDesktop::MirroredDesktop() {
+    constexpr wchar_t kClass[] = L"Progman";
+    WNDCLASSW description{};
+    description.lpfnWndProc = ::DefWindowProcW;
+    description.hInstance = ::GetModuleHandleW(nullptr);
+    description.lpszClassName = kClass;
+    ::RegisterClassW(&description);
+    _desktop = ::CreateWindowExW(WS_EX_LAYOUTRTL | WS_EX_TOOLWINDOW, kClass, L"", WS_POPUP, 0, 0, 1,
+                                 1, nullptr, nullptr, description.hInstance, nullptr);
+}
+
+MirroredDesktop::~MirroredDesktop() {
+    ::DestroyWindow(_desktop);
+}
+
 void pump() {
     MSG message;
     while (::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE)) {

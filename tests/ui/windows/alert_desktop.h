@@ -30,6 +30,18 @@ void describe(arbor::IPropertyHolder& description, int type, int status,
     int type, int status, tern::EventBroker* broker = nullptr,
     const wchar_t* printerName = kPrinterName);
 
+// A desktop that runs from right to left, as long as this lives.
+class MirroredDesktop {
+public:
+    MirroredDesktop();
+    ~MirroredDesktop();
+    MirroredDesktop(const MirroredDesktop&) = delete;
+    MirroredDesktop& operator=(const MirroredDesktop&) = delete;
+
+private:
+    HWND _desktop;
+};
+
 // Serves the messages that are waiting, as the program's loop does.
 void pump();
 void pumpFor(int milliseconds);

@@ -3,10 +3,12 @@
 // For looking only; what is shown is checked by the tests beside this file.
 
 #include "tests/ui/windows/alert_desktop.h"
+#include "ui/localized_text.h"
 #include "ui/validation_dialog.h"
 
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,6 +16,7 @@ namespace {
 
 constexpr int kTypes = 33;
 constexpr int kMillisecondsToPaint = 150;
+constexpr unsigned kCheckTitle = 1064, kDetailsTitle = 1066, kLearnMore = 1051;
 
 void save(const std::wstring& folder, const std::wstring& name, HWND window) {
     alert_desktop::pumpFor(kMillisecondsToPaint);
@@ -26,11 +29,23 @@ void showType(const std::wstring& folder, int type) {
     save(folder, std::to_wstring(type), alert->window());
 }
 
+std::wstring detailsFolder;
+
+void CALLBACK pictureDetails(HWND, UINT, UINT_PTR timer, DWORD) {
+    ::KillTimer(nullptr, timer);
+    const HWND details = ::FindWindowW(nullptr, alert_desktop::text(kDetailsTitle).c_str());
+    alert_desktop::savePicture(details, detailsFolder + L"/details.bmp");
+    ::PostMessageW(details, WM_COMMAND, IDOK, 0);
+}
+
 void showCheck(const std::wstring& folder) {
     showValidationDialog(::GetModuleHandleW(nullptr), alert_desktop::strings(), L"Beamline K7400");
-    const HWND check = ::FindWindowW(nullptr, alert_desktop::text(1064).c_str());
+    const HWND check = ::FindWindowW(nullptr, alert_desktop::text(kCheckTitle).c_str());
     save(folder, L"check", check);
-    ::PostMessageW(::GetDlgItem(check, 1051), WM_LBUTTONDOWN, 0, 0);
+    // The details are modal: their picture is taken while their own loop runs.
+    detailsFolder = folder;
+    ::SetTimer(nullptr, 0, kMillisecondsToPaint, pictureDetails);
+    ::SendMessageW(check, WM_COMMAND, kLearnMore, 0);
     ::DestroyWindow(check);
 }
 
@@ -45,6 +60,8 @@ int wmain(int argumentCount, wchar_t** arguments) {
         for (int type = 0; type < kTypes; ++type)
             types.push_back(type);
     }
+    std::optional<alert_desktop::MirroredDesktop> mirrored;
+    if (isRightToLeftUI()) mirrored.emplace();
     for (const int type : types)
         showType(arguments[1], type);
     showCheck(arguments[1]);
