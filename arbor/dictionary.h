@@ -1,5 +1,6 @@
 #pragma once
 
+#include "arbor/key_text.h"
 #include "arbor/small_vector.h"
 
 #include <algorithm>
@@ -10,18 +11,20 @@
 namespace arbor {
 
 // A map with two keys to each value: the full key of the caller and a symbol that the dictionary
-// issues. Values are not owned. Holds a handful of entries, so both maps are one small sorted
-// array.
+// issues. Values are not owned. Nearly always it holds a handful of entries: these stand in one
+// array inside the object and are looked at one by one. A dictionary that outgrows the array is
+// sorted by full key from then on.
 template <typename Key, typename Value, typename Symbol, Symbol MaxSymbol, Symbol MinSymbol>
 class dictionary {
+    using Char = typename Key::value_type;
+
 public:
-    using KeyView = std::basic_string_view<typename Key::value_type>;
+    using KeyView = std::basic_string_view<Char>;
     static constexpr Symbol kNoSymbol = 0;
 
-    // An entry taken out of the dictionary: putting it back under its key allocates nothing.
+    // What an entry held that was taken out of the dictionary.
     struct Taken {
         bool found = false;
-        Key key;
         Value value{};
     };
 
@@ -82,63 +85,75 @@ public:
     // The symbol of the new entry; the symbol of the old one, and nothing stored, when the key is
     // present; kNoSymbol, and nothing stored, when no symbol is left. bad_alloc changes nothing.
     Symbol insert(KeyView key, Value value) {
-        const std::size_t place = lowerBound(key);
-        if (isAt(place, key)) return _entries[place].symbol;
-        return insertAt(place, Key(key), value);
+        const Entry* entry = entryOf(key);
+        return entry != nullptr ? entry->symbol : add(key, value);
     }
 
-    // Puts a value under the key of an entry that was just taken out, with a new symbol: kNoSymbol
-    // when none is left. Allocates nothing.
-    Symbol putBack(Taken&& taken, Value value) noexcept {
-        const std::size_t place = lowerBound(taken.key);
-        return insertAt(place, std::move(taken.key), value);
+    // Takes out what stands under the key, into `old`, and inserts the value with a new symbol.
+    // kNoSymbol, and nothing under the key, when no symbol is left. Where the key is present this
+    // needs no memory; bad_alloc changes nothing.
+    Symbol replace(KeyView key, Value value, Taken& old) {
+        Entry* entry = entryOf(key);
+        if (entry == nullptr) return add(key, value);
+        old = Taken{true, entry->value};
+        entry->symbol = kNoSymbol;  // free from now on, and so open to be issued again
+        entry->value = value;
+        entry->symbol = allocateSymbol();
+        if (entry->symbol != kNoSymbol) return entry->symbol;
+        remove(entry);
+        return kNoSymbol;
     }
 
     // Puts another value under a symbol; returns the old value. The symbol must be in use.
     Value exchange(Symbol symbol, Value value) noexcept {
-        return std::exchange(const_cast<Entry*>(entryOf(symbol))->value, value);
+        return std::exchange(entryOf(symbol)->value, value);
     }
 
     // Removes the entry; the value is not destroyed.
-    Taken take(KeyView key) noexcept {
-        const Entry* entry = entryOf(key);
-        return entry != nullptr ? takeAt(static_cast<std::size_t>(entry - _entries.begin()))
-                                : Taken{};
-    }
-    Taken take(Symbol symbol) noexcept {
-        const Entry* entry = entryOf(symbol);
-        return entry != nullptr ? takeAt(static_cast<std::size_t>(entry - _entries.begin()))
-                                : Taken{};
-    }
+    Taken take(KeyView key) noexcept { return takeOut(entryOf(key)); }
+    Taken take(Symbol symbol) noexcept { return takeOut(entryOf(symbol)); }
 
     bool erase(KeyView key) noexcept { return take(key).found; }
 
-    // Calls `visit(key, symbol, value)` for every entry in the order of the keys.
+    // Calls `visit(key, symbol, value)` for every entry in the order of the keys; `key` is a view.
     template <typename Visit>
     void forEach(Visit visit) const {
+        const Entry* last = nullptr;
+        for (std::size_t visited = 0; visited < _entries.size(); ++visited) {
+            last = isSorted() ? &_entries[visited] : nextAfter(last);
+            visit(last->key.view(), last->symbol, last->value);
+        }
+    }
+
+    // Calls `visit(value)` for every entry in no order: for whoever is about to clear().
+    template <typename Visit>
+    void forEachValue(Visit visit) const {
         for (const Entry& entry : _entries)
-            visit(entry.key, entry.symbol, entry.value);
+            visit(entry.value);
     }
 
     void clear() noexcept { _entries.clear(); }
 
 private:
     struct Entry {
-        Key key;
+        KeyText<Char> key;
         Symbol symbol;
         Value value;
     };
     static constexpr std::size_t kInlineEntries = 5;  // an ordinary message carries no more
 
+    [[nodiscard]] bool isSorted() const noexcept { return _entries.isOutside(); }
+
     [[nodiscard]] const Entry* entryOf(KeyView key) const noexcept {
-        if (_entries.size() <= kInlineEntries) {
-            for (const Entry& entry : _entries) {
-                if (entry.key.size() == key.size() && KeyView(entry.key) == key) return &entry;
-            }
-            return nullptr;
+        if (isSorted()) {
+            const std::size_t place = lowerBound(key);
+            const bool found = place < _entries.size() && _entries[place].key.is(key);
+            return found ? &_entries[place] : nullptr;
         }
-        const std::size_t place = lowerBound(key);
-        return isAt(place, key) ? &_entries[place] : nullptr;
+        for (const Entry& entry : _entries) {
+            if (entry.key.is(key)) return &entry;
+        }
+        return nullptr;
     }
 
     [[nodiscard]] const Entry* entryOf(Symbol symbol) const noexcept {
@@ -148,32 +163,55 @@ private:
         return nullptr;
     }
 
+    template <typename AnyKey>
+    [[nodiscard]] Entry* entryOf(AnyKey key) noexcept {
+        return const_cast<Entry*>(std::as_const(*this).entryOf(key));
+    }
+
     [[nodiscard]] std::size_t lowerBound(KeyView key) const noexcept {
         const Entry* place = std::lower_bound(
             _entries.begin(), _entries.end(), key,
-            [](const Entry& entry, KeyView wanted) { return KeyView(entry.key) < wanted; });
+            [](const Entry& entry, KeyView wanted) { return entry.key.view() < wanted; });
         return static_cast<std::size_t>(place - _entries.begin());
     }
 
-    [[nodiscard]] bool isAt(std::size_t place, KeyView key) const noexcept {
-        return place < _entries.size() && KeyView(_entries[place].key) == key;
+    // The entry with the smallest key above that of `last`, or of all; there must be one.
+    [[nodiscard]] const Entry* nextAfter(const Entry* last) const noexcept {
+        const Entry* next = nullptr;
+        for (const Entry& entry : _entries) {
+            if (last != nullptr && entry.key.view() <= last->key.view()) continue;
+            if (next == nullptr || entry.key.view() < next->key.view()) next = &entry;
+        }
+        return next;
     }
 
-    Symbol insertAt(std::size_t place, Key&& key, Value value) {
-        _entries.reserveOneMore();
-        const Symbol symbol = allocateSymbol();
-        if (symbol != kNoSymbol) _entries.insert(place, Entry{std::move(key), symbol, value});
+    // The key must be absent. Whatever may throw comes before the symbol is issued.
+    Symbol add(KeyView key, Value value) {
+        Entry entry{KeyText<Char>(key), kNoSymbol, value};
+        if (_entries.reserveOneMore()) {
+            std::sort(_entries.begin(), _entries.end(), [](const Entry& left, const Entry& right) {
+                return left.key.view() < right.key.view();
+            });
+        }
+        entry.symbol = allocateSymbol();
+        if (entry.symbol == kNoSymbol) return kNoSymbol;
+        const Symbol symbol = entry.symbol;
+        _entries.insert(isSorted() ? lowerBound(key) : _entries.size(), std::move(entry));
         return symbol;
     }
 
-    Taken takeAt(std::size_t index) noexcept {
-        Entry& entry = _entries[index];
-        Taken taken{true, std::move(entry.key), entry.value};
-        _entries.erase(index);
+    Taken takeOut(Entry* entry) noexcept {
+        if (entry == nullptr) return {};
+        const Taken taken{true, entry->value};
+        remove(entry);
         return taken;
     }
 
-    SmallVector<Entry, kInlineEntries> _entries;  // sorted by key
+    void remove(Entry* entry) noexcept {
+        _entries.erase(static_cast<std::size_t>(entry - _entries.begin()));
+    }
+
+    SmallVector<Entry, kInlineEntries> _entries;
     Symbol _lowestSymbol = MaxSymbol;
     Symbol _highestSymbol = MinSymbol;
 };

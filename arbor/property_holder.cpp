@@ -12,7 +12,7 @@ namespace arbor {
 
 PropertyHolder::~PropertyHolder() {
     const ScopedLock lock(*this);
-    _entries.forEach([](const std::wstring&, int, IProperty* property) { delete property; });
+    _entries.forEachValue([](IProperty* property) { delete property; });
     _entries.clear();
 }
 
@@ -58,12 +58,11 @@ bool PropertyHolder::adoptProperty(const wchar_t* key, IProperty* property) try 
     std::unique_ptr<IProperty> replaced;  // declared before the lock: destroyed after it
     const ScopedLock lock(*this);
 
-    // The old key goes back in with a new symbol, so replacing needs no memory and cannot lose
-    // both.
-    Entries::Taken old = _entries.take(name);
-    if (!old.found) return _entries.insert(name, property) != Entries::kNoSymbol;
+    // Replacing needs no memory, so it cannot lose both.
+    Entries::Taken old;
+    const int symbol = _entries.replace(name, property, old);
     replaced.reset(old.value);
-    return _entries.putBack(std::move(old), property) != Entries::kNoSymbol;
+    return symbol != Entries::kNoSymbol;
 } catch (const std::bad_alloc&) {
     return false;
 }

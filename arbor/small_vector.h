@@ -33,9 +33,16 @@ public:
     [[nodiscard]] T& operator[](std::size_t index) noexcept { return _elements[index]; }
     [[nodiscard]] const T& operator[](std::size_t index) const noexcept { return _elements[index]; }
 
-    // Makes sure that the next append or insert needs no memory.
-    void reserveOneMore() {
-        if (_size == _capacity) grow(_capacity * 2);
+    // Whether the elements have outgrown the object.
+    [[nodiscard]] bool isOutside() const noexcept { return _capacity != Inline; }
+
+    // Makes sure that the next append or insert needs no memory. True when the elements have just
+    // moved out of the object.
+    bool reserveOneMore() {
+        if (_size < _capacity) return false;
+        const bool wasOutside = isOutside();
+        grow(_capacity * 2);
+        return !wasOutside;
     }
 
     void append(T element) {

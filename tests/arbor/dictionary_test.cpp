@@ -149,7 +149,10 @@ TEST(DictionaryTest, EntriesAreVisitedInOrderOfTheirKeys) {
         words.insert(name, &one);
 
     std::wstring order;
-    words.forEach([&](const std::wstring& name, int, int*) { order += name + L"|"; });
+    words.forEach([&](Words::KeyView name, int, int*) {
+        order += name;
+        order += L"|";
+    });
 
     EXPECT_EQ(order, L"|B|a|ab|b|c|");
 }
@@ -179,14 +182,85 @@ TEST(DictionaryTest, ExchangeKeepsKeyAndSymbol) {
     EXPECT_EQ(words.symbolOf(L"a"), symbol);
 }
 
-TEST(DictionaryTest, TakenEntryGoesBackUnderItsKeyWithANewSymbol) {
+TEST(DictionaryTest, FewEntriesAreVisitedInOrderOfTheirKeysToo) {
+    Words words;
+    for (const wchar_t* name : {L"b", L"a", L"c"})
+        words.insert(name, &one);
+
+    std::wstring order;
+    words.forEach([&](Words::KeyView name, int, int*) { order += name; });
+
+    EXPECT_EQ(order, L"abc");
+}
+
+TEST(DictionaryTest, ReplacedKeyGetsANewSymbolAndGivesItsOldValueOut) {
     Words words;
     words.insert(L"a", &one);
 
-    Words::Taken taken = words.take(L"a");
-    ASSERT_TRUE(taken.found);
-    EXPECT_EQ(taken.value, &one);
+    Words::Taken old;
+    EXPECT_EQ(words.replace(L"a", &two, old), 3);
 
-    EXPECT_EQ(words.putBack(std::move(taken), &two), 3);
+    EXPECT_TRUE(old.found);
+    EXPECT_EQ(old.value, &one);
     EXPECT_EQ(words.get(L"a"), &two);
+    EXPECT_EQ(words.size(), 1U);
+}
+
+TEST(DictionaryTest, ReplacingAnAbsentKeyInsertsIt) {
+    Words words;
+
+    Words::Taken old;
+    EXPECT_EQ(words.replace(L"a", &one, old), 2);
+
+    EXPECT_FALSE(old.found);
+    EXPECT_EQ(words.get(L"a"), &one);
+}
+
+TEST(DictionaryTest, ReplacedKeyGetsItsOwnSymbolBackWhenThatIsTheOnlyGap) {
+    FewSymbols words;
+    for (int number = 0; number < 5; ++number)
+        words.insert(key(number), &one);
+
+    FewSymbols::Taken old;
+    EXPECT_EQ(words.replace(key(1), &two, old), 3);
+}
+
+TEST(DictionaryTest, ReplacedKeyIsGoneWhenNoSymbolIsLeft) {
+    FewSymbols words;
+    for (int number = 0; number < 5; ++number)
+        words.insert(key(number), &one);
+
+    FewSymbols::Taken old;
+    EXPECT_EQ(words.replace(key(3), &two, old),
+              FewSymbols::kNoSymbol);  // 5, the largest, is no gap
+
+    EXPECT_EQ(old.value, &one);
+    EXPECT_FALSE(words.contains(key(3)));
+}
+
+TEST(DictionaryTest, KeysOfAnyLengthAreKeptApart) {
+    Words words;
+    const std::wstring sixteen(16, L'x');
+    const std::wstring seventeen(17, L'x');
+    const std::wstring endsOtherwise = sixteen + L'y';
+    words.insert(sixteen, &one);
+    words.insert(seventeen, &two);
+
+    EXPECT_EQ(words.get(sixteen), &one);
+    EXPECT_EQ(words.get(seventeen), &two);
+    EXPECT_FALSE(words.contains(endsOtherwise));
+}
+
+TEST(DictionaryTest, LongKeysSurviveTheRemovalOfTheirNeighbours) {
+    Words words;
+    const auto longKey = [](int number) { return std::wstring(20, L'x') + key(number); };
+    for (int number = 0; number < 12; ++number)
+        words.insert(longKey(number), number % 2 == 0 ? &one : &two);
+
+    for (int number = 0; number < 12; number += 2)
+        EXPECT_TRUE(words.erase(longKey(number)));
+
+    for (int number = 1; number < 12; number += 2)
+        EXPECT_EQ(words.get(longKey(number)), &two);
+    EXPECT_EQ(words.size(), 6U);
 }
