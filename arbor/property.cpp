@@ -2,7 +2,7 @@
 
 #include "arbor/custom_property.h"
 #include "arbor/number_text.h"
-#include "arbor/shared_text.h"
+#include "arbor/text_property.h"
 #include "platform/text.h"
 
 #include <limits>
@@ -52,8 +52,7 @@ std::string& Property::OpaqueStringFunctor::operator()(std::uint32_t type, std::
 }
 
 Property::~Property() {
-    if (_type == PT_STRING) releaseText(_value.text);
-    if (_type == PT_WSTRING) releaseText(_value.wideText);
+    if (_type == PT_STRING || _type == PT_WSTRING) TextProperty::release(_value.pointer);
 }
 
 void* Property::getData() const {
@@ -196,16 +195,15 @@ IProperty* Property::createInt(std::int32_t number) noexcept {
     return new (std::nothrow) Property(PT_INT, value);
 }
 
+// Where there is no memory for the text, there may be some for a property without it.
 IProperty* Property::createString(const char* text, std::size_t bytes) noexcept {
-    auto* property = new (std::nothrow) Property(PT_STRING, Value{0});
-    if (property != nullptr) property->_value.text = copyText(text, bytes);
-    return property;
+    IProperty* property = TextProperty::make(text, bytes);
+    return property != nullptr ? property : new (std::nothrow) Property(PT_STRING, Value{0});
 }
 
 IProperty* Property::createWString(const wchar_t* text, std::size_t units) noexcept {
-    auto* property = new (std::nothrow) Property(PT_WSTRING, Value{0});
-    if (property != nullptr) property->_value.wideText = copyText(text, units);
-    return property;
+    IProperty* property = TextProperty::make(text, units);
+    return property != nullptr ? property : new (std::nothrow) Property(PT_WSTRING, Value{0});
 }
 
 IProperty* Property::createOpaque(const void* data, std::uint64_t bytes) noexcept {
@@ -225,7 +223,8 @@ IProperty* Property::clone(const IProperty& source) noexcept {
     Value value{0};
     value.pointer = source.getData();
     auto* property = new (std::nothrow) Property(type, value);
-    if (property != nullptr && (type == PT_STRING || type == PT_WSTRING)) shareText(value.pointer);
+    if (property != nullptr && (type == PT_STRING || type == PT_WSTRING))
+        TextProperty::share(value.pointer);
     return property;
 }
 

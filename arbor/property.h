@@ -51,7 +51,7 @@ public:
     [[nodiscard]] static IProperty* clone(const IProperty& source) noexcept;
 
 protected:
-    // One word. Texts come from copyText, see arbor/shared_text.h.
+    // One word. A text is one that TextProperty::make copied.
     union Value {
         std::uint64_t word;
         const char* text;

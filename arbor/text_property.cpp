@@ -1,0 +1,78 @@
+#include "arbor/text_property.h"
+
+#include <atomic>
+#include <cstring>
+#include <limits>
+#include <new>
+
+namespace arbor {
+
+namespace {
+
+// Stands behind the property and directly in front of the characters.
+struct Holders {
+    std::atomic<std::uint64_t> count;
+};
+
+constexpr std::size_t kTextOffset = sizeof(TextProperty) + sizeof(Holders);
+static_assert(sizeof(TextProperty) % alignof(Holders) == 0);
+
+Holders* holdersOf(const void* text) noexcept {
+    return static_cast<Holders*>(const_cast<void*>(text)) - 1;
+}
+
+}  // namespace
+
+TextProperty::TextProperty(std::uint32_t type, const void* text) noexcept
+    : Property(type, Value{0}) {
+    _value.pointer = const_cast<void*>(text);
+}
+
+TextProperty::~TextProperty() {
+    _value.pointer = nullptr;  // operator delete gives the text up, the base must not
+}
+
+template <typename Char>
+TextProperty* TextProperty::copied(std::uint32_t type, const Char* text,
+                                   std::size_t units) noexcept {
+    constexpr std::size_t kMost =
+        (std::numeric_limits<std::size_t>::max() - kTextOffset) / sizeof(Char) - 1;
+    if (units > kMost) return nullptr;
+
+    void* block = ::operator new(kTextOffset + (units + 1) * sizeof(Char), std::nothrow);
+    if (block == nullptr) return nullptr;
+
+    void* behind = static_cast<std::byte*>(block) + sizeof(TextProperty);
+    auto* characters = reinterpret_cast<Char*>(::new (behind) Holders{1} + 1);
+    std::memcpy(characters, text, units * sizeof(Char));
+    characters[units] = Char{};
+    return new (block) TextProperty(type, characters);
+}
+
+TextProperty* TextProperty::make(const char* text, std::size_t bytes) noexcept {
+    return copied(PT_STRING, text, bytes);
+}
+TextProperty* TextProperty::make(const wchar_t* text, std::size_t units) noexcept {
+    return copied(PT_WSTRING, text, units);
+}
+
+void TextProperty::share(const void* text) noexcept {
+    if (text != nullptr) holdersOf(text)->count.fetch_add(1, std::memory_order_relaxed);
+}
+
+void TextProperty::release(const void* text) noexcept {
+    if (text == nullptr) return;
+    Holders* holders = holdersOf(text);
+    // Whoever holds alone shares with nobody who could change the count.
+    if (holders->count.load(std::memory_order_acquire) != 1 &&
+        holders->count.fetch_sub(1, std::memory_order_acq_rel) != 1) {
+        return;
+    }
+    ::operator delete(reinterpret_cast<std::byte*>(holders) - sizeof(TextProperty));
+}
+
+void TextProperty::operator delete(void* property) noexcept {
+    release(static_cast<std::byte*>(property) + kTextOffset);
+}
+
+}  // namespace arbor
