@@ -54,6 +54,7 @@ public:
 
     [[nodiscard]] std::size_t size() const noexcept { return _entries.size(); }
     [[nodiscard]] bool contains(KeyView key) const noexcept { return entryOf(key) != nullptr; }
+    [[nodiscard]] bool contains(const Char* key) const noexcept { return entryOf(key) != nullptr; }
     [[nodiscard]] bool contains(Symbol symbol) const noexcept { return entryOf(symbol) != nullptr; }
 
     // The value, or std::logic_error for an absent key.
@@ -77,7 +78,8 @@ public:
     }
 
     // kNoSymbol for an absent key.
-    [[nodiscard]] Symbol symbolOf(KeyView key) const noexcept {
+    template <typename AnyKey>
+    [[nodiscard]] Symbol symbolOf(AnyKey key) const noexcept {
         const Entry* entry = entryOf(key);
         return entry != nullptr ? entry->symbol : kNoSymbol;
     }
@@ -92,9 +94,9 @@ public:
     // Takes out what stands under the key, into `old`, and inserts the value with a new symbol.
     // kNoSymbol, and nothing under the key, when no symbol is left. Where the key is present this
     // needs no memory; bad_alloc changes nothing.
-    Symbol replace(KeyView key, Value value, Taken& old) {
+    Symbol replace(const Char* key, Value value, Taken& old) {
         Entry* entry = entryOf(key);
-        if (entry == nullptr) return add(key, value);
+        if (entry == nullptr) return add(KeyView(key), value);
         old = Taken{true, entry->value};
         entry->symbol = kNoSymbol;  // free from now on, and so open to be issued again
         entry->value = value;
@@ -111,6 +113,7 @@ public:
 
     // Removes the entry; the value is not destroyed.
     Taken take(KeyView key) noexcept { return takeOut(entryOf(key)); }
+    Taken take(const Char* key) noexcept { return takeOut(entryOf(key)); }
     Taken take(Symbol symbol) noexcept { return takeOut(entryOf(symbol)); }
 
     bool erase(KeyView key) noexcept { return take(key).found; }
@@ -136,8 +139,10 @@ public:
 
 private:
     struct Entry {
+        Entry(KeyView itsKey, Value itsValue) : key(itsKey), value(itsValue) {}
+
         KeyText<Char> key;
-        Symbol symbol;
+        Symbol symbol = kNoSymbol;
         Value value;
     };
     static constexpr std::size_t kInlineEntries = 5;  // an ordinary message carries no more
@@ -150,6 +155,19 @@ private:
             const bool found = place < _entries.size() && _entries[place].key.is(key);
             return found ? &_entries[place] : nullptr;
         }
+        return oneOfFew(key);
+    }
+
+    // For a terminated key, which is measured only when an entry begins with the same unit.
+    [[nodiscard]] const Entry* entryOf(const Char* key) const noexcept {
+        if (isSorted()) return entryOf(KeyView(key));
+        for (const Entry& entry : _entries) {
+            if (entry.key.first() == *key) return oneOfFew(KeyView(key));
+        }
+        return nullptr;
+    }
+
+    [[nodiscard]] const Entry* oneOfFew(KeyView key) const noexcept {
         for (const Entry& entry : _entries) {
             if (entry.key.is(key)) return &entry;
         }
@@ -187,16 +205,20 @@ private:
 
     // The key must be absent. Whatever may throw comes before the symbol is issued.
     Symbol add(KeyView key, Value value) {
-        Entry entry{KeyText<Char>(key), kNoSymbol, value};
         if (_entries.reserveOneMore()) {
             std::sort(_entries.begin(), _entries.end(), [](const Entry& left, const Entry& right) {
                 return left.key.view() < right.key.view();
             });
         }
-        entry.symbol = allocateSymbol();
-        if (entry.symbol == kNoSymbol) return kNoSymbol;
-        const Symbol symbol = entry.symbol;
-        _entries.insert(isSorted() ? lowerBound(key) : _entries.size(), std::move(entry));
+        const std::size_t place = isSorted() ? lowerBound(key) : _entries.size();
+        Entry& entry = _entries.emplaceBack(key, value);
+        const Symbol symbol = allocateSymbol();
+        entry.symbol = symbol;
+        if (symbol != kNoSymbol) {
+            _entries.moveLastTo(place);
+        } else {
+            remove(&entry);
+        }
         return symbol;
     }
 

@@ -19,9 +19,11 @@ public:
     static constexpr std::size_t kInsideUnits = 16;
 
     // May throw std::bad_alloc.
-    explicit KeyText(View text) : _units(text.size()) {
-        if (_units > kInsideUnits) _outside = new Char[_units];
-        if (_units > 0) std::memcpy(begin(), text.data(), _units * sizeof(Char));
+    explicit KeyText(View text)
+        : _units(text.size()), _first(text.empty() ? Char{} : text.front()) {
+        Char* own = _inside;
+        if (_units > kInsideUnits) own = _outside = new Char[_units];
+        if (_units > 0) std::memcpy(own, text.data(), _units * sizeof(Char));
     }
     KeyText(KeyText&& other) noexcept { takeFrom(other); }
     KeyText& operator=(KeyText&& other) noexcept {
@@ -35,23 +37,23 @@ public:
     KeyText& operator=(const KeyText&) = delete;
     ~KeyText() { release(); }
 
-    [[nodiscard]] View view() const noexcept {
-        return View(_units > kInsideUnits ? _outside : _inside, _units);
-    }
+    [[nodiscard]] View view() const noexcept { return View(data(), _units); }
 
-    // The units settle most comparisons, the first of them nearly all that are left.
     [[nodiscard]] bool is(View text) const noexcept {
-        if (_units != text.size()) return false;
-        if (_units == 0) return true;
-        const Char* own = view().data();
-        return own[0] == text[0] && std::memcmp(own, text.data(), _units * sizeof(Char)) == 0;
+        return _units == text.size() &&
+               (_units == 0 || std::memcmp(data(), text.data(), _units * sizeof(Char)) == 0);
     }
+    // Settles nearly every comparison; the terminator when the key is empty.
+    [[nodiscard]] Char first() const noexcept { return _first; }
 
 private:
-    [[nodiscard]] Char* begin() noexcept { return _units > kInsideUnits ? _outside : _inside; }
+    [[nodiscard]] const Char* data() const noexcept {
+        return _units > kInsideUnits ? _outside : _inside;
+    }
 
     void takeFrom(KeyText& other) noexcept {
         _units = other._units;
+        _first = other._first;
         if (_units > kInsideUnits) {
             _outside = other._outside;
         } else {
@@ -65,6 +67,7 @@ private:
     }
 
     std::size_t _units = 0;
+    Char _first{};
     union {
         Char _inside[kInsideUnits];
         Char* _outside;  // owned

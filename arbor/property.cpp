@@ -86,6 +86,7 @@ std::string& Property::toString(std::string& out, StringFunctor& fallback) const
 }
 
 std::string Property::toString() const {
+    if (_type == PT_STRING) return _value.text != nullptr ? _value.text : "";
     std::string out;
     OpaqueStringFunctor fallback;
     return std::move(toString(out, fallback));

@@ -17,20 +17,20 @@ PropertyHolder::~PropertyHolder() {
 }
 
 IProperty* PropertyHolder::getProperty(const wchar_t* key) const {
-    IProperty* property = _entries.get(Entries::KeyView(key), nullptr);
+    IProperty* property = find(key);
     return property != nullptr ? property : &NullProperty::instance();
 }
 
 bool PropertyHolder::hasProperty(const wchar_t* key) const {
-    return _entries.contains(Entries::KeyView(key));
+    return _entries.contains(key);
 }
 
 bool PropertyHolder::setPointer(const wchar_t* key, void* pointer) {
-    return store(key, Property::createPointer(pointer));
+    return store(key, _slots.makePointer(pointer));
 }
 
 bool PropertyHolder::setInt(const wchar_t* key, std::int32_t value) {
-    return store(key, Property::createInt(value));
+    return store(key, _slots.makeInt(value));
 }
 
 bool PropertyHolder::setOpaque(const wchar_t* key, const void* data, std::uint64_t bytes) {
@@ -46,21 +46,19 @@ bool PropertyHolder::setString(const wchar_t* key, const char* text) {
 }
 
 bool PropertyHolder::store(const wchar_t* key, IProperty* property) {
-    std::unique_ptr<IProperty> owned(property);
-    if (!PropertyHolder::adoptProperty(key, property)) return false;
-    static_cast<void>(owned.release());
-    return true;
+    if (PropertyHolder::adoptProperty(key, property)) return true;
+    delete property;
+    return false;
 }
 
 bool PropertyHolder::adoptProperty(const wchar_t* key, IProperty* property) try {
     if (property == nullptr) return false;
-    const Entries::KeyView name(key);
     std::unique_ptr<IProperty> replaced;  // declared before the lock: destroyed after it
     const ScopedLock lock(*this);
 
     // Replacing needs no memory, so it cannot lose both.
     Entries::Taken old;
-    const int symbol = _entries.replace(name, property, old);
+    const int symbol = _entries.replace(key, property, old);
     replaced.reset(old.value);
     return symbol != Entries::kNoSymbol;
 } catch (const std::bad_alloc&) {
@@ -90,19 +88,20 @@ bool PropertyHolder::setProperty(const wchar_t* key, const IProperty* property) 
 bool PropertyHolder::removeProperty(const wchar_t* key) {
     std::unique_ptr<IProperty> removed;  // declared before the lock: destroyed after it
     const ScopedLock lock(*this);
-    const Entries::Taken taken = _entries.take(Entries::KeyView(key));
+    const Entries::Taken taken = _entries.take(key);
     removed.reset(taken.value);
     return taken.found;
 }
 
 std::int32_t PropertyHolder::getInt(const wchar_t* key, std::int32_t defaultValue) const {
-    const IProperty* property = getProperty(key);
-    return property->isNull() ? defaultValue : property->toInt();
+    const IProperty* property = find(key);
+    return property == nullptr || property->isNull() ? defaultValue : property->toInt();
 }
 
 void* PropertyHolder::getOpaque(const wchar_t* key, std::uint64_t* bytes,
                                 void* defaultValue) const {
-    const IProperty* property = getProperty(key);
+    const IProperty* property = find(key);
+    if (property == nullptr) return defaultValue;
     if (property->isOpaque()) *bytes = property->getSize();
     return property->getType() == PT_OPAQUE ? property->getData() : defaultValue;
 }
@@ -113,8 +112,9 @@ void* PropertyHolder::getPointer(const wchar_t* key, void* defaultValue) const {
 }
 
 std::string PropertyHolder::getString(const wchar_t* key, const char* defaultValue) const {
-    const IProperty* property = getProperty(key);
-    return property->isNull() ? std::string(defaultValue) : property->toString();
+    const IProperty* property = find(key);
+    if (property == nullptr || property->isNull()) return defaultValue;
+    return property->toString();
 }
 
 }  // namespace arbor

@@ -2,6 +2,7 @@
 
 #include "arbor/abstract_property_holder.h"
 #include "arbor/dictionary.h"
+#include "arbor/property_slots.h"
 #include "arbor/synchronized.h"
 
 #include <limits>
@@ -52,9 +53,14 @@ public:
 protected:
     using Entries = dictionary<std::wstring, IProperty*, int, std::numeric_limits<int>::max(), 1>;
 
+    // Null for an absent key.
+    [[nodiscard]] IProperty* find(const wchar_t* key) const noexcept {
+        return _entries.get(key, nullptr);
+    }
     // Stores a new property or lets it go; the tail of every typed setter.
     bool store(const wchar_t* key, IProperty* property);
 
+    PropertySlots _slots;
     Entries _entries;  // owns its values; guarded for writing by the lock
 };
 

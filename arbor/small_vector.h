@@ -45,18 +45,20 @@ public:
         return !wasOutside;
     }
 
-    void append(T element) {
+    void append(T element) { emplaceBack(std::move(element)); }
+
+    template <typename... Arguments>
+    T& emplaceBack(Arguments&&... arguments) {
         reserveOneMore();
-        new (_elements + _size) T(std::move(element));
+        T* element = ::new (_elements + _size) T(std::forward<Arguments>(arguments)...);
         ++_size;
+        return *element;
     }
 
-    // Puts the element before the one at `index`, which may be size().
-    void insert(std::size_t index, T element) {
-        append(std::move(element));
-        for (std::size_t last = _size - 1; last > index; --last) {
+    // Puts the last element before the one at `index`.
+    void moveLastTo(std::size_t index) noexcept {
+        for (std::size_t last = _size - 1; last > index; --last)
             std::swap(_elements[last], _elements[last - 1]);
-        }
     }
 
     void erase(std::size_t index) noexcept {

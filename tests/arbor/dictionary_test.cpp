@@ -222,7 +222,7 @@ TEST(DictionaryTest, ReplacedKeyGetsItsOwnSymbolBackWhenThatIsTheOnlyGap) {
         words.insert(key(number), &one);
 
     FewSymbols::Taken old;
-    EXPECT_EQ(words.replace(key(1), &two, old), 3);
+    EXPECT_EQ(words.replace(key(1).c_str(), &two, old), 3);
 }
 
 TEST(DictionaryTest, ReplacedKeyIsGoneWhenNoSymbolIsLeft) {
@@ -231,7 +231,7 @@ TEST(DictionaryTest, ReplacedKeyIsGoneWhenNoSymbolIsLeft) {
         words.insert(key(number), &one);
 
     FewSymbols::Taken old;
-    EXPECT_EQ(words.replace(key(3), &two, old),
+    EXPECT_EQ(words.replace(key(3).c_str(), &two, old),
               FewSymbols::kNoSymbol);  // 5, the largest, is no gap
 
     EXPECT_EQ(old.value, &one);

@@ -1,0 +1,41 @@
+#include "arbor/property_slots.h"
+
+#include <new>
+
+namespace arbor {
+
+// A number in a slot, which it stands at the beginning of.
+class PropertySlots::Slotted final : public Property {
+public:
+    Slotted(std::int32_t value) noexcept : Property(PT_INT, Value{0}) { _value.integer = value; }
+    Slotted(void* pointer) noexcept : Property(PT_OPAQUE, Value{0}) { _value.pointer = pointer; }
+    ~Slotted() override = default;
+
+    static void* operator new(std::size_t, Slot* slot) noexcept { return slot; }
+    static void operator delete(void*, Slot*) noexcept {}
+    static void operator delete(void* slot) noexcept {
+        static_cast<Slot*>(slot)->isTaken.store(false, std::memory_order_release);
+    }
+};
+
+PropertySlots::Slot* PropertySlots::takeSlot() noexcept {
+    static_assert(sizeof(Slotted) == sizeof(Property) && offsetof(Slot, object) == 0);
+    for (Slot& slot : _slots) {
+        // Looked at before it is taken: an exchange locks the bus.
+        if (slot.isTaken.load(std::memory_order_relaxed)) continue;
+        if (!slot.isTaken.exchange(true, std::memory_order_acquire)) return &slot;
+    }
+    return nullptr;
+}
+
+IProperty* PropertySlots::makeInt(std::int32_t value) noexcept {
+    Slot* slot = takeSlot();
+    return slot != nullptr ? new (slot) Slotted(value) : Property::createInt(value);
+}
+
+IProperty* PropertySlots::makePointer(void* pointer) noexcept {
+    Slot* slot = takeSlot();
+    return slot != nullptr ? new (slot) Slotted(pointer) : Property::createPointer(pointer);
+}
+
+}  // namespace arbor

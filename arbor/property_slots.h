@@ -1,0 +1,39 @@
+#pragma once
+
+#include "arbor/property.h"
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+
+namespace arbor {
+
+// Room for the first few numbers of a bag, inside the bag: most entries are numbers, and each would
+// cost an allocation. A property from here is destroyed by delete like any other, which frees its
+// slot; it must go before the slots do. Any thread may make and destroy.
+class PropertySlots {
+public:
+    PropertySlots() noexcept = default;
+    PropertySlots(const PropertySlots&) = delete;
+    PropertySlots& operator=(const PropertySlots&) = delete;
+
+    // The caller owns the result. When all slots are taken it comes from the heap, null without
+    // memory.
+    [[nodiscard]] IProperty* makeInt(std::int32_t value) noexcept;
+    [[nodiscard]] IProperty* makePointer(void* pointer) noexcept;
+
+private:
+    static constexpr std::size_t kSlots = 4;
+
+    class Slotted;
+    struct Slot {
+        alignas(Property) std::byte object[sizeof(Property)];
+        std::atomic<bool> isTaken{false};
+    };
+
+    [[nodiscard]] Slot* takeSlot() noexcept;
+
+    std::array<Slot, kSlots> _slots;
+};
+
+}  // namespace arbor
