@@ -122,6 +122,7 @@ void* VeloEventGenerator::readInput(void* destination, std::uint32_t count) {
 }
 
 void VeloEventGenerator::discardInput(std::uint32_t count) {
+    if (count == 0) return;
     const platform::NativeHandle pipe = _input->pipe;
     std::array<unsigned char, kScratchBytes> scratch;
     for (std::uint32_t missing = count; missing > 0;) {

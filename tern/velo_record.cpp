@@ -26,16 +26,6 @@ void putNumber(unsigned char* bytes, std::uint32_t value) noexcept {
 
 }  // namespace
 
-std::uint32_t numberAt(const unsigned char* bytes) noexcept {
-    return static_cast<std::uint32_t>(bytes[0]) | static_cast<std::uint32_t>(bytes[1]) << 8 |
-           static_cast<std::uint32_t>(bytes[2]) << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
-}
-
-VeloHeader decodedHeader(const VeloHeaderBytes& bytes) noexcept {
-    const unsigned char* at = bytes.data();
-    return {numberAt(at), numberAt(at + 4), numberAt(at + 8), numberAt(at + 12), numberAt(at + 16)};
-}
-
 VeloHeaderBytes encodedHeader(const VeloHeader& header) noexcept {
     VeloHeaderBytes bytes;
     putNumber(bytes.data(), header.magic);
@@ -57,27 +47,23 @@ char* VeloBody::readText() noexcept {
 }
 
 std::wstring VeloBody::readWText() {
-    std::size_t units = 0;
-    const auto unitAt = [this](std::size_t index) {
-        const unsigned char* bytes = _cursor + index * kWideUnitBytes;
-        return static_cast<wchar_t>(bytes[0] | bytes[1] << 8);
+    const auto isZero = [this](std::size_t unit) {
+        return (_cursor[unit * kWideUnitBytes] | _cursor[unit * kWideUnitBytes + 1]) == 0;
     };
-    for (; hasInput((units + 1) * kWideUnitBytes); ++units) {
-        if (unitAt(units) != 0) continue;
-        std::wstring text(units, L'\0');
-        for (std::size_t index = 0; index < units; ++index)
-            text[index] = unitAt(index);
-        _cursor += (units + 1) * kWideUnitBytes;
-        return text;
-    }
-    return {};
-}
+    const std::size_t most = static_cast<std::size_t>(_end - _cursor) / kWideUnitBytes;
+    std::size_t units = 0;
+    while (units < most && !isZero(units))
+        ++units;
+    if (units == most) return {};
 
-std::uint32_t VeloBody::readNumber(std::uint32_t defaultValue) noexcept {
-    if (!hasInput(kNumberBytes)) return defaultValue;
-    const std::uint32_t value = numberAt(_cursor);
-    _cursor += kNumberBytes;
-    return value;
+    std::wstring text(units, L'\0');
+    const unsigned char* at = _cursor;
+    for (wchar_t& letter : text) {
+        letter = static_cast<wchar_t>(at[0] | at[1] << 8);
+        at += kWideUnitBytes;
+    }
+    _cursor += (units + 1) * kWideUnitBytes;
+    return text;
 }
 
 char* findValueIn(char* text, const char* key) noexcept {

@@ -45,11 +45,17 @@ struct VeloHeader {
 
 using VeloHeaderBytes = std::array<unsigned char, kVeloHeaderBytes>;
 
-[[nodiscard]] VeloHeader decodedHeader(const VeloHeaderBytes& bytes) noexcept;
-[[nodiscard]] VeloHeaderBytes encodedHeader(const VeloHeader& header) noexcept;
-
 // Little-endian number at `bytes`, which must have 4.
-[[nodiscard]] std::uint32_t numberAt(const unsigned char* bytes) noexcept;
+[[nodiscard]] inline std::uint32_t numberAt(const unsigned char* bytes) noexcept {
+    return static_cast<std::uint32_t>(bytes[0]) | static_cast<std::uint32_t>(bytes[1]) << 8 |
+           static_cast<std::uint32_t>(bytes[2]) << 16 | static_cast<std::uint32_t>(bytes[3]) << 24;
+}
+
+[[nodiscard]] inline VeloHeader decodedHeader(const VeloHeaderBytes& bytes) noexcept {
+    const unsigned char* at = bytes.data();
+    return {numberAt(at), numberAt(at + 4), numberAt(at + 8), numberAt(at + 12), numberAt(at + 16)};
+}
+[[nodiscard]] VeloHeaderBytes encodedHeader(const VeloHeader& header) noexcept;
 
 // Reads fields from a body, in order, without gaps or alignment. Never reads past its end: a field
 // that is not all there reads as its default and leaves the cursor where it was.
@@ -68,9 +74,16 @@ public:
     [[nodiscard]] char* readText() noexcept;
     // UTF-16 text up to its zero unit; empty when that is missing.
     [[nodiscard]] std::wstring readWText();
-    [[nodiscard]] std::uint32_t readNumber(std::uint32_t defaultValue) noexcept;
+    [[nodiscard]] std::uint32_t readNumber(std::uint32_t defaultValue) noexcept {
+        if (!hasInput(kNumberBytes)) return defaultValue;
+        const std::uint32_t value = numberAt(_cursor);
+        _cursor += kNumberBytes;
+        return value;
+    }
 
 private:
+    static constexpr std::size_t kNumberBytes = 4;
+
     unsigned char* _cursor = nullptr;
     unsigned char* _end = nullptr;
 };
