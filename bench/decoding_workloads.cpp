@@ -135,15 +135,24 @@ void feedPipe(long times) {
     platform::simulated::world().pipes.close(kPipe);
 }
 
-template <typename Generator, typename... Arguments>
-std::uint64_t decodedBy(Arguments... arguments) {
+template <typename Generator, typename Run, typename... Arguments>
+std::uint64_t decodedBy(Run run, Arguments... arguments) {
     SinkBroker broker;
     SilentManager manager(&broker);
     arbor::PropertyHolder parameters;
     Generator generator(arguments..., parameters, &manager);
-    generator.start();  // a read of the pipe belongs on the generator's own thread
-    generator.wait(platform::kNoTimeout);
+    run(generator);
     return broker.sink.sum();
+}
+
+void runHere(tern::VeloEventGenerator& generator) {
+    generator.run();
+}
+
+// A read of the pipe belongs on the generator's own thread.
+void runOnItsThread(tern::VeloEventGenerator& generator) {
+    generator.start();
+    generator.wait(platform::kNoTimeout);
 }
 
 template <typename Read>
@@ -158,7 +167,7 @@ std::uint64_t decodedPlainly(Read read) {
 
 std::uint64_t memoryDecodingFramework(long times) {
     openChannel();
-    return decodedBy<MemoryGenerator>(times);
+    return decodedBy<MemoryGenerator>(&runHere, times);
 }
 
 std::uint64_t memoryDecodingReference(long times) {
@@ -170,7 +179,7 @@ std::uint64_t memoryDecodingReference(long times) {
 
 std::uint64_t pipeDecodingFramework(long times) {
     feedPipe(times);
-    return decodedBy<tern::VeloEventGenerator>();
+    return decodedBy<tern::VeloEventGenerator>(&runOnItsThread);
 }
 
 std::uint64_t pipeDecodingReference(long times) {
