@@ -128,7 +128,7 @@ public:
         }
     }
 
-    // Calls `visit(value)` for every entry in no order: for whoever is about to clear().
+    // Calls `visit(value)` for every entry, in no order.
     template <typename Visit>
     void forEachValue(Visit visit) const {
         for (const Entry& entry : _entries)
@@ -150,21 +150,23 @@ private:
     [[nodiscard]] bool isSorted() const noexcept { return _entries.isOutside(); }
 
     [[nodiscard]] const Entry* entryOf(KeyView key) const noexcept {
-        if (isSorted()) {
-            const std::size_t place = lowerBound(key);
-            const bool found = place < _entries.size() && _entries[place].key.is(key);
-            return found ? &_entries[place] : nullptr;
-        }
-        return oneOfFew(key);
+        return isSorted() ? oneOfMany(key) : oneOfFew(key);
     }
 
     // For a terminated key, which is measured only when an entry begins with the same unit.
     [[nodiscard]] const Entry* entryOf(const Char* key) const noexcept {
-        if (isSorted()) return entryOf(KeyView(key));
+        if (isSorted()) [[unlikely]]
+            return oneOfMany(KeyView(key));
         for (const Entry& entry : _entries) {
             if (entry.key.first() == *key) return oneOfFew(KeyView(key));
         }
         return nullptr;
+    }
+
+    [[nodiscard]] const Entry* oneOfMany(KeyView key) const noexcept {
+        const std::size_t place = lowerBound(key);
+        const bool found = place < _entries.size() && _entries[place].key.is(key);
+        return found ? &_entries[place] : nullptr;
     }
 
     [[nodiscard]] const Entry* oneOfFew(KeyView key) const noexcept {
@@ -205,13 +207,26 @@ private:
 
     // The key must be absent. Whatever may throw comes before the symbol is issued.
     Symbol add(KeyView key, Value value) {
+        if (_entries.size() >= kInlineEntries || isSorted()) [[unlikely]] {
+            return addToMany(key, value);
+        }
+        Entry& entry = _entries.emplaceReserved(key, value);
+        const Symbol symbol = allocateSymbol();
+        entry.symbol = symbol;
+        if (symbol == kNoSymbol) [[unlikely]]
+            remove(&entry);
+        return symbol;
+    }
+
+    // Apart, so that the common way stays short.
+    Symbol addToMany(KeyView key, Value value) {
         if (_entries.reserveOneMore()) {
             std::sort(_entries.begin(), _entries.end(), [](const Entry& left, const Entry& right) {
                 return left.key.view() < right.key.view();
             });
         }
-        const std::size_t place = isSorted() ? lowerBound(key) : _entries.size();
-        Entry& entry = _entries.emplaceBack(key, value);
+        const std::size_t place = lowerBound(key);
+        Entry& entry = _entries.emplaceReserved(key, value);
         const Symbol symbol = allocateSymbol();
         entry.symbol = symbol;
         if (symbol != kNoSymbol) {

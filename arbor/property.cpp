@@ -115,6 +115,7 @@ std::int32_t Property::toInt(Functor<int>& fallback) const {
 }
 
 std::int32_t Property::toInt() const {
+    if (_type == PT_INT) return _value.integer;
     Functor<int> zero;
     return toInt(zero);
 }

@@ -13,7 +13,6 @@ namespace arbor {
 PropertyHolder::~PropertyHolder() {
     const ScopedLock lock(*this);
     _entries.forEachValue([](IProperty* property) { delete property; });
-    _entries.clear();
 }
 
 IProperty* PropertyHolder::getProperty(const wchar_t* key) const {

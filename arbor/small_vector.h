@@ -45,11 +45,14 @@ public:
         return !wasOutside;
     }
 
-    void append(T element) { emplaceBack(std::move(element)); }
-
-    template <typename... Arguments>
-    T& emplaceBack(Arguments&&... arguments) {
+    void append(T element) {
         reserveOneMore();
+        emplaceReserved(std::move(element));
+    }
+
+    // Makes the last element, where reserveOneMore() has made room.
+    template <typename... Arguments>
+    T& emplaceReserved(Arguments&&... arguments) {
         T* element = ::new (_elements + _size) T(std::forward<Arguments>(arguments)...);
         ++_size;
         return *element;
