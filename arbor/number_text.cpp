@@ -1,6 +1,7 @@
 #include "arbor/number_text.h"
 
 #include <charconv>
+#include <cstdio>
 #include <iterator>
 #include <limits>
 
@@ -10,6 +11,7 @@ namespace {
 
 constexpr std::uint32_t kOverflow = std::numeric_limits<std::uint32_t>::max();
 constexpr int kSignificantDigits = 6;
+constexpr std::size_t kLongestGeneral = 32;  // a sign, the digits, a point, an exponent
 constexpr unsigned kNoDigit = 99;
 
 template <typename Char>
@@ -78,10 +80,10 @@ bool parseSigned(const Char* text, std::int32_t& value) noexcept {
     return true;
 }
 
-template <typename Number, typename... Format>
-std::string textOf(Number value, Format... format) {
+template <typename Number>
+std::string textOf(Number value) {
     char buffer[32];
-    const auto end = std::to_chars(std::begin(buffer), std::end(buffer), value, format...);
+    const auto end = std::to_chars(std::begin(buffer), std::end(buffer), value);
     return {std::begin(buffer), end.ptr};
 }
 
@@ -107,8 +109,13 @@ std::string decimalText(std::int32_t value) {
 std::string decimalText(std::uint64_t value) {
     return textOf(value);
 }
+
+// By way of printf: std::to_chars brings 190 KB of tables for floating-point numbers along, a third
+// of what the program may weigh.
 std::string generalText(double value) {
-    return textOf(value, std::chars_format::general, kSignificantDigits);
+    char text[kLongestGeneral];
+    const int written = std::snprintf(text, sizeof text, "%.*g", kSignificantDigits, value);
+    return std::string(text, static_cast<std::size_t>(written));
 }
 
 }  // namespace arbor
