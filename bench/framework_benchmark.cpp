@@ -22,6 +22,7 @@ void add(const bench::Workload& workload, bench::Side side, const char* whose) {
     auto* added = benchmark::RegisterBenchmark(
         (std::string(workload.name) + "/" + whose).c_str(),
         [&workload, side](benchmark::State& state) { measure(state, workload, side); });
+    added->MeasureProcessCPUTime();  // a generator works on a thread of its own
     if (workload.usesThreads) added->UseRealTime();
 }
 

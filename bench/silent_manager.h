@@ -9,13 +9,14 @@ namespace bench {
 // An instance manager without registry and windows; its idle turns do what the benchmark wants.
 class SilentManager : public tern::AbstractInstanceManager {
 public:
-    explicit SilentManager(tern::EventBroker* broker = nullptr) noexcept
-        : AbstractInstanceManager(nullptr, broker) {}
+    explicit SilentManager(tern::EventBroker* broker = nullptr) noexcept : _broker(broker) {}
 
+    tern::EventBroker* getEventBroker() override { return _broker; }
     void pumpsWith(std::function<void()> idle) { _idle = std::move(idle); }
     void pumpOnce() override { _idle(); }
 
 private:
+    tern::EventBroker* _broker;  // not owned
     std::function<void()> _idle;
 };
 
