@@ -28,7 +28,7 @@ inline void setChannel(const std::wstring& pipeName, std::uint32_t printerId) {
 // A name that no pipe of this process had before.
 inline std::wstring newPipeName() {
     static std::atomic<int> last{0};
-    return L"status channel " + std::to_wstring(++last);
+    return L"status-channel-" + std::to_wstring(++last);
 }
 
 // The input pipe with a print path at one end and a generator at the other.
