@@ -262,7 +262,7 @@ TEST_F(EventBrokerTest, RunAfterStopDeliversNothing) {
 TEST_F(EventBrokerTest, DeliveredMessageIsDestroyedBeforeTheNextIsTaken) {
     std::weak_ptr<IMessage> first;
     auto& listener = addListener([&](IMessage& message) {
-        if (message.getCode() == 2) EXPECT_TRUE(first.expired());
+        EXPECT_EQ(first.expired(), message.getCode() == 2);
         return false;
     });
     auto message = std::make_shared<SimpleMessage>(&kType, 1U, 0U);
