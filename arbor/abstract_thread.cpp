@@ -63,14 +63,22 @@ void AbstractThread::start() {
 
 std::uint32_t AbstractThread::threadProcedure(void* parameter) {
     const std::unique_ptr<Start> start(static_cast<Start*>(parameter));
-    Use& use = *start->use;
+    return runBody(*start->thread, *start->use);
+}
+
+std::uint32_t AbstractThread::runOnThisThread() {
+    const std::shared_ptr<Use> use = _use;
+    return runBody(*this, *use);
+}
+
+std::uint32_t AbstractThread::runBody(AbstractThread& thread, Use& use) {
     use.workerId = platform::currentThreadId();
     if (!use.enter()) return 0;
 
     std::uint32_t exitCode = 0;
     try {
-        exitCode = start->thread->run();
-        start->thread->notifyFinished();
+        exitCode = thread.run();
+        thread.notifyFinished();
     } catch (const ObjectGone&) {
         return exitCode;  // the body was outside when it learned this: there is nothing to leave
     } catch (...) {

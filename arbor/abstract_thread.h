@@ -78,10 +78,16 @@ protected:
     // class calls this first in its destructor, while its members still stand.
     void endThreadUse() noexcept;
 
+    // What the thread does, on the calling thread: where there is one to spare. Never beside the
+    // thread itself. Returns the result of the body.
+    std::uint32_t runOnThisThread();
+
 private:
     struct Start;
 
     static std::uint32_t threadProcedure(void* parameter);
+    // `thread` may be gone: it is touched only when `use` lets us in.
+    static std::uint32_t runBody(AbstractThread& thread, Use& use);
     void notifyWithCode(ThreadCode code);
 
     std::uint32_t _threadId = 0;

@@ -2,12 +2,15 @@
 
 #include "arbor/i_listener.h"
 
+#include <new>
+
 namespace tern {
 
 AbstractEventGenerator::AbstractEventGenerator(const arbor::IPropertyHolder& parameters,
                                                IInstanceManager* owner)
     : _owner(owner) {
-    setPointer(L"thread", static_cast<arbor::IThread*>(this));
+    // Without it the broker would refuse us, when our thread has already asked to be started.
+    if (!setPointer(L"thread", static_cast<arbor::IThread*>(this))) throw std::bad_alloc();
     addObserver(static_cast<arbor::IListener*>(parameters.getPointer(L"threadControl", nullptr)));
 }
 

@@ -1,9 +1,11 @@
 #include "tern/abstract_listener.h"
 
+#include <new>
+
 namespace tern {
 
 AbstractListener::AbstractListener() {
-    setPointer(L"listener", static_cast<arbor::IListener*>(this));
+    if (!setPointer(L"listener", static_cast<arbor::IListener*>(this))) throw std::bad_alloc();
 }
 
 bool AbstractListener::notify(arbor::IMessage*) {

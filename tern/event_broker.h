@@ -29,8 +29,9 @@ using MessageReference = std::shared_ptr<arbor::IMessage>;
 // stopped.
 class EventBroker : public arbor::IListener, public arbor::Mutex {
 public:
-    // `owner` is asked to pump window messages; not owned, outlives the broker.
-    explicit EventBroker(IInstanceManager* owner) noexcept : _owner(owner) {}
+    // `owner` is asked to pump window messages; not owned, outlives the broker. The queue needs
+    // memory from the start: std::bad_alloc.
+    explicit EventBroker(IInstanceManager* owner) : _owner(owner) {}
 
     // The slots below are fixed in number and order.
 

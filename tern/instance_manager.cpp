@@ -33,14 +33,17 @@ InstanceManager::InstanceManager(const arbor::IPropertyHolder&, const std::vecto
 
 void InstanceManager::registerMaker(const wchar_t* className, const arbor::Guid& guid,
                                     ComponentMaker maker) {
-    const auto store = [this](const wchar_t* key1, const wchar_t* key2, arbor::IProperty* made) {
-        std::unique_ptr<arbor::IProperty> property(made);
+    using Owned = std::unique_ptr<arbor::IProperty>;
+    const auto store = [this](const wchar_t* key1, const wchar_t* key2, Owned property) {
+        // A registry with a gap would be found out by whoever misses the class: fail at once.
+        if (property == nullptr || property->getData() == nullptr) throw std::bad_alloc();
         if (!_ownDatabase.set(key1, key2, property.get())) throw std::bad_alloc();
         static_cast<void>(property.release());
     };
-    store(className, L"GUID", arbor::Property::createOpaque(&guid, sizeof guid));
-    store(L"Makers", guidText(guid).c_str(),
-          arbor::Property::createPointer(reinterpret_cast<void*>(maker)));
+    const std::wstring makerKey = guidText(guid);
+    store(className, L"GUID", Owned(arbor::Property::createOpaque(&guid, sizeof guid)));
+    store(L"Makers", makerKey.c_str(),
+          Owned(arbor::Property::createPointer(reinterpret_cast<void*>(maker))));
 }
 
 void InstanceManager::pumpOnce() {
