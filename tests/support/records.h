@@ -30,8 +30,8 @@ inline std::string wideText(std::u16string_view units) {
 
 inline constexpr std::uint32_t kPrinter = 7;
 
-inline std::string header(std::uint32_t recordClass, std::uint32_t subcode,
-                          std::uint32_t bodyBytes, std::uint32_t printer = kPrinter) {
+inline std::string header(std::uint32_t recordClass, std::uint32_t subcode, std::uint32_t bodyBytes,
+                          std::uint32_t printer = kPrinter) {
     return "VELO" + number(recordClass) + number(subcode) + number(printer) + number(bodyBytes);
 }
 

@@ -5,8 +5,8 @@
 #include "tern/channel_settings.h"
 #include "tern/velo_event_generator.h"
 #include "tests/support/eventually.h"
-#include "tests/support/records.h"
 #include "tests/support/recording_broker.h"
+#include "tests/support/records.h"
 #include "tests/support/test_components.h"
 
 #include <algorithm>

@@ -8,8 +8,8 @@
 #include "system.h"
 #include "tern/class_ids.h"
 #include "tests/support/eventually.h"
-#include "tests/support/records.h"
 #include "tests/support/recording_broker.h"
+#include "tests/support/records.h"
 #include "tests/support/status_channel.h"
 #include "tests/support/test_components.h"
 
@@ -126,8 +126,8 @@ TEST(ListenerComponentsTest, DebugListenerAndBaseTakeNothing) {
     SimpleMessage simple(&kOtherType, 0xFFFFFFFF, 1);
     Message message(&kOtherType, 0, 0);
 
-    for (arbor::IMessage* each : {static_cast<arbor::IMessage*>(&simple),
-                                  static_cast<arbor::IMessage*>(&message)}) {
+    for (arbor::IMessage* each :
+         {static_cast<arbor::IMessage*>(&simple), static_cast<arbor::IMessage*>(&message)}) {
         EXPECT_FALSE(debug.notify(each));
         EXPECT_FALSE(bare.notify(each));
     }

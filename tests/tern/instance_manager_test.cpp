@@ -64,8 +64,7 @@ struct InstanceManagerTest : testing::Test {
         probe = Probe{};
         test::setChannel(L"", 0);
         arbor::IDatabase& database = *manager.getDatabase();
-        database.set(L"Probe", L"GUID",
-                     arbor::Property::createOpaque(&kProbeId, sizeof kProbeId));
+        database.set(L"Probe", L"GUID", arbor::Property::createOpaque(&kProbeId, sizeof kProbeId));
         database.set(L"Makers", tern::guidText(kProbeId).c_str(),
                      arbor::Property::createPointer(reinterpret_cast<void*>(&makeProbe)));
     }
@@ -90,8 +89,7 @@ TEST_F(InstanceManagerTest, ComponentClassesAreRegisteredByNameAndByGuidText) {
     const Row rows[] = {
         {"TimerEventGenerator", tern::kTimerEventGeneratorId,
          L"/Makers/{505cd427-e218-463b-ac41e737bd464c9}"},
-        {"DebugListener", tern::kDebugListenerId,
-         L"/Makers/{b0d2a23a-fe2d-4a03-aec5c3e2f9bea2e4}"},
+        {"DebugListener", tern::kDebugListenerId, L"/Makers/{b0d2a23a-fe2d-4a03-aec5c3e2f9bea2e4}"},
         {"VeloEventGenerator", tern::kVeloEventGeneratorId,
          L"/Makers/{4ad54a4f-7906-4c40-bb193b778a08d4c}"},
         {"VeloListener", tern::kVeloListenerId, L"/Makers/{5db8ad6d-4d3c-4f33-bd1dbafb50401e7b}"},
@@ -116,8 +114,7 @@ TEST_F(InstanceManagerTest, ArgumentsReachTheMakerAndTheChannelSettings) {
     EXPECT_TRUE(manager.createInstance("Probe", "inputPipe=abc printerid=7 x=1 flag"));
 
     EXPECT_EQ(probe.calls, 1);
-    EXPECT_EQ(probe.threadControl,
-              static_cast<arbor::IListener*>(manager.getEventBroker()));
+    EXPECT_EQ(probe.threadControl, static_cast<arbor::IListener*>(manager.getEventBroker()));
     EXPECT_EQ(probe.x, "1");
     EXPECT_EQ(probe.flag, "");
     EXPECT_FALSE(probe.hasInputPipe);
@@ -143,8 +140,7 @@ TEST_F(InstanceManagerTest, UnknownNameAnswersFalseAndCallsNoMaker) {
 
 TEST_F(InstanceManagerTest, NullGuidUnderAKnownNameAnswersFalse) {
     const Guid zero;
-    manager.getDatabase()->set(L"Zero", L"GUID",
-                               arbor::Property::createOpaque(&zero, sizeof zero));
+    manager.getDatabase()->set(L"Zero", L"GUID", arbor::Property::createOpaque(&zero, sizeof zero));
 
     EXPECT_FALSE(manager.createInstance("Zero", ""));
 }

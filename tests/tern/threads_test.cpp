@@ -110,7 +110,8 @@ public:
     }
 
 private:
-    static constexpr std::uint32_t kMostRecords = 20000;  // as many as a pipe without a reader holds
+    static constexpr std::uint32_t kMostRecords =
+        20000;  // as many as a pipe without a reader holds
 
     std::atomic<bool> _mayEnd{false};
     TestThread _thread;
@@ -121,8 +122,7 @@ void waitUntilBlocked() {
 #if defined(_WIN32)
     platform::sleepFor(20);  // the system does not tell; the test holds either way
 #else
-    ASSERT_TRUE(eventually(
-        [] { return platform::simulated::world().pipes.waitingReaders() > 0; }));
+    ASSERT_TRUE(eventually([] { return platform::simulated::world().pipes.waitingReaders() > 0; }));
 #endif
 }
 

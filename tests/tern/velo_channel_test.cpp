@@ -162,10 +162,12 @@ TEST_P(VeloChannelTest, NothingIsResynchronisedAfterAShiftedRecord) {
 
 TEST_P(VeloChannelTest, WriterThatGoesBetweenRecordsStopsTheBroker) {
     expectStatuses({kFive}, {5});
-    EXPECT_EQ(channel.generator->error.rfind("[VeloEventGenerator::readInput] ReadFile() failed hndl=0x", 0),
+    EXPECT_EQ(channel.generator->error.rfind(
+                  "[VeloEventGenerator::readInput] ReadFile() failed hndl=0x", 0),
               0U)
         << channel.generator->error;
-    EXPECT_NE(channel.generator->error.find(", gle=109"), std::string::npos) << channel.generator->error;
+    EXPECT_NE(channel.generator->error.find(", gle=109"), std::string::npos)
+        << channel.generator->error;
 }
 
 TEST_P(VeloChannelTest, WriterThatGoesWithoutAWordStopsTheBroker) {

@@ -25,9 +25,9 @@ using test::StatusChannel;
 namespace {
 
 // Every property that a record may set.
-constexpr const wchar_t* kKeys[] = {L"subcode",     L"portName",      L"printerName", L"jobID",
-                                    L"docName",     L"severity",      L"status",      L"oemMessages",
-                                    L"oembufferSize", L"blackSN",     L"mediaType"};
+constexpr const wchar_t* kKeys[] = {L"subcode",       L"portName", L"printerName", L"jobID",
+                                    L"docName",       L"severity", L"status",      L"oemMessages",
+                                    L"oembufferSize", L"blackSN",  L"mediaType"};
 
 std::set<std::wstring> keysOf(const IPropertyHolder& bag) {
     std::set<std::wstring> keys;

@@ -28,7 +28,7 @@ std::string mediaIn(const std::string& text) {
 }  // namespace
 
 TEST(VeloRecordTest, HeaderIsFiveLittleEndianNumbers) {
-    const VeloHeaderBytes bytes{'V', 'E', 'L', 'O', 1, 2, 3, 4,    5,    6,
+    const VeloHeaderBytes bytes{'V', 'E', 'L', 'O', 1,  2,  3,    4,    5,    6,
                                 7,   8,   9,   10,  11, 12, 0xFF, 0xFE, 0xFD, 0xFC};
 
     const VeloHeader header = decodedHeader(bytes);

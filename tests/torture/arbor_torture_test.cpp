@@ -1,0 +1,301 @@
+// Memory runs out at every place in turn: once, and from then on.
+#include "arbor/abstract_database.h"
+#include "arbor/custom_property.h"
+#include "arbor/message.h"
+#include "arbor/null_property.h"
+#include "arbor/property.h"
+#include "arbor/property_holder.h"
+#include "tests/support/allocation_torture.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <string>
+
+using arbor::AbstractDatabase;
+using arbor::IDatabase;
+using arbor::IProperty;
+using arbor::Property;
+using arbor::PropertyHolder;
+using torture::everyAllocation;
+using torture::Mode;
+
+namespace {
+
+constexpr char kLongText[] = "a text that is longer than what a string keeps inside itself";
+constexpr wchar_t kLongKey[] = L"a key that is longer than what a string keeps inside itself";
+constexpr wchar_t kWideText[] = L"wide";
+
+class ArborTortureTest : public testing::TestWithParam<Mode> {
+protected:
+    // Plays the scene; at least `points` allocations must have been made to fail, and none leaked.
+    void torment(const torture::Scene& scene, const torture::Check& check, long points) {
+        const torture::Outcome outcome = everyAllocation(GetParam(), scene, check);
+        EXPECT_GE(outcome.points, points);
+        EXPECT_EQ(outcome.leakedAt, 0);
+    }
+};
+
+}  // namespace
+
+INSTANTIATE_TEST_SUITE_P(OnceAndForEver, ArborTortureTest,
+                         testing::Values(Mode::Once, Mode::FromThenOn), [](const auto& tested) {
+                             return tested.param == Mode::Once ? "Once" : "FromThenOn";
+                         });
+
+TEST_P(ArborTortureTest, PropertyThatCannotBeAllocatedIsNull) {
+    std::unique_ptr<IProperty> made;
+    torment([&] { return [&] { made.reset(Property::createInt(5)); }; },
+            [&](long failed) {
+                EXPECT_EQ(made == nullptr, failed != 0);
+                made.reset();
+            },
+            1);
+}
+
+TEST_P(ArborTortureTest, TextThatCannotBeCopiedIsANullTextThatReadsAsEmpty) {
+    std::unique_ptr<IProperty> made;
+    torment(
+        [&] {
+            return [&] { made.reset(Property::createString(kLongText, std::strlen(kLongText))); };
+        },
+        [&](long failed) {
+            if (failed == 1) {
+                EXPECT_EQ(made, nullptr);
+            }
+            if (failed == 2) {
+                ASSERT_NE(made, nullptr);
+                EXPECT_EQ(made->getType(), arbor::PT_STRING);
+                EXPECT_EQ(made->getData(), nullptr);
+                EXPECT_EQ(made->toString(), "");
+                EXPECT_EQ(made->toInt(), 0);
+            }
+            if (failed == 0) {
+                EXPECT_EQ(made->toString(), kLongText);
+            }
+            made.reset();
+        },
+        2);
+}
+
+TEST_P(ArborTortureTest, WideTextThatCannotBeCopiedIsANullTextThatReadsAsEmpty) {
+    std::unique_ptr<IProperty> made;
+    torment(
+        [&] {
+            return [&] { made.reset(Property::createWString(kWideText, std::wcslen(kWideText))); };
+        },
+        [&](long failed) {
+            if (failed == 2) {
+                ASSERT_NE(made, nullptr);
+                EXPECT_EQ(made->getData(), nullptr);
+                EXPECT_EQ(made->toString(), "");
+            }
+            made.reset();
+        },
+        2);
+}
+
+TEST_P(ArborTortureTest, BufferThatCannotBeCopiedIsNullAndKeepsItsStatedSize) {
+    std::unique_ptr<IProperty> made;
+    torment([&] { return [&] { made.reset(Property::createOpaque("abc", 3)); }; },
+            [&](long failed) {
+                if (failed == 1) {
+                    EXPECT_EQ(made, nullptr);
+                }
+                if (failed == 2) {
+                    ASSERT_NE(made, nullptr);
+                    EXPECT_EQ(made->getData(), nullptr);
+                    EXPECT_EQ(made->getSize(), 3U);
+                }
+                made.reset();
+            },
+            2);
+}
+
+TEST_P(ArborTortureTest, CloneIsNullOrWhole) {
+    const arbor::CustomProperty source("abc", 3, arbor::Guid{1, 2, 3, {}});
+    std::unique_ptr<IProperty> made;
+    torment([&] { return [&] { made.reset(Property::clone(source)); }; },
+            [&](long failed) {
+                EXPECT_EQ(made == nullptr, failed == 1);
+                if (failed == 0) {
+                    EXPECT_EQ(std::memcmp(made->getData(), "abc", 3), 0);
+                }
+                made.reset();
+            },
+            2);
+}
+
+TEST_P(ArborTortureTest, NewEntryOfABagIsThereOrTheSetterAnswersFalse) {
+    std::unique_ptr<PropertyHolder> bag;
+    bool stored = false;
+    torment(
+        [&] {
+            bag = std::make_unique<PropertyHolder>();
+            stored = false;
+            return [&] { stored = bag->setInt(kLongKey, 5); };
+        },
+        [&](long failed) {
+            EXPECT_EQ(stored, failed == 0);
+            EXPECT_EQ(bag->getInt(kLongKey, -1), stored ? 5 : -1);
+            bag.reset();
+        },
+        2);
+}
+
+TEST_P(ArborTortureTest, ReplacedValueSurvivesWhenItsSuccessorCannotBeStored) {
+    std::unique_ptr<PropertyHolder> bag;
+    bool stored = false;
+    torment(
+        [&] {
+            bag = std::make_unique<PropertyHolder>();
+            bag->setInt(kLongKey, 1);
+            stored = false;
+            return [&] { stored = bag->setInt(kLongKey, 2); };
+        },
+        [&](long failed) {
+            EXPECT_EQ(stored, failed == 0);
+            EXPECT_EQ(bag->getInt(kLongKey, -1), stored ? 2 : 1);
+            bag.reset();
+        },
+        1);
+}
+
+TEST_P(ArborTortureTest, ReplacedValueSurvivesWhenItsCloneCannotBeMade) {
+    const arbor::OpaqueProperty successor("abc", 3);
+    std::unique_ptr<PropertyHolder> bag;
+    bool stored = false;
+    torment(
+        [&] {
+            bag = std::make_unique<PropertyHolder>();
+            bag->setInt(L"key", 1);
+            stored = false;
+            return [&] { stored = bag->setProperty(L"key", &successor); };
+        },
+        [&](long failed) {
+            if (failed == 1) {
+                EXPECT_FALSE(stored);
+            }
+            if (!stored) {
+                EXPECT_EQ(bag->getInt(L"key", -1), 1);
+            }
+            bag.reset();
+        },
+        1);
+}
+
+TEST_P(ArborTortureTest, AdoptedPropertyThatIsNotStoredStaysTheCallers) {
+    std::unique_ptr<PropertyHolder> bag;
+    std::unique_ptr<IProperty> property;
+    torment(
+        [&] {
+            bag = std::make_unique<PropertyHolder>();
+            property.reset(Property::createInt(5));
+            return [&] {
+                if (bag->adoptProperty(kLongKey, property.get()))
+                    static_cast<void>(property.release());
+            };
+        },
+        [&](long failed) {
+            EXPECT_EQ(property != nullptr, failed != 0);
+            property.reset();
+            bag.reset();
+        },
+        1);
+}
+
+TEST_P(ArborTortureTest, BagOfManyEntriesIsWholeAfterEveryFailure) {
+    constexpr int kEntries = 12;  // more than a bag keeps inside itself
+    std::unique_ptr<PropertyHolder> bag;
+    int stored = 0;
+    torment(
+        [&] {
+            bag = std::make_unique<PropertyHolder>();
+            stored = 0;
+            return [&] {
+                for (int number = 0; number < kEntries; ++number) {
+                    const char key[] = {static_cast<char>('a' + number), '\0'};
+                    if (bag->setString(key, kLongText)) ++stored;
+                }
+            };
+        },
+        [&](long) {
+            int found = 0;
+            for (int number = 0; number < kEntries; ++number) {
+                const char key[] = {static_cast<char>('a' + number), '\0'};
+                if (bag->hasProperty(key)) ++found;
+            }
+            EXPECT_EQ(found, stored);
+            bag.reset();
+        },
+        2 * kEntries);
+}
+
+TEST_P(ArborTortureTest, MessageIsFilledAsFarAsMemoryGoes) {
+    const arbor::Guid type{1, 2, 3, {}};
+    std::shared_ptr<arbor::Message> message;
+    torment(
+        [&] {
+            message.reset();
+            return [&] {
+                message = std::make_shared<arbor::Message>(&type, 1U, 0U);
+                message->getProperties()->setString(L"text", kLongText);
+                message->getProperties()->setInt(L"status", 5);
+            };
+        },
+        [&](long failed) {
+            if (failed == 1) {
+                EXPECT_EQ(message, nullptr);
+            }
+            if (failed == 0) {
+                EXPECT_EQ(message->getProperties()->getInt(L"status", 0), 5);
+            }
+            message.reset();
+        },
+        4);
+}
+
+TEST_P(ArborTortureTest, DatabaseStoresEntryAndObserverOrNeither) {
+    std::unique_ptr<AbstractDatabase> database;
+    std::unique_ptr<IProperty> property;
+    int observer = 0;
+    torment(
+        [&] {
+            database = std::make_unique<AbstractDatabase>();
+            property.reset(Property::createInt(5));
+            return [&] {
+                if (database->set(L"class", L"a long component of a key", property.get(),
+                                  &observer))
+                    static_cast<void>(property.release());
+            };
+        },
+        [&](long failed) {
+            const bool stored = property == nullptr;
+            EXPECT_EQ(stored, failed == 0);
+            EXPECT_EQ(database->contains(L"class", L"a long component of a key"), stored);
+            EXPECT_EQ(database->observers().size(), stored ? 1U : 0U);
+            property.reset();
+            database.reset();
+        },
+        3);
+}
+
+TEST_P(ArborTortureTest, ReplacedDatabaseValueNeedsNoMemoryByItsFlatKey) {
+    AbstractDatabase database;
+    database.set(L"/a", Property::createInt(1));
+    std::unique_ptr<IProperty> property(Property::createInt(2));
+
+    const torture::Outcome outcome = everyAllocation(
+        GetParam(),
+        [&] {
+            return [&] {
+                if (property && database.set(L"/a", property.get()))
+                    static_cast<void>(property.release());
+            };
+        },
+        [](long) {});
+
+    EXPECT_EQ(outcome.points, 0);
+    EXPECT_EQ(database.get(L"/a")->toInt(), 2);
+}

@@ -1,0 +1,355 @@
+// Memory and the platform fail at every place in turn, for the broker, the instance manager and the
+// reading of records.
+#include "tern/event_broker.h"
+#include "tern/instance_manager.h"
+#include "tern/velo_event_generator.h"
+
+#include "arbor/property.h"
+#include "platform/simulated/world.h"
+#include "tern/class_ids.h"
+#include "tests/support/allocation_torture.h"
+#include "tests/support/clean_platform.h"
+#include "tests/support/records.h"
+#include "tests/support/status_channel.h"
+#include "tests/support/test_components.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <string>
+
+using arbor::Guid;
+using platform::simulated::Call;
+using platform::simulated::world;
+using test::ListenerComponent;
+using torture::everyAllocation;
+using torture::Mode;
+
+namespace {
+
+constexpr Guid kType{1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
+
+bool passes(arbor::IMessage&) {
+    return false;
+}
+
+class TernTortureTest : public testing::TestWithParam<Mode> {
+protected:
+    void SetUp() override { cleanPlatform(); }
+
+    void torment(const torture::Scene& scene, const torture::Check& check, long points) {
+        const torture::Outcome outcome = everyAllocation(GetParam(), scene, check);
+        EXPECT_GE(outcome.points, points);
+        EXPECT_EQ(outcome.leakedAt, 0);
+    }
+};
+
+// Reads what is fed on the calling thread, which is the one under torture. Drops its messages, but
+// counts those that came through whole.
+class CountingBroker : public tern::EventBroker {
+public:
+    using EventBroker::EventBroker;
+    bool enqueue(tern::MessageReference message) override {
+        ++messages;
+        if (message->getProperties()->getInt(L"status", -1) == 41100) ++whole;
+        return true;
+    }
+    bool stop(const Guid*, std::uint32_t) override {
+        ++stops;
+        return true;
+    }
+    int messages = 0;
+    int whole = 0;
+    int stops = 0;
+};
+
+class TellingGenerator : public tern::VeloEventGenerator {
+public:
+    using VeloEventGenerator::VeloEventGenerator;
+    ~TellingGenerator() override { endThreadUse(); }
+
+    void buildMessage(const tern::VeloHeader& header, tern::EventBroker* broker) override {
+        try {
+            VeloEventGenerator::buildMessage(header, broker);
+        } catch (const std::runtime_error& told) {
+            // Compared without memory of its own: there may be none.
+            if (std::strcmp(told.what(), "failed to create Message instance") == 0) ++refusals;
+            throw;
+        }
+    }
+    using AbstractThread::runOnThisThread;
+
+    int refusals = 0;
+};
+
+// A generator whose body runs on the test's thread, where memory fails.
+struct Reading {
+    explicit Reading(const std::string& bytes) {
+        world().pipes.feed(L"torture", bytes);
+        world().pipes.close(L"torture");
+        test::setChannel(L"torture", records::kPrinter);
+        arbor::PropertyHolder parameters;
+        generator = std::make_unique<TellingGenerator>(parameters, &manager);
+    }
+    ~Reading() {
+        generator.reset();
+        world().pipes.reset();
+    }
+
+    test::TestManager<CountingBroker> manager;
+    std::unique_ptr<TellingGenerator> generator;
+};
+
+}  // namespace
+
+INSTANTIATE_TEST_SUITE_P(OnceAndForEver, TernTortureTest,
+                         testing::Values(Mode::Once, Mode::FromThenOn), [](const auto& tested) {
+                             return tested.param == Mode::Once ? "Once" : "FromThenOn";
+                         });
+
+TEST_P(TernTortureTest, MessageThatCannotBePostedIsNotQueued) {
+    std::unique_ptr<test::TestManager<>> manager;
+    bool posted = false;
+    int heard = 0;
+    torment(
+        [&] {
+            manager = std::make_unique<test::TestManager<>>();
+            manager->onPump = [&] { manager->broker.stop(nullptr, 0); };
+            manager->broker.addComponent(new ListenerComponent([&](arbor::IMessage&) {
+                ++heard;
+                return false;
+            }));
+            posted = false;
+            heard = 0;
+            return [&] { posted = manager->broker.post(&kType, 1, 0, nullptr); };
+        },
+        [&](long failed) {
+            EXPECT_EQ(posted, failed == 0);
+            manager->broker.run();
+            EXPECT_EQ(heard, posted ? 1 : 0);
+            manager.reset();
+        },
+        1);
+}
+
+TEST_P(TernTortureTest, QueueThatCannotGrowDropsTheMessageAndKeepsTheOthers) {
+    constexpr int kMessages = 200;  // more than the queue's first block
+    std::unique_ptr<test::TestManager<>> manager;
+    int accepted = 0;
+    int heard = 0;
+    torment(
+        [&] {
+            manager = std::make_unique<test::TestManager<>>();
+            manager->onPump = [&] { manager->broker.stop(nullptr, 0); };
+            manager->broker.addComponent(new ListenerComponent([&](arbor::IMessage&) {
+                ++heard;
+                return false;
+            }));
+            accepted = heard = 0;
+            return [&] {
+                for (int number = 0; number < kMessages; ++number) {
+                    if (manager->broker.post(&kType, 1, 0, nullptr)) ++accepted;
+                }
+            };
+        },
+        [&](long) {
+            manager->broker.run();
+            EXPECT_EQ(heard, accepted);
+            manager.reset();
+        },
+        kMessages);
+}
+
+TEST_P(TernTortureTest, ComponentIsTakenWholeOrNotAtAll) {
+    constexpr int kComponents = 10;  // more than the broker's arrays keep inside themselves
+    std::unique_ptr<test::TestManager<>> manager;
+    std::vector<std::unique_ptr<ListenerComponent>> offered;
+    std::vector<ListenerComponent*> taken;
+    test::CountingThread thread;
+    torment(
+        [&] {
+            thread.starts = 0;
+            manager = std::make_unique<test::TestManager<>>();
+            manager->onPump = [&] { manager->broker.stop(nullptr, 0); };
+            taken.clear();
+            taken.reserve(kComponents);
+            for (int number = 0; number < kComponents; ++number) {
+                offered.push_back(std::make_unique<ListenerComponent>(passes));
+                offered.back()->setPointer(L"thread", static_cast<arbor::IThread*>(&thread));
+            }
+            return [&] {
+                for (auto& component : offered) {
+                    if (!manager->broker.addComponent(component.get())) continue;
+                    taken.push_back(component.release());
+                }
+            };
+        },
+        [&](long failed) {
+            if (failed == 0) EXPECT_EQ(taken.size(), static_cast<std::size_t>(kComponents));
+            for (const auto& refused : offered) {
+                if (refused) EXPECT_FALSE(refused->hasProperty(L"eventBroker"));
+            }
+            offered.clear();  // destroys what was refused: nobody may call it any more
+            manager->broker.post(&kType, 1, 0, nullptr);
+            manager->broker.run();
+            for (const ListenerComponent* component : taken)
+                EXPECT_EQ(component->heard, 1);
+            manager.reset();
+            std::vector<ListenerComponent*>().swap(taken);
+            std::vector<std::unique_ptr<ListenerComponent>>().swap(offered);
+        },
+        kComponents);
+}
+
+TEST_P(TernTortureTest, InstanceManagerIsWholeOrNull) {
+    tern::IInstanceManager* manager = nullptr;
+    torment([&] { return [&] { manager = tern::NewInstanceManager("", 0, nullptr); }; },
+            [&](long failed) {
+                // A mutex that cannot be made does nothing; every other failure gives no manager.
+                if (failed == 0) ASSERT_NE(manager, nullptr);
+                if (manager != nullptr) {
+                    for (const char* name : {"TimerEventGenerator", "DebugListener",
+                                             "VeloEventGenerator", "VeloListener"}) {
+                        Guid guid;
+                        manager->getDatabase()->getGuid(guid, name);
+                        EXPECT_FALSE(guid.isZero()) << name << failed;
+                    }
+                }
+                tern::TERN_DeleteInstanceManager(manager);
+            },
+            16);
+}
+
+TEST_P(TernTortureTest, ComponentIsCreatedAndAddedOrNothingIsLeftOfIt) {
+    tern::IInstanceManager* manager = nullptr;
+    bool created = false;
+    torment(
+        [&] {
+            // No thread comes to life, so nothing but us takes memory or gives it back.
+            world().faults.reset();
+            EXPECT_TRUE(world().faults.add({Call::ThreadStart, 1, true}));
+            manager = tern::NewInstanceManager("", 0, nullptr);
+            created = false;
+            return [&] {
+                created = manager->createInstance("VeloEventGenerator",
+                                                  "inputPipe=nowhere printerid=7 some=argument");
+            };
+        },
+        [&](long failed) {
+            if (failed == 0) EXPECT_TRUE(created);
+            // Runs at least one idle turn: starts what waits, and nothing that is gone.
+            manager->getEventBroker()->addComponent(new ListenerComponent(passes));
+            world().messages.post([&] { manager->getEventBroker()->stop(nullptr, 0); });
+            EXPECT_EQ(manager->run(), 0U);
+            tern::TERN_DeleteInstanceManager(manager);
+        },
+        5);
+}
+
+TEST_P(TernTortureTest, RecordIsDeliveredOrTheChannelEnds) {
+    const std::string bytes = records::record(2, 3, records::number(41100));
+    std::unique_ptr<Reading> reading;
+    torment(
+        [&] {
+            reading = std::make_unique<Reading>(bytes + bytes);
+            return [&] { reading->generator->runOnThisThread(); };
+        },
+        [&](long failed) {
+            EXPECT_EQ(reading->manager.broker.stops, 1) << failed;
+            if (failed == 0) EXPECT_EQ(reading->manager.broker.whole, 2);
+            if (reading->generator->refusals != 0) EXPECT_LT(reading->manager.broker.messages, 2);
+            reading.reset();
+        },
+        5);
+}
+
+TEST_P(TernTortureTest, TextsWideTextsAndBlocksSurviveEveryFailure) {
+    const std::string name(300, 'n');
+    const std::string bytes =
+        records::record(0, 0, records::text(name) + records::text(name)) +
+        records::record(0, 3, records::number(1) + records::wideText(std::u16string(300, u'n'))) +
+        records::record(1, 0, name) + records::record(2, 11, records::text("SerialNumber=5\n")) +
+        records::record(2, 18, records::text("DISPLAY=\"A4\""));
+    std::unique_ptr<Reading> reading;
+    torment(
+        [&] {
+            reading = std::make_unique<Reading>(bytes);
+            return [&] { reading->generator->runOnThisThread(); };
+        },
+        [&](long failed) {
+            EXPECT_EQ(reading->manager.broker.stops, 1) << failed;
+            if (failed == 0) EXPECT_EQ(reading->manager.broker.messages, 5);
+            reading.reset();
+        },
+        20);
+}
+
+// The platform's calls, one after the other.
+TEST(TernPlatformFaultTest, PipeThatFailsAtAnyCallStopsTheBrokerAndNothingElse) {
+    const std::string bytes = records::record(2, 3, records::number(41100));
+    for (const Call call :
+         {Call::PipeWait, Call::PipeOpenForReading, Call::PipeMode, Call::PipeRead}) {
+        for (const bool forEver : {false, true}) {
+            for (long nth = 1;; ++nth) {
+                cleanPlatform();
+                ASSERT_TRUE(world().faults.add({call, nth, forEver}));
+                Reading reading(bytes + bytes);
+
+                reading.generator->runOnThisThread();
+
+                const bool struck = world().faults.struck() > 0;
+                EXPECT_EQ(reading.manager.broker.stops, 1);
+                EXPECT_EQ(reading.manager.broker.messages, reading.manager.broker.whole);
+                if (!struck || call == Call::PipeMode) {
+                    EXPECT_EQ(reading.manager.broker.whole, 2);
+                }
+                if (!struck) break;
+            }
+        }
+    }
+    cleanPlatform();
+}
+
+TEST(TernPlatformFaultTest, ThreadThatCannotBeStartedIsSilentAndStartsAtTheNextTry) {
+    cleanPlatform();
+    ASSERT_TRUE(world().faults.add({Call::ThreadStart}));
+    test::StatusChannel<> channel;
+
+    channel.generator->start();
+    EXPECT_EQ(*channel.generator->getHandle(), nullptr);
+    EXPECT_FALSE(channel.generator->isFinished());
+    channel.play({records::record(2, 3, records::number(5))});
+
+    EXPECT_TRUE(channel.finished);
+    EXPECT_EQ(channel.messages().size(), 1U);
+    cleanPlatform();
+}
+
+TEST(TernPlatformFaultTest, ThreadThatTheSystemTellsNothingOfReadsAsUnfinished) {
+    cleanPlatform();
+    test::StatusChannel<> channel;
+    channel.play({});
+    ASSERT_TRUE(channel.finished);
+    ASSERT_TRUE(
+        world().faults.add({Call::ThreadExitCode, world().faults.calls(Call::ThreadExitCode) + 1}));
+
+    EXPECT_FALSE(channel.generator->isFinished());
+    EXPECT_TRUE(channel.generator->isFinished());
+    cleanPlatform();
+}
+
+TEST(TernPlatformFaultTest, BrokerWithoutAMutexStillDelivers) {
+    cleanPlatform();
+    ASSERT_TRUE(world().faults.add({Call::MutexCreation, 1, true}));
+    test::TestManager<> manager;
+    manager.onPump = [&] { manager.broker.stop(nullptr, 0); };
+    auto* listener = new ListenerComponent(passes);
+    manager.broker.addComponent(listener);
+    manager.broker.post(&kType, 1, 0, nullptr);
+
+    EXPECT_EQ(manager.broker.run(), 0);
+
+    EXPECT_EQ(listener->heard, 1);
+    cleanPlatform();
+}
