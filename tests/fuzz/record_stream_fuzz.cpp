@@ -1,0 +1,86 @@
+// What a print path may send: any bytes, in any pieces. The first byte is the largest count that
+// one read returns, the second the size of a pipe message; 0 is no limit. The rest is the stream.
+#include "fuzz_input.h"
+
+#include "platform/simulated/world.h"
+#include "tern/abstract_instance_manager.h"
+#include "tern/channel_settings.h"
+#include "tern/database.h"
+#include "tern/event_broker.h"
+#include "tern/velo_event_generator.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+
+namespace {
+
+using platform::simulated::world;
+
+// Reads all that a message carries, as a listener does, and drops it.
+class ReadingBroker : public tern::EventBroker {
+public:
+    using EventBroker::EventBroker;
+
+    bool enqueue(tern::MessageReference message) override {
+        const arbor::IPropertyHolder& bag = *message->getProperties();
+        for (const wchar_t* key : {L"subcode", L"portName", L"printerName", L"jobID", L"docName",
+                                   L"severity", L"status", L"blackSN", L"mediaType"}) {
+            _read += bag.getString(key, "").size();
+        }
+        const auto bytes = static_cast<std::size_t>(bag.getInt(L"oembufferSize", 0));
+        const void* block = bag.getPointer(L"oemMessages", nullptr);
+        if (bytes > tern::kVeloBodyLimit) std::abort();
+        if (bytes != 0 && std::memchr(block, 0, bytes) != nullptr) ++_read;
+        return true;
+    }
+    bool stop(const arbor::Guid*, std::uint32_t) override {
+        ++stops;
+        return true;
+    }
+    int stops = 0;
+
+private:
+    std::size_t _read = 0;
+};
+
+class Manager : public tern::AbstractInstanceManager {
+public:
+    Manager() : broker(this), _database(this) { attach(&_database, &broker); }
+    ReadingBroker broker;
+
+private:
+    tern::Database _database;
+};
+
+class Generator : public tern::VeloEventGenerator {
+public:
+    using VeloEventGenerator::VeloEventGenerator;
+    ~Generator() override { endThreadUse(); }
+    using AbstractThread::runOnThisThread;
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    FuzzInput input(data, size);
+    const unsigned readLimit = input.byte();
+    const std::size_t messageBytes = input.byte();
+
+    world().pipes.reset();
+    world().pipes.create(L"f");
+    world().pipes.limitReads(L"f", readLimit);
+    while (!input.empty())
+        world().pipes.feed(L"f", input.text(messageBytes != 0 ? messageBytes : size));
+    world().pipes.close(L"f");
+
+    auto& settings = tern::channelSettings();
+    settings.inputPipe[0] = L'f';
+    settings.printerId = 7;
+    Manager manager;
+    const arbor::PropertyHolder parameters{};
+    Generator generator(parameters, &manager);
+    generator.runOnThisThread();
+    if (manager.broker.stops != 1) std::abort();  // the channel always ends, and says so once
+    return 0;
+}
