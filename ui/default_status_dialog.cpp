@@ -98,6 +98,7 @@ DialogResult DefaultStatusDialog::onInitDialog(WindowHandle window, MessageWord,
     nameControls(window);
     if (_dialogType == kLowType || _dialogType == kVeryLowType) showSnoozeList(window);
     setIfGiven(window, IDC_ALERT_DETAIL, _detail);
+    if (_message.empty()) dialog_controls::show(window, IDC_ALERT_MESSAGE, false);
     if (_detail.empty() && dialog_controls::exists(window, IDC_ALERT_DETAIL)) {
         dialog_controls::show(window, IDC_ALERT_DETAIL, false);
         dialog_controls::placeAt(window, IDC_ALERT_MESSAGE, IDC_ALERT_DETAIL);
