@@ -1,0 +1,142 @@
+#include "ui/windows/hyperlink.h"
+
+#include "tests/support/trace_lines.h"
+#include "ui/windows/gdi_handles.h"
+#include "ui/windows/window_resources.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+constexpr wchar_t kOriginal[] = L"_Original_Proc_";
+constexpr wchar_t kBlue[] = L"_Blue_Text_";
+
+int commands = 0;
+bool parentRestored = false;
+int linksRestored = 0;
+
+LRESULT CALLBACK parentClass(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_COMMAND) ++commands;
+    if (message == WM_NCDESTROY) {
+        parentRestored =
+            ::GetPropW(window, kOriginal) == nullptr &&
+            ::GetWindowLongPtrW(window, GWLP_WNDPROC) == reinterpret_cast<LONG_PTR>(parentClass);
+        WindowResources::release(window);
+    }
+    return ::DefWindowProcW(window, message, wParam, lParam);
+}
+
+// Stands below the link's procedure and looks at what is left of it.
+WNDPROC staticClass = nullptr;
+LRESULT CALLBACK watchedStatic(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NCDESTROY && ::GetPropW(window, kOriginal) == nullptr &&
+        ::GetPropW(window, kBlue) == nullptr &&
+        ::GetWindowLongPtrW(window, GWLP_WNDPROC) == reinterpret_cast<LONG_PTR>(watchedStatic)) {
+        ++linksRestored;
+    }
+    return ::CallWindowProcW(staticClass, window, message, wParam, lParam);
+}
+
+class HyperlinkTest : public testing::Test {
+protected:
+    void SetUp() override {
+        commands = 0;
+        parentRestored = false;
+        linksRestored = 0;
+        WNDCLASSW description{};
+        description.lpfnWndProc = parentClass;
+        description.hInstance = ::GetModuleHandleW(nullptr);
+        description.lpszClassName = L"HyperlinkTest";
+        ::RegisterClassW(&description);
+        parent = ::CreateWindowExW(0, L"HyperlinkTest", L"", WS_OVERLAPPEDWINDOW, 0, 0, 300, 200,
+                                   nullptr, nullptr, description.hInstance, nullptr);
+        first = addStatic(10);
+        second = addStatic(11);
+        plain = addStatic(12);
+    }
+    void TearDown() override {
+        if (::IsWindow(parent)) ::DestroyWindow(parent);
+    }
+
+    HWND addStatic(int id) {
+        const HWND control = ::CreateWindowExW(
+            0, L"Static", L"Learn more", WS_CHILD | WS_VISIBLE, 0, 20 * (id - 10), 100, 20, parent,
+            reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+        staticClass = reinterpret_cast<WNDPROC>(
+            ::SetWindowLongPtrW(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(watchedStatic)));
+        return control;
+    }
+    [[nodiscard]] COLORREF textColourOf(HWND control) const {
+        const WindowDc dc(control);
+        ::SendMessageW(parent, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc.get()),
+                       reinterpret_cast<LPARAM>(control));
+        return ::GetTextColor(dc.get());
+    }
+
+    HWND parent = nullptr, first = nullptr, second = nullptr, plain = nullptr;
+};
+
+TEST_F(HyperlinkTest, IsBlueWhereOtherTextsAreNot) {
+    const TraceLines lines;
+
+    SetHyperLink(first);
+    SetHyperLink(second);
+
+    EXPECT_EQ(textColourOf(first), RGB(0, 0, 255));
+    EXPECT_EQ(textColourOf(second), RGB(0, 0, 255));
+    EXPECT_NE(textColourOf(plain), RGB(0, 0, 255));
+    EXPECT_EQ(lines.all().front().find("TERNA - SetHyperLink hwndCtl=0x"), 0U);
+}
+
+TEST_F(HyperlinkTest, TakesOverTheParentOnceHoweverManyLinksItHas) {
+    SetHyperLink(first);
+    const LONG_PTR procedure = ::GetWindowLongPtrW(parent, GWLP_WNDPROC);
+    const HANDLE original = ::GetPropW(parent, kOriginal);
+
+    SetHyperLink(second);
+
+    EXPECT_EQ(::GetWindowLongPtrW(parent, GWLP_WNDPROC), procedure);
+    EXPECT_EQ(::GetPropW(parent, kOriginal), original);
+    EXPECT_EQ(original, reinterpret_cast<HANDLE>(parentClass));
+}
+
+TEST_F(HyperlinkTest, ShowsAHandAndSendsACommandWhenItIsClicked) {
+    SetHyperLink(first);
+
+    EXPECT_EQ(::SendMessageW(first, WM_SETCURSOR, reinterpret_cast<WPARAM>(first), HTCLIENT), TRUE);
+    EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, IDC_HAND));
+    ::SendMessageW(first, WM_LBUTTONDOWN, 0, 0);
+    ::SendMessageW(first, WM_LBUTTONUP, 0, 0);
+
+    EXPECT_EQ(commands, 1);
+}
+
+TEST_F(HyperlinkTest, GivesProceduresAndPropertiesBackWhenTheDialogIsDestroyed) {
+    SetHyperLink(first);
+    SetHyperLink(second);
+
+    ::DestroyWindow(parent);
+
+    EXPECT_TRUE(parentRestored);
+    EXPECT_EQ(linksRestored, 2 + 1);  // the plain one never had any
+}
+
+TEST_F(HyperlinkTest, IsUnderlinedInItsOwnFont) {
+    ::SendMessageW(first, WM_SETFONT, reinterpret_cast<WPARAM>(::GetStockObject(DEFAULT_GUI_FONT)),
+                   FALSE);
+
+    setLinkFont(first, true);
+
+    LOGFONTW before{};
+    LOGFONTW after{};
+    ::GetObjectW(::GetStockObject(DEFAULT_GUI_FONT), sizeof(before), &before);
+    ::GetObjectW(reinterpret_cast<HFONT>(::SendMessageW(first, WM_GETFONT, 0, 0)), sizeof(after),
+                 &after);
+    EXPECT_TRUE(after.lfUnderline);
+    EXPECT_EQ(after.lfHeight, before.lfHeight);
+    EXPECT_EQ(std::wstring(after.lfFaceName), std::wstring(before.lfFaceName));
+}
+
+}  // namespace
