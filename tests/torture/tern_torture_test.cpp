@@ -199,7 +199,7 @@ TEST_P(TernTortureTest, ComponentIsTakenWholeOrNotAtAll) {
             std::vector<ListenerComponent*>().swap(taken);
             std::vector<std::unique_ptr<ListenerComponent>>().swap(offered);
         },
-        kComponents);
+        5);
 }
 
 TEST_P(TernTortureTest, InstanceManagerIsWholeOrNull) {
@@ -282,7 +282,7 @@ TEST_P(TernTortureTest, TextsWideTextsAndBlocksSurviveEveryFailure) {
             if (failed == 0) EXPECT_EQ(reading->manager.broker.messages, 5);
             reading.reset();
         },
-        20);
+        10);
 }
 
 // The platform's calls, one after the other.
