@@ -85,34 +85,34 @@ void describeDuplex(AlertContext& alert) {
     constexpr PerPrinter kPictures[] = {{IDB_DUPLEX_1, IDB_DUPLEX_1_K},
                                         {IDB_DUPLEX_2, IDB_DUPLEX_2_K},
                                         {IDB_DUPLEX_3, IDB_DUPLEX_3_K}};
-    alert.description.setInt(alert_key::kTemplate, IDD_MANUAL_DUPLEX);
-    alert.description.setInt(alert_key::kCaption, IDS_DUPLEX_CAPTION);
-    alert.description.setInt(alert_key::kDuplexTitle, IDS_DUPLEX_TITLE);
+    putInt(alert.description, alert_key::kTemplate, IDD_MANUAL_DUPLEX);
+    putInt(alert.description, alert_key::kCaption, IDS_DUPLEX_CAPTION);
+    putInt(alert.description, alert_key::kDuplexTitle, IDS_DUPLEX_TITLE);
     for (std::size_t step = 0; step < DefaultStatusDialog::kDuplexSteps; ++step) {
         const PerPrinter& picture = kPictures[step];
-        alert.description.setInt(alert_key::kDuplexTexts[step], kTexts[step]);
-        alert.description.setInt(alert_key::kDuplexPictures[step],
-                                 alert.isFamilyMember ? picture.family : picture.other);
+        putInt(alert.description, alert_key::kDuplexTexts[step], kTexts[step]);
+        putInt(alert.description, alert_key::kDuplexPictures[step],
+               alert.isFamilyMember ? picture.family : picture.other);
     }
 }
 
 // Simplified Chinese systems offer to check the cartridge.
 void describeNewCartridge(AlertContext& alert) {
     alert.description.removeProperty(alert_key::kIcon);
-    alert.description.setInt(alert_key::kGenuineCartridge, 1);
-    alert.description.setInt(alert_key::kHideHelp, 1);
+    putInt(alert.description, alert_key::kGenuineCartridge, 1);
+    putInt(alert.description, alert_key::kHideHelp, 1);
     const bool offersCheck = platform::systemDefaultLanguage() == kSimplifiedChinese;
-    alert.description.setInt(alert_key::kHeadline,
-                             offersCheck ? IDS_NEW_CARTRIDGE : IDS_GENUINE_CARTRIDGE);
-    if (offersCheck) alert.description.setInt(alert_key::kMessage, IDS_CHECK_CARTRIDGE_LINK);
+    putInt(alert.description, alert_key::kHeadline,
+           offersCheck ? IDS_NEW_CARTRIDGE : IDS_GENUINE_CARTRIDGE);
+    if (offersCheck) putInt(alert.description, alert_key::kMessage, IDS_CHECK_CARTRIDGE_LINK);
 }
 
 void describeFax(AlertContext& alert, const wchar_t* marker, int detail) {
     alert.description.removeProperty(alert_key::kPicture);
     alert.description.removeProperty(alert_key::kShop);
-    alert.description.setInt(alert_key::kDetail, detail);
-    alert.description.setInt(marker, detail);
-    alert.description.setInt(alert_key::kHideHelp, 1);
+    putInt(alert.description, alert_key::kDetail, detail);
+    putInt(alert.description, marker, detail);
+    putInt(alert.description, alert_key::kHideHelp, 1);
 }
 
 // One marker each: with both, the window would be made compact twice.
@@ -124,8 +124,8 @@ void describeFaxInOrrery(AlertContext& alert) {
 }
 
 void describeStatus(AlertContext& alert) {
-    alert.description.setInt(alert_key::kMessage,
-                             static_cast<std::int32_t>(statusResource(alert.status)));
+    putInt(alert.description, alert_key::kMessage,
+           static_cast<std::int32_t>(statusResource(alert.status)));
 }
 
 // clang-format off
@@ -169,16 +169,16 @@ constexpr AlertRow kAlertRows[] = {
 // clang-format on
 
 void setIfGiven(arbor::IPropertyHolder& description, const wchar_t* key, int value) {
-    if (value != 0) description.setInt(key, value);
+    if (value != 0) putInt(description, key, value);
 }
 
 void fillFrame(AlertContext& alert) {
     arbor::IPropertyHolder& description = alert.description;
-    description.setInt(alert_key::kPicture, alert.isFamilyMember ? IDB_PRINTER_K : IDB_PRINTER);
-    description.setInt(alert_key::kIcon, IDB_STOP);
-    description.setInt(alert_key::kShop, IDS_SHOP_ONLINE);
-    description.setInt(alert_key::kTemplate, IDD_ALERT);
-    description.setInt(alert_key::kTitle, IDS_TITLE);
+    putInt(description, alert_key::kPicture, alert.isFamilyMember ? IDB_PRINTER_K : IDB_PRINTER);
+    putInt(description, alert_key::kIcon, IDB_STOP);
+    putInt(description, alert_key::kShop, IDS_SHOP_ONLINE);
+    putInt(description, alert_key::kTemplate, IDD_ALERT);
+    putInt(description, alert_key::kTitle, IDS_TITLE);
 }
 
 void fillRow(AlertContext& alert, const AlertRow& row) {
@@ -186,7 +186,7 @@ void fillRow(AlertContext& alert, const AlertRow& row) {
         return alert.isFamilyMember ? column.family : column.other;
     };
     arbor::IPropertyHolder& description = alert.description;
-    description.setInt(alert_key::kIcon, row.icon);
+    putInt(description, alert_key::kIcon, row.icon);
     setIfGiven(description, alert_key::kHeadline, row.headline);
     setIfGiven(description, alert_key::kMessage, row.message);
     setIfGiven(description, alert_key::kDetail, forPrinter(row.detail));
@@ -195,7 +195,7 @@ void fillRow(AlertContext& alert, const AlertRow& row) {
     if (row.suppliesDetail != 0) {
         const std::wstring text = localizedText(
             alert.strings, static_cast<std::uint32_t>(row.suppliesDetail), kFactoryTextUnits);
-        description.setWString(alert_key::kAlertDetail, text.c_str());
+        putText(description, alert_key::kAlertDetail, text);
     }
     if (row.supplies != nullptr) {
         fillSuppliesInfo(description, row.supplies->estimateUnknown, row.supplies->mode,
@@ -219,7 +219,7 @@ void complete(arbor::IPropertyHolder& description) {
         if (row.type == type) fillRow(alert, row);
     }
     if (!alert.detail.empty()) {
-        description.setWString(alert_key::kDetailText, alert.detail.c_str());
+        putText(description, alert_key::kDetailText, alert.detail);
     }
 }
 

@@ -3,6 +3,8 @@
 #include "arbor/i_property_holder.h"
 #include "platform/text.h"
 
+#include <new>
+
 std::wstring bagText(const arbor::IPropertyHolder& bag, const wchar_t* key,
                      const wchar_t* defaultText) {
     const arbor::IProperty* property = bag.getProperty(key);
@@ -11,4 +13,12 @@ std::wstring bagText(const arbor::IPropertyHolder& bag, const wchar_t* key,
     // A text that could not be copied when it was stored is there without its letters.
     const auto* text = static_cast<const wchar_t*>(property->getData());
     return text != nullptr ? std::wstring(text) : std::wstring();
+}
+
+void putText(arbor::IPropertyHolder& bag, const wchar_t* key, const std::wstring& text) {
+    if (!bag.setWString(key, text.c_str())) throw std::bad_alloc();
+}
+
+void putInt(arbor::IPropertyHolder& bag, const wchar_t* key, std::int32_t value) {
+    if (!bag.setInt(key, value)) throw std::bad_alloc();
 }

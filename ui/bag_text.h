@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace arbor {
@@ -10,3 +11,7 @@ class IPropertyHolder;
 // its narrow text through the ANSI code page. `defaultText` stands for an absent key.
 [[nodiscard]] std::wstring bagText(const arbor::IPropertyHolder& bag, const wchar_t* key,
                                    const wchar_t* defaultText = L"");
+
+// Store a value for certain: std::bad_alloc where the bag has no memory for it.
+void putText(arbor::IPropertyHolder& bag, const wchar_t* key, const std::wstring& text);
+void putInt(arbor::IPropertyHolder& bag, const wchar_t* key, std::int32_t value);

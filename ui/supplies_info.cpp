@@ -33,23 +33,23 @@ void fillSuppliesInfo(arbor::IPropertyHolder& description, bool estimateUnknown,
     void* strings = description.getPointer(alert_key::kStringModule,
                                            description.getPointer(alert_key::kModule, nullptr));
     description.removeProperty(alert_key::kTemplate);
-    description.setInt(alert_key::kTemplate, IDD_SUPPLIES_ALERT);
-    description.setInt(alert_key::kShowSupplies, 1);
-    description.setInt(alert_key::kSuppliesPicture, IDB_CARTRIDGE);
+    putInt(description, alert_key::kTemplate, IDD_SUPPLIES_ALERT);
+    putInt(description, alert_key::kShowSupplies, 1);
+    putInt(description, alert_key::kSuppliesPicture, IDB_CARTRIDGE);
 
     std::array<wchar_t, kConsumableTextUnits> product{};
     std::array<wchar_t, kConsumableTextUnits> pages{};
     getConsumableInfo(bagText(description, alert_key::kPrinterName), product.data(), pages.data());
     const std::wstring name = filled(strings, IDS_SUPPLIES_NAME, shown(product.data(), strings));
-    description.setWString(alert_key::kSuppliesName, name.c_str());
+    putText(description, alert_key::kSuppliesName, name);
     if (mode == SuppliesMode::NameOnly) return;
 
-    description.setInt(alert_key::kConditionPicture, conditionIcon);
+    putInt(description, alert_key::kConditionPicture, conditionIcon);
     std::wstring remaining = shown(pages.data(), strings);
     if (estimateUnknown) remaining = kPagesNotEstimated;
     if (mode == SuppliesMode::PagesUnknown) remaining = kPagesUnknown;
-    description.setWString(alert_key::kSuppliesPages,
-                           filled(strings, IDS_PAGES_REMAINING, remaining).c_str());
-    description.setWString(alert_key::kSuppliesComment,
-                           localizedText(strings, IDS_PAGES_COMMENT, kFactoryTextUnits).c_str());
+    putText(description, alert_key::kSuppliesPages,
+            filled(strings, IDS_PAGES_REMAINING, remaining));
+    putText(description, alert_key::kSuppliesComment,
+            localizedText(strings, IDS_PAGES_COMMENT, kFactoryTextUnits));
 }

@@ -6,6 +6,8 @@
 #include "ui/windows/display_settings.h"
 #include "ui/windows/picture_painting.h"
 
+#include <new>
+
 // The window of the plain alert: making it, ending it, and the procedure that routes its messages.
 
 StatusDialog::~StatusDialog() {
@@ -13,7 +15,12 @@ StatusDialog::~StatusDialog() {
 }
 
 bool StatusDialog::create() {
-    const HWND window = AlertWindow::make(static_cast<HINSTANCE>(_module), _templateId, *this);
+    HWND window = nullptr;
+    try {
+        window = AlertWindow::make(static_cast<HINSTANCE>(_module), _templateId, *this);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
     if (window == nullptr) return false;
     ::ShowWindow(window, SW_SHOW);
     bringToFront(window);

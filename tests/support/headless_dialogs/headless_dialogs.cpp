@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <iterator>
 #include <memory>
+#include <new>
 #include <stdexcept>
 #include <utility>
 
@@ -141,7 +142,10 @@ void addCheck(CartridgeCheck check) {
 void deliver(WindowHandle window, WindowMessage message, MessageWord wParam, MessageLong lParam) {
     const Window* found = find(window);
     if (found == nullptr || found->receiver == nullptr) return;
-    found->receiver->dlgProc(window, message, wParam, lParam);
+    try {
+        found->receiver->dlgProc(window, message, wParam, lParam);
+    } catch (const std::bad_alloc&) {  // the real procedure lets nothing out either
+    }
 }
 
 bool press(WindowHandle window, int control) {
