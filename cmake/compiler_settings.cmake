@@ -19,9 +19,6 @@ if(BEAMLINE_SANITIZER STREQUAL "address")
                       -fno-sanitize-recover=all)
   add_compile_definitions(_GLIBCXX_ASSERTIONS)
   add_link_options(-fsanitize=address,undefined)
-  if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-    add_compile_options(-fsanitize=fuzzer-no-link)  # so that the fuzzers see their way through the code
-  endif()
 elseif(BEAMLINE_SANITIZER STREQUAL "thread")
   add_compile_options(-O1 -g -fsanitize=thread)
   add_link_options(-fsanitize=thread)
@@ -53,6 +50,9 @@ function(add_layer name)
   add_library(${name} STATIC ${ARGN})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
   target_link_libraries(${name} PRIVATE project_warnings)
+  if(BEAMLINE_SANITIZER STREQUAL "address" AND CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    target_compile_options(${name} PRIVATE -fsanitize=fuzzer-no-link)  # shows fuzzers their way
+  endif()
 endfunction()
 
 # mingw-w64 has no run-time library for this sanitizer, so everything links ours.
