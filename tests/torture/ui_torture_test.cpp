@@ -48,7 +48,9 @@ TEST_P(UiTortureTest, AnAlertIsMadeWholeOrNotAtAll) {
         std::unique_ptr<DefaultStatusDialog> alert;
         const auto scene = [&] { return [&] { alert = createAlertDialog(description); }; };
         const auto check = [&](long failed) {
-            if (failed == 0) ASSERT_NE(alert, nullptr);
+            if (failed == 0) {
+                ASSERT_NE(alert, nullptr);
+            }
             if (alert != nullptr) {
                 EXPECT_TRUE(alert->create());
                 EXPECT_EQ(headless::windows().size(), 1U);

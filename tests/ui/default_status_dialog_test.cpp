@@ -358,7 +358,9 @@ TEST_F(DefaultStatusDialogTest, AnswersItsKeys) {
         EXPECT_EQ(headless::messages().size(), helps + expected.helps);
         const auto number = std::to_string(static_cast<int>(expected.key));
         EXPECT_TRUE(lines.contains("dlgProc(msg==WM_CHAR): wparam=" + number + ", lparam=0x0"));
-        if (expected.trace != nullptr) EXPECT_TRUE(lines.contains(expected.trace));
+        if (expected.trace != nullptr) {
+            EXPECT_TRUE(lines.contains(expected.trace));
+        }
         alert.reset();
     }
 }
