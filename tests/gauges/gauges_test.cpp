@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <gtest/gtest.h>
-#include <memory>
 #include <vector>
 
 namespace {
@@ -97,14 +96,18 @@ TEST_F(GaugesTest, CountAThreadThatRuns) {
 }
 
 TEST_F(GaugesTest, CountAHeapBlockThatIsNotFreed) {
-    static_cast<void>(std::make_unique<int>(0));
+    constexpr SIZE_T kBytes = 100;
+    HANDLE heap = ::GetProcessHeap();
     const Gauges before = readGauges();
 
-    auto block = std::make_unique<std::vector<int>>(100);
+    void* blocks[kObjects];
+    for (void*& block : blocks)
+        block = ::HeapAlloc(heap, 0, kBytes);
     const Gauges after = readGauges();
-    block.reset();
+    for (void* block : blocks)
+        ::HeapFree(heap, 0, block);
 
-    EXPECT_GE(after.heapBlocks, before.heapBlocks + 2);
+    EXPECT_EQ(after.heapBlocks, before.heapBlocks + kObjects);
     EXPECT_EQ(readGauges().heapBlocks, before.heapBlocks);
 }
 
