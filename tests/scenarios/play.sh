@@ -7,4 +7,6 @@ scenario=$2
 shift 2
 language=$(sed -n 's/^language  *\([A-Za-z_]*\).*$/\1/p' "$scenario" | head -n 1)
 export LC_ALL="${language:-en_US}.UTF-8"
+# A simulated spooler is believed where a scenario puts one beside the monitor.
+export WINEDLLOVERRIDES="winspool.drv=n,b;mscoree,mshtml="
 exec wine "$bin/printpath.exe" --clean "$@" "Z:$scenario" </dev/null

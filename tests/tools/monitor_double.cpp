@@ -153,9 +153,21 @@ void pump() {
     }
 }
 
+void traceThatItRuns() {
+    wchar_t file[MAX_PATH] = {};
+    if (::GetEnvironmentVariableW(L"QVSM_TRACE", file, MAX_PATH) == 0) return;
+    const HANDLE trace = ::CreateFileW(file, FILE_APPEND_DATA, FILE_SHARE_READ, nullptr,
+                                       OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    constexpr char kLine[] = "the double runs\n";
+    DWORD written = 0;
+    ::WriteFile(trace, kLine, sizeof kLine - 1, &written, nullptr);
+    ::CloseHandle(trace);
+}
+
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t* commandLine, int) {
+    traceThatItRuns();
     const std::wstring key = L"inputPipe=";
     std::wstring name = commandLine;
     name = name.substr(name.find(key) + key.size());

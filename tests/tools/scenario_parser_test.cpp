@@ -242,7 +242,8 @@ TEST(ScenarioKeywords, NoKeywordOrControlHasTwoMeanings) {
 
 TEST(Scenarios, EveryScenarioOfTheProjectIsReadAndSaysWhatItIsAbout) {
     int count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(sources() / "scenarios")) {
+    for (const auto& entry :
+         std::filesystem::recursive_directory_iterator(sources() / "scenarios")) {
         if (entry.path().extension() != ".txt") continue;
         ++count;
         SCOPED_TRACE(entry.path().filename().string());

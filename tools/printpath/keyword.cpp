@@ -23,8 +23,8 @@ constexpr Parameter text(std::string_view name) {
 constexpr Parameter hex(std::string_view name) {
     return {name, ValueKind::Hex};
 }
-constexpr Parameter control() {
-    return {"control", ValueKind::Control, true, 0, kLargestControl};
+constexpr Parameter control(std::string_view name = "control") {
+    return {name, ValueKind::Control, true, 0, kLargestControl};
 }
 constexpr Parameter number(std::string_view name, std::int64_t most = kLargestNumber,
                            std::int64_t least = 0) {
@@ -65,6 +65,8 @@ std::vector<Keyword> table() {
         {"argument", Preparation, {text("text")}},
         {"environment", Preparation, {text("name"), text("value")}},
         {"language", Preparation, {text("locale")}},
+        {"right-to-left-desktop", Preparation, {}},
+        {"without-strings", Preparation, {}},
         {"start", Start, {}},
 
         // Records
@@ -99,7 +101,7 @@ std::vector<Keyword> table() {
         // Time
         {"pause", Anywhere, {number("milliseconds", kMostMilliseconds)}},
         {"settle", Running, {within()}},
-        {"wait-dialog", Running, {text("text"), within()}},
+        {"wait-dialog", Running, {text("text"), optional(control("with")), within()}},
         {"wait-no-dialog", Running, {optional(text("text")), within()}},
         {"wait-alerts", Running, {number("count", 100), within()}},
 
@@ -110,7 +112,7 @@ std::vector<Keyword> table() {
         {"type-key", Running, {{"key", ValueKind::Key}}},
         {"choose", Running, {choice("snooze", kSnoozes)}},
         {"close-dialog", Running, {}},
-        {"screenshot", Running, {text("name"), optional(choice("area", "dialog|screen"))}},
+        {"screenshot", Running, {text("name"), optional(choice("area", "dialog|message|screen"))}},
 
         // What must be seen
         {"expect-alerts", Running, {number("count", 100)}},
@@ -156,6 +158,7 @@ std::vector<Keyword> table() {
         {"spooler-printer",
          Preparation,
          {text("name"), optional(number("alert-mask")), optional(number("status"))}},
+        {"printer-driver", Preparation, {text("name")}},
         {"spooler-value", Anywhere, {text("printer"), text("value"), number("number")}},
 
         // The device
@@ -175,10 +178,12 @@ std::vector<Keyword> table() {
         {"expect-page-not-fetched", Anywhere, {text("path")}},
 
         // Links and documents
-        {"record-links", Preparation, {}},
+        {"record-links", Anywhere, {}},
         {"expect-opened", Anywhere, {text("text"), within()}},
         {"expect-nothing-opened", Anywhere, {}},
-        {"install-file", Preparation, {text("file"), text("target")}},
+        {"install-file", Anywhere, {text("file"), text("target")}},
+        {"protect-file", Anywhere, {text("target")}},
+        {"remove-file", Anywhere, {text("target")}},
         {"expect-file-with", Anywhere, {text("target"), text("text"), within()}},
     };
 }

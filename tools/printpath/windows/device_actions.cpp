@@ -125,7 +125,26 @@ void installFile(Stage& stage, const Step& step) {
     const auto file = stage.besideScenario(step["file"].text);
     if (!readWholeFile(file, bytes))
         throw Failure(pathText(file) + " could not be read", Outcome::Unusable);
-    writeWholeFile(wideFromUtf8(step["target"].text), bytes);
+    const std::wstring target = wideFromUtf8(step["target"].text);
+    stage.protectedFiles.erase(target);
+    writeWholeFile(target, bytes);
+}
+
+// An open file of ours that nobody else may write, which holds on every system and for every user.
+void protectFile(Stage& stage, const Step& step) {
+    const std::wstring target = wideFromUtf8(step["target"].text);
+    Handle file = fileHandle(::CreateFileW(target.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                           OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file) throw Failure(shown(target) + " could not be protected", Outcome::Unusable);
+    stage.protectedFiles[target] = std::move(file);
+}
+
+void removeFile(Stage& stage, const Step& step) {
+    const std::wstring target = wideFromUtf8(step["target"].text);
+    stage.protectedFiles.erase(target);
+    if (!::DeleteFileW(target.c_str()) &&
+        ::GetFileAttributesW(target.c_str()) != INVALID_FILE_ATTRIBUTES)
+        throw Failure(shown(target) + " could not be removed", Outcome::Unusable);
 }
 
 void expectFileWith(Stage& stage, const Step& step) {
@@ -155,6 +174,8 @@ std::vector<Action> deviceActions() {
         {"expect-opened", expectOpened},
         {"expect-nothing-opened", expectNothingOpened},
         {"install-file", installFile},
+        {"protect-file", protectFile},
+        {"remove-file", removeFile},
         {"expect-file-with", expectFileWith},
     };
 }

@@ -27,17 +27,25 @@ std::string dialogs(std::size_t count) {
     return std::to_string(count) + (count == 1 ? " dialog" : " dialogs");
 }
 
-// The newest open dialog that shows the text anywhere; null when there is none.
-HWND dialogWith(Stage& stage, const std::wstring& text) {
+constexpr int kAnyControl = 0;
+
+// The newest open dialog that shows the text anywhere and has the control; null when there is none.
+HWND dialogWith(Stage& stage, const std::wstring& text, int control = kAnyControl) {
     for (const AlertWindow& alert : stage.alerts())
-        if (allTexts(alert.window).find(text) != std::wstring::npos) return alert.window;
+        if ((control == kAnyControl || ::GetDlgItem(alert.window, control) != nullptr) &&
+            allTexts(alert.window).find(text) != std::wstring::npos)
+            return alert.window;
     return nullptr;
 }
 
 void waitDialog(Stage& stage, const Step& step) {
     const std::wstring text = wideFromUtf8(step["text"].text);
-    stage.waitUntil(step, "a dialog that shows " + shown(text), [&stage, &text] {
-        stage.dialog = dialogWith(stage, text);
+    const Value& with = step["with"];
+    const int control = with.given ? static_cast<int>(with.number) : kAnyControl;
+    const std::string what = "a dialog that shows " + shown(text) +
+                             (with.given ? " and has the control " + with.text : "");
+    stage.waitUntil(step, what, [&stage, &text, control] {
+        stage.dialog = dialogWith(stage, text, control);
         return stage.dialog != nullptr;
     });
 }
@@ -93,16 +101,26 @@ void bringToFront(HWND dialog) {
         ::Sleep(kRaiseTryMs);
 }
 
-void screenshot(Stage& stage, const Step& step) {
-    RECT area = screenArea();
-    if (step["area"].text != "screen") {
-        if (!::IsWindow(stage.dialog)) throw Failure("there is no dialog to take a picture of");
-        bringToFront(stage.dialog);
-        RECT window{};
-        ::GetWindowRect(stage.dialog, &window);
-        ::IntersectRect(&area, &area, &window);
+// What a picture of this area shows.
+RECT pictureArea(Stage& stage, const std::string& area) {
+    const RECT screen = screenArea();
+    if (area == "screen") return screen;
+    HWND window = stage.dialog;
+    if (area == "message") {
+        const std::optional<AlertWindow> box = stage.messageBox();
+        window = box ? box->window : nullptr;
     }
-    const ScreenPicture picture = captureWhenStill(area);
+    if (!::IsWindow(window)) throw Failure("there is no dialog to take a picture of");
+    bringToFront(window);
+    RECT place{};
+    ::GetWindowRect(window, &place);
+    RECT visible{};
+    ::IntersectRect(&visible, &screen, &place);
+    return visible;
+}
+
+void screenshot(Stage& stage, const Step& step) {
+    const ScreenPicture picture = captureWhenStill(pictureArea(stage, step["area"].text));
     if (stage.options().pictures.empty()) return;
     const auto file = stage.options().pictures / (wideFromUtf8(step["name"].text) + L".bmp");
     std::error_code ignored;

@@ -3,6 +3,7 @@
 #include "tools/printpath/windows/failure.h"
 #include "tools/printpath/windows/registry_values.h"
 #include "tools/printpath/windows/text_file.h"
+#include "tools/printpath/windows/wine.h"
 
 #include <windows.h>
 
@@ -12,10 +13,6 @@ namespace {
 
 constexpr wchar_t kClasses[] = L"Software\\Classes\\";
 constexpr wchar_t kPageClass[] = L"BeamlineRecordedPage";
-
-bool underWine() {
-    return ::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-}
 
 void registerCommand(const std::wstring& name, const std::filesystem::path& program,
                      const wchar_t* kind) {

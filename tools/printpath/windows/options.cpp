@@ -17,9 +17,8 @@ struct PathOption {
 };
 
 constexpr PathOption kPathOptions[] = {
-    {L"--monitor", &Options::monitor},
-    {L"--device", &Options::device},
-    {L"--recorder", &Options::recorder},
+    {L"--monitor", &Options::monitor},   {L"--device", &Options::device},
+    {L"--recorder", &Options::recorder}, {L"--spooler", &Options::spooler},
     {L"--pictures", &Options::pictures},
 };
 
@@ -102,6 +101,7 @@ Options readOptions(const std::vector<std::wstring>& arguments,
     options.monitor = ownFolder / L"QVK7400SM.exe";
     options.device = ownFolder / L"simulated-device";
     options.recorder = ownFolder / L"recorder" / L"recorder.exe";
+    options.spooler = ownFolder / L"simulated-spooler" / L"winspool.drv";
     ArgumentReader(arguments, options).read();
     const bool needsScenario = options.task != Task::Help && options.task != Task::ListKeywords;
     if (needsScenario && options.scenario.empty())
@@ -123,6 +123,7 @@ const char* usageText() {
            "  --pictures DIR   where screenshots go (default: they are not saved)\n"
            "  --device DIR     folder of the simulated device library and its pages\n"
            "  --recorder FILE  program that stands in for the browser\n"
+           "  --spooler FILE   the simulated spooler\n"
            "  --check          only read the scenario, start nothing\n"
            "  --about          print what the scenario is about\n"
            "  --keywords       list the keywords of scenarios\n"

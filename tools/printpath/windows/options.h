@@ -14,6 +14,7 @@ struct Options {
     std::filesystem::path monitor;   // default: QVK7400SM.exe beside printpath
     std::filesystem::path device;    // folder; default: simulated-device beside printpath
     std::filesystem::path recorder;  // default: recorder\recorder.exe beside printpath
+    std::filesystem::path spooler;   // default: simulated-spooler\winspool.drv beside printpath
     std::filesystem::path pictures;  // empty: screenshots are not saved
     bool byteMode = false;
     bool clean = false;  // forget first what the monitor remembers

@@ -14,7 +14,9 @@ constexpr DWORD kPollMs = 20;
 constexpr int kMsPerSecond = 1000;
 constexpr DWORD kQuietMs = 300;  // no new trace line for so long: nothing is left to handle
 constexpr wchar_t kStringsLibrary[] = L"QVK7400SMs.dll";
+constexpr wchar_t kTraceVariable[] = L"QVSM_TRACE";
 constexpr wchar_t kTraceName[] = L"trace.txt";
+constexpr DWORD kPathUnits = 32768;
 constexpr wchar_t kMachineKeys[] = L"SOFTWARE\\Corvane";
 
 std::filesystem::path newWorkFolder() {
@@ -23,6 +25,13 @@ std::filesystem::path newWorkFolder() {
     const std::filesystem::path folder = std::filesystem::temp_directory_path() / name;
     std::filesystem::create_directories(folder);
     return folder;
+}
+
+// Empty when the user did not ask for a trace.
+std::filesystem::path traceFileOfTheUser() {
+    std::wstring name(kPathUnits, L'\0');
+    name.resize(::GetEnvironmentVariableW(kTraceVariable, name.data(), kPathUnits));
+    return name.empty() ? std::filesystem::path() : std::filesystem::absolute(name);
 }
 
 std::string describeDialog(const AlertWindow& dialog) {
@@ -42,7 +51,10 @@ void copyFile(const std::filesystem::path& from, const std::filesystem::path& fo
 Stage::Stage(const Options& options, Timeline& timeline)
     : _options(options), _timeline(timeline), _work(newWorkFolder()) {
     preparation.byteMode = options.byteMode;
-    preparation.environment[L"QVSM_TRACE"] = workFile(kTraceName).wstring();
+    _traceFile = traceFileOfTheUser();
+    if (_traceFile.empty()) _traceFile = workFile(kTraceName);
+    _tracedBefore = readWholeFile(_traceFile).size();
+    preparation.environment[kTraceVariable] = _traceFile.wstring();
     if (!options.clean) return;
     forgetCartridges();
     removeKey(HKEY_LOCAL_MACHINE, kMachineKeys);
@@ -60,13 +72,19 @@ std::filesystem::path Stage::besideScenario(const std::string& name) const {
 }
 
 std::filesystem::path Stage::monitorToStart() const {
-    if (!deviceStage) return _options.monitor;
+    if (!deviceStage && !preparation.simulatedSpooler && preparation.withStrings)
+        return _options.monitor;
     const std::filesystem::path folder = workFile(L"monitor");
     std::filesystem::create_directories(folder);
     copyFile(_options.monitor, folder);
     const std::filesystem::path strings = _options.monitor.parent_path() / kStringsLibrary;
-    if (std::filesystem::exists(strings)) copyFile(strings, folder);
-    copyFile(deviceStage->libraryFile(), folder);
+    std::error_code ignored;
+    if (!preparation.withStrings)
+        std::filesystem::remove(folder / kStringsLibrary, ignored);
+    else if (std::filesystem::exists(strings))
+        copyFile(strings, folder);
+    if (deviceStage) copyFile(deviceStage->libraryFile(), folder);
+    if (preparation.simulatedSpooler) copyFile(_options.spooler, folder);
     return folder / _options.monitor.filename();
 }
 
@@ -207,7 +225,9 @@ std::string Stage::describeOpenDialogs() {
 }
 
 std::string Stage::trace() const {
-    return readWholeFile(workFile(kTraceName));
+    const std::string all = readWholeFile(_traceFile);
+    // A shorter file was begun anew.
+    return all.size() < _tracedBefore ? all : all.substr(_tracedBefore);
 }
 
 DeviceStage& Stage::device() {

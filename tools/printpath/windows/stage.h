@@ -4,7 +4,9 @@
 #include "tools/printpath/scenario.h"
 #include "tools/printpath/windows/alert_windows.h"
 #include "tools/printpath/windows/device_stage.h"
+#include "tools/printpath/windows/handle.h"
 #include "tools/printpath/windows/link_recorder.h"
+#include "tools/printpath/windows/mirrored_desktop.h"
 #include "tools/printpath/windows/monitor_process.h"
 #include "tools/printpath/windows/options.h"
 #include "tools/printpath/windows/pipe_server.h"
@@ -26,6 +28,8 @@ struct Preparation {
     std::optional<std::uint32_t> monitorPrinterId;  // when it differs from that of the records
     bool byteMode = false;
     bool withPipe = true;
+    bool withStrings = true;
+    bool simulatedSpooler = false;
     std::wstring arguments;
     std::map<std::wstring, std::wstring> environment;
 };
@@ -76,7 +80,7 @@ public:
     void noticeDialogs();
     std::string describeOpenDialogs();
 
-    // Lines of the monitor's trace so far.
+    // Lines that the monitor has traced since the scenario began.
     std::string trace() const;
 
     DeviceStage& device();
@@ -88,8 +92,10 @@ public:
     HWND dialog = nullptr;  // the one that the last wait-dialog found
     std::unique_ptr<DeviceStage> deviceStage;
     std::unique_ptr<LinkRecorder> linkRecorder;
+    std::unique_ptr<MirroredDesktop> mirroredDesktop;
     std::vector<std::unique_ptr<SpoolerPrinter>> printers;
     std::unique_ptr<PipeServer> pipe;
+    std::map<std::wstring, Handle> protectedFiles;  // by path
 
 private:
     std::filesystem::path monitorToStart() const;
@@ -98,6 +104,8 @@ private:
     const Options& _options;
     Timeline& _timeline;
     std::filesystem::path _work;
+    std::filesystem::path _traceFile;
+    std::size_t _tracedBefore = 0;  // bytes in the trace file before the scenario began
     std::map<HWND, std::string> _noticed;
     std::unique_ptr<MonitorProcess> _monitor;
     int _runs = 0;

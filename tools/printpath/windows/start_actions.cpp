@@ -2,10 +2,14 @@
 #include "tools/printpath/windows/failure.h"
 #include "tools/printpath/windows/stage.h"
 #include "tools/printpath/windows/wide_text.h"
+#include "tools/printpath/windows/wine.h"
 
 namespace printpath {
 
 namespace {
+
+constexpr wchar_t kLoaderVariable[] = L"WINEDLLOVERRIDES";
+constexpr wchar_t kDriverVariable[] = L"QVSM_PRINTER_DRIVER";
 
 std::uint32_t numberOf(const Value& value) {
     return static_cast<std::uint32_t>(value.number);
@@ -52,6 +56,32 @@ void language(Stage&, const Step& step) {
                           " and the session runs in " + shown(std::wstring(name)) +
                           "; under Wine set LC_ALL for printpath",
                       Outcome::Unusable);
+}
+
+void rightToLeftDesktop(Stage& stage, const Step&) {
+    stage.mirroredDesktop = std::make_unique<MirroredDesktop>();
+}
+
+void withoutStrings(Stage& stage, const Step&) {
+    stage.preparation.withStrings = false;
+}
+
+// The loader reads the overrides of printpath's own environment when it starts the monitor.
+bool loadsOwnSpooler() {
+    const DWORD units = ::GetEnvironmentVariableW(kLoaderVariable, nullptr, 0);
+    std::wstring overrides(units, L'\0');
+    ::GetEnvironmentVariableW(kLoaderVariable, overrides.data(), units);
+    return overrides.find(L"winspool.drv=n") != std::wstring::npos;
+}
+
+void printerDriver(Stage& stage, const Step& step) {
+    if (!underWine() || !loadsOwnSpooler())
+        throw Failure(
+            "the spooler is simulated under Wine only, with winspool.drv=n,b in "
+            "WINEDLLOVERRIDES",
+            Outcome::Unusable);
+    stage.preparation.simulatedSpooler = true;
+    stage.preparation.environment[kDriverVariable] = wideFromUtf8(step["name"].text);
 }
 
 void start(Stage& stage, const Step& step) {
@@ -109,6 +139,9 @@ std::vector<Action> startActions() {
         {"argument", argument},
         {"environment", environment},
         {"language", language},
+        {"right-to-left-desktop", rightToLeftDesktop},
+        {"printer-driver", printerDriver},
+        {"without-strings", withoutStrings},
         {"start", start},
         {"expect-exit", expectExit},
         {"expect-running", expectRunning},

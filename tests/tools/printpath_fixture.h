@@ -1,0 +1,88 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+// Plays scenarios with printpath against the double of the monitor.
+namespace printpath_test {
+
+namespace fs = std::filesystem;
+
+constexpr int kAsExpected = 0;
+constexpr int kNotAsExpected = 1;
+constexpr int kUnusable = 2;
+constexpr int kCrashed = 3;
+constexpr int kHung = 4;
+constexpr DWORD kPatienceMs = 60000;
+// A crash takes its time: Wine writes a back-trace first.
+constexpr const wchar_t* kPatient = L"--timeout 40";
+
+// The build's paths are those of the machine; Wine shows them below its drive Z.
+inline fs::path windowsPath(const std::string& path) {
+    return fs::path("Z:" + path).make_preferred();
+}
+
+inline std::string contents(const fs::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+class PrintpathTest : public testing::Test {
+protected:
+    PrintpathTest() {
+        _folder = fs::temp_directory_path() /
+                  ("printpath-test-" + std::to_string(::GetCurrentProcessId()));
+        fs::create_directories(_folder);
+    }
+    ~PrintpathTest() override {
+        std::error_code ignored;
+        fs::remove_all(_folder, ignored);
+    }
+
+    // Plays these lines and gives back printpath's exit code; what it printed is in `output`.
+    int play(const std::string& lines, const std::wstring& options = L"--timeout 2") {
+        const fs::path scenario = _folder / "scenario.txt";
+        std::ofstream(scenario, std::ios::binary) << lines;
+        return run(L"--monitor \"" + windowsPath(MONITOR_DOUBLE).wstring() + L"\" --pictures \"" +
+                   _folder.wstring() + L"\" " + options + L" \"" + scenario.wstring() + L"\"");
+    }
+
+    int run(const std::wstring& arguments) {
+        const fs::path log = _folder / "output.txt";
+        SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
+        const HANDLE out = ::CreateFileW(log.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit,
+                                         CREATE_ALWAYS, 0, nullptr);
+        STARTUPINFOW startup{};
+        startup.cb = sizeof startup;
+        startup.dwFlags = STARTF_USESTDHANDLES;
+        startup.hStdOutput = startup.hStdError = out;
+        std::wstring line = L"\"" + windowsPath(PRINTPATH_PROGRAM).wstring() + L"\" " + arguments;
+        PROCESS_INFORMATION process{};
+        EXPECT_TRUE(::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                                     nullptr, &startup, &process));
+        ::WaitForSingleObject(process.hProcess, kPatienceMs);
+        DWORD code = 0;
+        ::GetExitCodeProcess(process.hProcess, &code);
+        ::CloseHandle(process.hThread);
+        ::CloseHandle(process.hProcess);
+        ::CloseHandle(out);
+        output = contents(log);
+        return static_cast<int>(code);
+    }
+
+    bool printed(const std::string& text) const { return output.find(text) != std::string::npos; }
+
+    const fs::path& folder() const { return _folder; }
+
+    std::string output;
+
+private:
+    fs::path _folder;
+};
+
+}  // namespace printpath_test
