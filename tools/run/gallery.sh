@@ -1,0 +1,26 @@
+#!/bin/sh
+# usage: gallery [LANGUAGE...]   pictures of every alert in en, zh, de, ar, he, or those named, and a page with all of them in out/gallery/
+# Plays the scenarios of scenarios/gallery on the real monitor in each language.
+set -eu
+cd "$(dirname "$0")/../.."
+root=$(pwd)
+[ $# -gt 0 ] || set -- en zh de ar he
+for language in "$@"; do
+    sh tools/gallery/locale-of.sh "$language" >/dev/null
+done
+
+sh tools/install-packages.sh run
+echo "Building ..."
+sh tools/build-quietly.sh windows bin/QVK7400SM.exe bin/QVK7400SMs.dll bin/printpath.exe \
+    simulated_device simulated_device_pages simulated_spooler recorder
+
+for language in "$@"; do
+    sh tools/gallery/make-locale.sh "$(sh tools/gallery/locale-of.sh "$language")"
+done
+sh tools/gallery/make-locale.sh zh_CN
+
+echo "Starting Wine ..."
+sh tools/wine/with-wine.sh "$root/build/wine-template" \
+    sh tools/gallery/play.sh "$root/build/windows/bin" "$root/out/gallery" "$@"
+sh tools/gallery/make-page.sh "$root/out/gallery"
+echo "Page: out/gallery/index.html"
