@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
+int WINAPI WinMain(HINSTANCE hInstance, HINSTANCE, LPSTR lpCmdLine, int) {
     platform::dropCurrentDirectoryFromLibrarySearch();
-    return static_cast<int>(runMonitor(instance, commandLine));
+    return static_cast<int>(runMonitor(hInstance, lpCmdLine));
 }

@@ -53,6 +53,7 @@ public:
     // Makes the last element, where reserveOneMore() has made room.
     template <typename... Arguments>
     T& emplaceReserved(Arguments&&... arguments) {
+        // cppcheck-suppress legacyUninitvar ; it does not know placement new
         T* element = ::new (_elements + _size) T(std::forward<Arguments>(arguments)...);
         ++_size;
         return *element;

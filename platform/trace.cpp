@@ -16,6 +16,7 @@ std::atomic<TraceSink> traceSink{nullptr};
 
 }  // namespace
 
+// NOLINTNEXTLINE(cert-dcl50-cpp): the compiler checks the arguments against the format
 void trace(const char* format, ...) noexcept {
     const TraceSink sink = traceSink.load(std::memory_order_acquire);
     const bool isKept = isTraceKept();

@@ -1,8 +1,8 @@
 #include "tern/guid_text.h"
 
-#include <array>
 #include <charconv>
 #include <cstdint>
+#include <iterator>
 
 namespace tern {
 
@@ -11,10 +11,9 @@ namespace {
 constexpr int kHexadecimal = 16;
 
 void appendHex(std::wstring& text, std::uint32_t value) {
-    std::array<char, 8> digits;
-    const auto end =
-        std::to_chars(digits.data(), digits.data() + digits.size(), value, kHexadecimal);
-    text.append(digits.data(), end.ptr);
+    char digits[8];
+    const auto end = std::to_chars(std::begin(digits), std::end(digits), value, kHexadecimal);
+    text.append(std::begin(digits), end.ptr);
 }
 
 }  // namespace

@@ -36,6 +36,7 @@ CLANG_WARNINGS = [
     "-Wno-padded",                # layout for humans, not for the last byte
     "-Wno-missing-prototypes",    # entry points that others declare
     "-Wno-used-but-marked-unused",
+    "-Wno-reserved-identifier",   # clang-tidy judges it too, where a line can give its reason
     "-Wno-weak-vtables",          # interfaces have no source file by design
     "-Wno-exit-time-destructors", "-Wno-global-constructors",  # clang-tidy judges these better
     "-Wno-switch-enum",           # contradicts -Wcovered-switch-default

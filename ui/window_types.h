@@ -4,6 +4,7 @@
 
 // The system's window types as portable names, so that what an alert says needs no system header.
 // On Windows they are the system's own types.
+// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the system chose it
 struct HWND__;
 using WindowHandle = HWND__*;  // never owned by what holds it
 using WindowMessage = unsigned int;

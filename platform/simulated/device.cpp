@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <new>
 #include <utility>
 
@@ -172,7 +171,7 @@ bool Device::getPage(NativeHandle device, std::string_view path, char* buffer, s
     if (!isDevice(device) || found == _state.pages.end()) return false;
     const std::string& page = found->second;
     const std::size_t copied = std::min<std::size_t>(page.size(), bytes);
-    if (copied != 0) std::memcpy(buffer, page.data(), copied);
+    if (copied != 0) page.copy(buffer, copied);
     // A page that does not fit tells its whole length, as a library does that cannot hand it over.
     received = _state.claimedLength.value_or(static_cast<std::uint32_t>(page.size()));
     return true;

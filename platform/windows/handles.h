@@ -13,10 +13,12 @@ struct CloseFileHandle {
     // pointer type maps the one onto the other.
     class pointer {
     public:
+        // NOLINTBEGIN(google-explicit-constructor): unique_ptr asks for a pointer that converts
         pointer(HANDLE handle = invalidHandle()) noexcept : _handle(handle) {}
         pointer(std::nullptr_t) noexcept : pointer() {}
         explicit operator bool() const noexcept { return _handle != invalidHandle(); }
         operator HANDLE() const noexcept { return _handle; }
+        // NOLINTEND(google-explicit-constructor)
         friend bool operator==(pointer a, pointer b) noexcept { return a._handle == b._handle; }
         friend bool operator==(pointer a, std::nullptr_t) noexcept { return !a; }
 

@@ -20,6 +20,7 @@ TEST(NumberTextTest, DecimalIsReadUpToTheFirstCharacterThatDoesNotBelong) {
         {"+5\r",        L"+5\r",        5},
         {"010",         L"010",         10},
         {"0x10",        L"0x10",        0},
+        {"1a",          L"1a",          1},
         {"2147483647",  L"2147483647",  2147483647},
         {"2147483648",  L"2147483648",  2147483647},
         {"-2147483648", L"-2147483648", std::numeric_limits<std::int32_t>::min()},
@@ -43,4 +44,10 @@ TEST(NumberTextTest, TextWithoutDigitsLeavesTheValueAlone) {
         EXPECT_FALSE(parsedDecimal(text, value)) << text;
         EXPECT_EQ(value, 99) << text;
     }
+}
+
+TEST(NumberTextTest, HexadecimalDigitsMayBeOfEitherCase) {
+    EXPECT_EQ(arbor::parsedNumber("0xaF"), 0xAFU);
+    EXPECT_EQ(arbor::parsedNumber("0XFa"), 0xFAU);
+    EXPECT_EQ(arbor::parsedNumber("0xg"), 0U);
 }

@@ -186,9 +186,13 @@ TEST_P(TernTortureTest, ComponentIsTakenWholeOrNotAtAll) {
             };
         },
         [&](long failed) {
-            if (failed == 0) EXPECT_EQ(taken.size(), static_cast<std::size_t>(kComponents));
+            if (failed == 0) {
+                EXPECT_EQ(taken.size(), static_cast<std::size_t>(kComponents));
+            }
             for (const auto& refused : offered) {
-                if (refused) EXPECT_FALSE(refused->hasProperty(L"eventBroker"));
+                if (refused) {
+                    EXPECT_FALSE(refused->hasProperty(L"eventBroker"));
+                }
             }
             offered.clear();  // destroys what was refused: nobody may call it any more
             manager->broker.post(&kType, 1, 0, nullptr);
@@ -207,7 +211,9 @@ TEST_P(TernTortureTest, InstanceManagerIsWholeOrNull) {
     torment([&] { return [&] { manager = tern::NewInstanceManager("", 0, nullptr); }; },
             [&](long failed) {
                 // A mutex that cannot be made does nothing; every other failure gives no manager.
-                if (failed == 0) ASSERT_NE(manager, nullptr);
+                if (failed == 0) {
+                    ASSERT_NE(manager, nullptr);
+                }
                 if (manager != nullptr) {
                     for (const char* name : {"TimerEventGenerator", "DebugListener",
                                              "VeloEventGenerator", "VeloListener"}) {
@@ -237,7 +243,9 @@ TEST_P(TernTortureTest, ComponentIsCreatedAndAddedOrNothingIsLeftOfIt) {
             };
         },
         [&](long failed) {
-            if (failed == 0) EXPECT_TRUE(created);
+            if (failed == 0) {
+                EXPECT_TRUE(created);
+            }
             // Runs at least one idle turn: starts what waits, and nothing that is gone.
             manager->getEventBroker()->addComponent(new ListenerComponent(passes));
             world().messages.post([&] { manager->getEventBroker()->stop(nullptr, 0); });
@@ -257,8 +265,12 @@ TEST_P(TernTortureTest, RecordIsDeliveredOrTheChannelEnds) {
         },
         [&](long failed) {
             EXPECT_EQ(reading->manager.broker.stops, 1) << failed;
-            if (failed == 0) EXPECT_EQ(reading->manager.broker.whole, 2);
-            if (reading->generator->refusals != 0) EXPECT_LT(reading->manager.broker.messages, 2);
+            if (failed == 0) {
+                EXPECT_EQ(reading->manager.broker.whole, 2);
+            }
+            if (reading->generator->refusals != 0) {
+                EXPECT_LT(reading->manager.broker.messages, 2);
+            }
             reading.reset();
         },
         5);
@@ -279,7 +291,9 @@ TEST_P(TernTortureTest, TextsWideTextsAndBlocksSurviveEveryFailure) {
         },
         [&](long failed) {
             EXPECT_EQ(reading->manager.broker.stops, 1) << failed;
-            if (failed == 0) EXPECT_EQ(reading->manager.broker.messages, 5);
+            if (failed == 0) {
+                EXPECT_EQ(reading->manager.broker.messages, 5);
+            }
             reading.reset();
         },
         10);
