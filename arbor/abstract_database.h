@@ -2,6 +2,7 @@
 
 #include "arbor/i_database.h"
 #include "arbor/property_holder.h"
+#include "arbor/thread_annotations.h"
 
 #include <map>
 #include <vector>
@@ -38,13 +39,13 @@ public:
     void getGuid(Guid& guid, const wchar_t* className) override;
     void getGuid(Guid& guid, const char* className) override;
 
-    // For whoever wants to call the observers. Not locked.
-    [[nodiscard]] const Observers& observers() const noexcept { return _observers; }
+    // For whoever wants to call the observers. Not locked, and so not checked.
+    [[nodiscard]] const Observers& observers() const noexcept ARBOR_UNCHECKED { return _observers; }
 
 private:
-    bool forget(const Entries::Taken& taken, std::uint32_t id);
+    bool forget(const Entries::Taken& taken, std::uint32_t id) ARBOR_REQUIRES(this);
 
-    Observers _observers;  // not owned; guarded by the lock
+    Observers _observers ARBOR_GUARDED_BY(this);  // not owned
 };
 
 }  // namespace arbor

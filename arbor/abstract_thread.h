@@ -4,6 +4,7 @@
 #include "arbor/message.h"
 #include "arbor/mutex.h"
 #include "arbor/small_vector.h"
+#include "arbor/thread_annotations.h"
 
 #include <cstdint>
 #include <memory>
@@ -50,7 +51,7 @@ public:
     // thread; whatever blocks must stand in an Outside section.
     virtual std::uint32_t run() = 0;
     // Calls a snapshot of the observers, on this thread, without the lock.
-    virtual void notifyObservers(IMessage* message);
+    virtual void notifyObservers(IMessage* message) ARBOR_EXCLUDES(this);
     virtual void requestStart();
     virtual void notifyFinished();
 
@@ -90,10 +91,12 @@ private:
     static std::uint32_t runBody(AbstractThread& thread, Use& use);
     void notifyWithCode(ThreadCode code);
 
+    // Set under the mutex, once. Not marked as guarded: whoever waits for the thread or asks for
+    // its handle does so after its start and takes no lock.
     std::uint32_t _threadId = 0;
-    platform::NativeHandle _thread = nullptr;  // owned
-    SmallVector<IListener*, 4> _observers;     // not owned; guarded by the mutex
-    std::shared_ptr<Use> _use;                 // shared with the thread
+    platform::NativeHandle _thread = nullptr;                      // owned
+    SmallVector<IListener*, 4> _observers ARBOR_GUARDED_BY(this);  // not owned
+    std::shared_ptr<Use> _use;                                     // shared with the thread
 };
 
 }  // namespace arbor

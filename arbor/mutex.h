@@ -1,5 +1,6 @@
 #pragma once
 
+#include "arbor/thread_annotations.h"
 #include "platform/lock.h"
 
 #include <cstdint>
@@ -8,10 +9,10 @@ namespace arbor {
 
 // A base that gives its object an unnamed kernel mutex, waited for without a time-out. Nothing here
 // relies on its re-entrance.
-class Mutex {
+class ARBOR_LOCK Mutex {
 public:
-    void lock() noexcept { _mutex.lock(_timeoutMs); }
-    void unlock() noexcept { _mutex.unlock(); }
+    void lock() noexcept ARBOR_ACQUIRES() { _mutex.lock(_timeoutMs); }
+    void unlock() noexcept ARBOR_RELEASES() { _mutex.unlock(); }
 
 protected:
     explicit Mutex(std::uint32_t timeoutMs = platform::kNoTimeout) noexcept

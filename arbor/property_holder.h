@@ -4,6 +4,7 @@
 #include "arbor/dictionary.h"
 #include "arbor/property_slots.h"
 #include "arbor/synchronized.h"
+#include "arbor/thread_annotations.h"
 
 #include <limits>
 #include <memory>
@@ -35,7 +36,7 @@ public:
     using AbstractPropertyHolder::setWString;
 
     IProperty* getProperty(const wchar_t* key) const override;
-    bool hasProperty(const wchar_t* key) const override;
+    bool hasProperty(const wchar_t* key) const override ARBOR_UNCHECKED;
     bool setPointer(const wchar_t* key, void* pointer) override;
     bool setInt(const wchar_t* key, std::int32_t value) override;
     bool setOpaque(const wchar_t* key, const void* data, std::uint64_t bytes) override;
@@ -53,15 +54,15 @@ public:
 protected:
     using Entries = dictionary<std::wstring, IProperty*, int, std::numeric_limits<int>::max(), 1>;
 
-    // Null for an absent key.
-    [[nodiscard]] IProperty* find(const wchar_t* key) const noexcept {
+    // Null for an absent key. Unchecked, as hasProperty is: readers take no lock.
+    [[nodiscard]] IProperty* find(const wchar_t* key) const noexcept ARBOR_UNCHECKED {
         return _entries.get(key, nullptr);
     }
     // Stores a new property or lets it go; the tail of every typed setter.
     bool store(const wchar_t* key, IProperty* property);
 
     PropertySlots _slots;
-    Entries _entries;  // owns its values; guarded for writing by the lock
+    Entries _entries ARBOR_GUARDED_BY(this);  // owns its values; the lock is for writing
 };
 
 }  // namespace arbor

@@ -1,14 +1,15 @@
 #pragma once
 
+#include "arbor/thread_annotations.h"
 #include "platform/lock.h"
 
 namespace arbor {
 
 // A base that gives its object a lock inside the process. Re-entrant.
-class Synchronized {
+class ARBOR_LOCK Synchronized {
 public:
-    void lock() const noexcept { _section.lock(); }
-    void unlock() const noexcept { _section.unlock(); }
+    void lock() const noexcept ARBOR_ACQUIRES() { _section.lock(); }
+    void unlock() const noexcept ARBOR_RELEASES() { _section.unlock(); }
 
 protected:
     Synchronized() noexcept = default;

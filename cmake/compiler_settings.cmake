@@ -43,6 +43,10 @@ add_library(project_warnings INTERFACE)
 target_compile_options(project_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wsign-conversion -Wold-style-cast -Wcast-qual
   -Wformat=2 -Wnon-virtual-dtor -Woverloaded-virtual -Wundef -Wimplicit-fallthrough -Werror)
+# clang also checks arbor/thread_annotations.h: what is guarded is touched with its lock only.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+  target_compile_options(project_warnings INTERFACE -Wthread-safety -Werror=thread-safety)
+endif()
 
 # A library target of one folder. Sources follow the name; link what lies below with
 # target_link_libraries(<name> PUBLIC ...).

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "arbor/synchronized.h"
+#include "arbor/thread_annotations.h"
 #include "ui/window_types.h"
 
 #include <cstdint>
@@ -43,7 +44,9 @@ public:
 private:
     struct AlertRecord;
 
+    // Not marked as guarded: the end of the document clears it without the lock, on the main
+    // thread.
     std::vector<std::unique_ptr<AlertRecord>> _alerts;
-    std::int32_t _cascadeX;
-    std::int32_t _cascadeY;
+    std::int32_t _cascadeX ARBOR_GUARDED_BY(this);
+    std::int32_t _cascadeY ARBOR_GUARDED_BY(this);
 };

@@ -5,6 +5,7 @@
 #include "arbor/mutex.h"
 #include "arbor/rundown.h"
 #include "arbor/small_vector.h"
+#include "arbor/thread_annotations.h"
 
 #include <atomic>
 #include <cstdint>
@@ -41,14 +42,14 @@ public:
     ~EventBroker() override;
     // Hands the message to every listener in the order of registration; an exclusive one to the
     // first that takes it.
-    virtual void publish(arbor::IMessage* message);
+    virtual void publish(arbor::IMessage* message) ARBOR_EXCLUDES(this);
     virtual IInstanceManager* getInstanceManager() { return _owner; }
     virtual bool isReady() { return true; }
     // Ends the loop after the message in hand. Who asks, and why, makes no difference.
     virtual bool stop(const arbor::Guid* who, std::uint32_t flags);
     // The main loop: messages first; when there is none, new threads and window messages. Returns
     // 0.
-    virtual std::int32_t run();
+    virtual std::int32_t run() ARBOR_EXCLUDES(this);
     // Builds a message and enqueues it. `properties` only chooses a message with a bag of its own,
     // which starts empty. False when the message cannot be allocated.
     virtual bool post(const arbor::Guid* type, std::uint32_t code, std::uint32_t flags,
@@ -66,20 +67,20 @@ public:
     virtual bool removeComponent(arbor::PropertyHolder* component, bool destroy);
 
 private:
-    [[nodiscard]] MessageReference takeFront();
-    void startWaitingThreads();
-    void queueThread(arbor::IThread* thread);
+    [[nodiscard]] MessageReference takeFront() ARBOR_EXCLUDES(this);
+    void startWaitingThreads() ARBOR_EXCLUDES(this);
+    void queueThread(arbor::IThread* thread) ARBOR_EXCLUDES(this);
     // All of it or, without memory, nothing of it.
     [[nodiscard]] bool enroll(arbor::PropertyHolder* component, arbor::IThread* thread,
-                              arbor::IListener* listener);
-    void forgetWaitingThread(const arbor::IThread* thread);
+                              arbor::IListener* listener) ARBOR_EXCLUDES(this);
+    void forgetWaitingThread(const arbor::IThread* thread) ARBOR_EXCLUDES(this);
 
-    IInstanceManager* _owner;                                   // not owned, outlives us
-    arbor::SmallVector<arbor::IThread*, 2> _runningThreads;     // not owned
-    arbor::SmallVector<arbor::IListener*, 4> _listeners;        // not owned
-    arbor::SmallVector<arbor::PropertyHolder*, 4> _components;  // owned
-    std::deque<MessageReference> _queue;
-    arbor::SmallVector<arbor::IThread*, 2> _threadsToStart;  // not owned
+    IInstanceManager* _owner;  // not owned, outlives us
+    arbor::SmallVector<arbor::IThread*, 2> _runningThreads ARBOR_GUARDED_BY(this);     // not owned
+    arbor::SmallVector<arbor::IListener*, 4> _listeners ARBOR_GUARDED_BY(this);        // not owned
+    arbor::SmallVector<arbor::PropertyHolder*, 4> _components ARBOR_GUARDED_BY(this);  // owned
+    std::deque<MessageReference> _queue ARBOR_GUARDED_BY(this);
+    arbor::SmallVector<arbor::IThread*, 2> _threadsToStart ARBOR_GUARDED_BY(this);  // not owned
     std::atomic<bool> _stopped{false};
     arbor::Rundown _use;  // keeps generator threads out of a broker that is being destroyed
 };

@@ -2,6 +2,7 @@
 
 #include "arbor/i_message.h"
 #include "arbor/scoped_lock.h"
+#include "arbor/thread_annotations.h"
 #include "tern/event_broker.h"
 
 #include <atomic>
@@ -37,7 +38,7 @@ public:
     std::atomic<std::uint32_t> stopFlags{99};
 
 private:
-    std::vector<tern::MessageReference> _messages;
+    std::vector<tern::MessageReference> _messages ARBOR_GUARDED_BY(this);
 };
 
 }  // namespace test
