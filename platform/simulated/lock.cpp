@@ -1,31 +1,46 @@
 #include "platform/lock.h"
 
 #include "platform/simulated/recursive_lock.h"
+#include "platform/simulated/watched_lock.h"
 #include "platform/simulated/world.h"
 #include "platform/thread.h"
 
 #include <new>
 
+// g++ tells of the thread sanitizer by a macro, clang by a feature.
+#if defined(__SANITIZE_THREAD__)
+#define PLATFORM_HAS_WATCHED_LOCKS
+#elif defined(__has_feature)
+#if __has_feature(thread_sanitizer)
+#define PLATFORM_HAS_WATCHED_LOCKS
+#endif
+#endif
+
 namespace platform {
 namespace {
 
 using simulated::Call;
-using simulated::RecursiveLock;
 using simulated::world;
 
-RecursiveLock* mutexOf(NativeHandle handle) noexcept {
-    return static_cast<RecursiveLock*>(handle);
+#if defined(PLATFORM_HAS_WATCHED_LOCKS)
+using Lock = simulated::WatchedLock;
+#else
+using Lock = simulated::RecursiveLock;
+#endif
+
+Lock* mutexOf(NativeHandle handle) noexcept {
+    return static_cast<Lock*>(handle);
 }
 
-RecursiveLock* section(unsigned char* storage) noexcept {
-    return std::launder(reinterpret_cast<RecursiveLock*>(storage));
+Lock* section(unsigned char* storage) noexcept {
+    return std::launder(reinterpret_cast<Lock*>(storage));
 }
 
 }  // namespace
 
 KernelMutex::KernelMutex() noexcept : _handle(nullptr) {
     if (world().faults.strikes(Call::MutexCreation)) return;
-    _handle = new (std::nothrow) RecursiveLock;
+    _handle = new (std::nothrow) Lock;
     if (_handle == nullptr) return;
     ++world().openMutexes;
 }
@@ -51,13 +66,13 @@ void KernelMutex::unlock() noexcept {
 }
 
 CriticalSection::CriticalSection() noexcept {
-    static_assert(sizeof(RecursiveLock) <= kStorageBytes);
-    static_assert(alignof(RecursiveLock) <= alignof(CriticalSection));
-    ::new (_storage) RecursiveLock;
+    static_assert(sizeof(Lock) <= kStorageBytes);
+    static_assert(alignof(Lock) <= alignof(CriticalSection));
+    ::new (_storage) Lock;
 }
 
 CriticalSection::~CriticalSection() {
-    section(_storage)->~RecursiveLock();
+    section(_storage)->~Lock();
 }
 
 void CriticalSection::lock() noexcept {

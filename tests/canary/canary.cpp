@@ -1,5 +1,7 @@
 // Commits the fault that it is told to, on purpose. A sanitizer must stop it: otherwise a lost
 // compiler flag would pass for clean code.
+#include "platform/lock.h"
+
 #include <cstdio>
 #include <limits>
 #include <string_view>
@@ -30,6 +32,21 @@ void raceForAVariable() {
     other.join();
 }
 
+void takeBoth(platform::KernelMutex& first, platform::KernelMutex& second) {
+    first.lock(platform::kNoTimeout);
+    second.lock(platform::kNoTimeout);
+    second.unlock();
+    first.unlock();
+}
+
+// Two threads, one after the other: what is reported is the order, not the deadlock of a bad day.
+void takeTwoLocksInBothOrders() {
+    platform::KernelMutex a;
+    platform::KernelMutex b;
+    std::thread([&a, &b] { takeBoth(a, b); }).join();
+    std::thread([&a, &b] { takeBoth(b, a); }).join();
+}
+
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
@@ -37,6 +54,7 @@ int main(int argumentCount, char** arguments) {
     if (fault == "address") overrunTheHeap();
     if (fault == "undefined") overflowANumber(argumentCount);
     if (fault == "thread") raceForAVariable();
+    if (fault == "lock_order") takeTwoLocksInBothOrders();
     std::puts("the canary survived");
     return 0;
 }
