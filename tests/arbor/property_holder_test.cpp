@@ -2,6 +2,7 @@
 
 #include "arbor/null_property.h"
 #include "arbor/property.h"
+#include "arbor/scoped_lock.h"
 #include "tests/support/test_properties.h"
 
 #include <gtest/gtest.h>
@@ -22,8 +23,14 @@ namespace {
 // Shows the symbols, which never leave a holder otherwise.
 class OpenHolder : public PropertyHolder {
 public:
-    [[nodiscard]] int symbolOf(const wchar_t* key) const { return _entries.symbolOf(key); }
-    [[nodiscard]] std::size_t size() const { return _entries.size(); }
+    [[nodiscard]] int symbolOf(const wchar_t* key) const {
+        const arbor::ScopedLock lock(*this);
+        return _entries.symbolOf(key);
+    }
+    [[nodiscard]] std::size_t size() const {
+        const arbor::ScopedLock lock(*this);
+        return _entries.size();
+    }
 };
 
 constexpr std::uint64_t kUntouched = 999;
