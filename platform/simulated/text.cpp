@@ -1,5 +1,7 @@
 #include "platform/text.h"
 
+#include <algorithm>
+
 namespace platform {
 namespace {
 
@@ -10,11 +12,10 @@ constexpr char kDefaultCharacter = '?';
 }  // namespace
 
 std::wstring widened(std::string_view narrow) {
-    std::wstring wide;
-    wide.reserve(narrow.size());
-    for (const char character : narrow) {
-        wide += static_cast<wchar_t>(static_cast<unsigned char>(character));
-    }
+    std::wstring wide(narrow.size(), L'\0');
+    std::transform(narrow.begin(), narrow.end(), wide.begin(), [](char character) {
+        return static_cast<wchar_t>(static_cast<unsigned char>(character));
+    });
     return wide;
 }
 
