@@ -109,10 +109,17 @@ void paintBanner(HDC dc, HWND dialog) {
     const SelectedObject selected(dc, font.get());
     ::SetBkMode(dc, TRANSPARENT);
     ::SetTextColor(dc, contrast ? ::GetSysColor(COLOR_WINDOWTEXT) : kBannerText);
-    area.left = textLeft;
+    UINT format = DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX;
+    if ((::GetWindowLongPtrW(dialog, GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0) {
+        // Said and not left to the mirrored context, which not every system lets order the words.
+        ::SetLayout(dc, 0);
+        area.right -= textLeft;
+        format |= DT_RIGHT | DT_RTLREADING;
+    } else {
+        area.left = textLeft;
+    }
     const std::wstring shown = text(IDS_CHECK_BANNER);
-    ::DrawTextW(dc, shown.c_str(), static_cast<int>(shown.size()), &area,
-                DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);
+    ::DrawTextW(dc, shown.c_str(), static_cast<int>(shown.size()), &area, format);
 }
 
 INT_PTR paint(HWND dialog) {
