@@ -36,6 +36,9 @@ REGEDIT4
 [HKEY_CURRENT_USER\Software\Wine\Fonts\Replacements]
 "Tahoma"="DejaVu Sans Condensed"
 "Segoe UI"="DejaVu Sans Condensed"
+"Microsoft Sans Serif"="DejaVu Sans Condensed"
+"MS Sans Serif"="DejaVu Sans Condensed"
+"SimSun"="DejaVu Sans Condensed"
 "Times New Roman"="Liberation Serif"
 "Arial"="Liberation Sans"
 "Courier New"="Liberation Mono"
