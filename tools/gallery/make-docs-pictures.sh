@@ -1,0 +1,18 @@
+#!/bin/sh
+# make-docs-pictures.sh: makes the small gallery of the documentation from the pictures that
+# "./run gallery" has left in out/gallery.
+set -eu
+cd "$(dirname "$0")/../../out/gallery"
+docs=../../docs/pictures
+
+# Every alert in English, and three of them in five languages.
+montage en/*.png -tile 6x -geometry 250x+5+5 -background white miff:- |
+    convert - +dither -colors 200 "png8:$docs/gallery.png"
+set --
+for name in 04-toner-low 03-second-sides 33-cartridge-check; do
+    for language in en de zh ar he; do
+        set -- "$@" "$language/$name.png"
+    done
+done
+montage "$@" -tile 5x -geometry 300x+5+5 -background white miff:- |
+    convert - +dither -colors 200 "png8:$docs/gallery-languages.png"
