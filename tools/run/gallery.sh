@@ -1,5 +1,5 @@
 #!/bin/sh
-# usage: gallery [LANGUAGE...]   pictures of every alert in en, zh, de, ar, he, or those named, and a page with all of them in out/gallery/
+# usage: gallery [LANGUAGE...]   pictures of every alert (en zh de ar he, or those named) in out/gallery/
 # Plays the scenarios of scenarios/gallery on the real monitor in each language.
 set -eu
 cd "$(dirname "$0")/../.."
