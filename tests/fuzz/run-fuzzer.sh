@@ -1,9 +1,10 @@
 #!/bin/sh
-# run-fuzzer.sh PROGRAM FOLDER NAME FINDINGS: replays FOLDER/corpus/NAME, then runs the fuzzer on it from a
-# fixed seed. New inputs go to a temporary folder, an input that fails to FINDINGS/NAME-*.
+# run-fuzzer.sh PROGRAM FOLDER NAME FINDINGS RUNS: replays FOLDER/corpus/NAME, then makes RUNS runs, or
+# BEAMLINE_FUZZ_RUNS, of the fuzzer on it from a fixed seed. New inputs go to a temporary folder, an input
+# that fails to FINDINGS/NAME-*.
 set -eu
 program=$1 folder=$2 name=$3 findings=$4
-runs=${BEAMLINE_FUZZ_RUNS:-20000}
+runs=${BEAMLINE_FUZZ_RUNS:-$5}
 corpus=$folder/corpus/$name
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
