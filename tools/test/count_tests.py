@@ -44,7 +44,8 @@ def read_log(path):
         return 0, 1
     passed = failed = 0
     for block in BLOCK.finditer(text):
-        succeeded = "\nTest Passed." in block["rest"]
+        # The second is what ctest says of a test that must print something in order to pass.
+        succeeded = "\nTest Passed." in block["rest"] or "\nTest Pass Reason:" in block["rest"]
         more_passed, more_failed = count(block["output"], succeeded)
         passed += more_passed
         failed += more_failed
