@@ -8,7 +8,6 @@
 #include "platform/simulated/world.h"
 #include "tern/class_ids.h"
 #include "tests/support/allocation_torture.h"
-#include "tests/support/clean_platform.h"
 #include "tests/support/records.h"
 #include "tests/support/status_channel.h"
 #include "tests/support/test_components.h"
@@ -36,7 +35,7 @@ bool passes(arbor::IMessage&) {
 
 class TernTortureTest : public testing::TestWithParam<Mode> {
 protected:
-    void SetUp() override { cleanPlatform(); }
+    void SetUp() override { world().reset(); }
 
     void torment(const torture::Scene& scene, const torture::Check& check, long points) {
         const torture::Outcome outcome = everyAllocation(GetParam(), scene, check);
@@ -227,6 +226,8 @@ TEST_P(TernTortureTest, InstanceManagerIsWholeOrNull) {
             16);
 }
 
+// Threads and locks are the real ones in the Windows program: nothing makes them fail there.
+#if !defined(_WIN32)
 TEST_P(TernTortureTest, ComponentIsCreatedAndAddedOrNothingIsLeftOfIt) {
     tern::IInstanceManager* manager = nullptr;
     bool created = false;
@@ -254,6 +255,7 @@ TEST_P(TernTortureTest, ComponentIsCreatedAndAddedOrNothingIsLeftOfIt) {
         },
         5);
 }
+#endif
 
 TEST_P(TernTortureTest, RecordIsDeliveredOrTheChannelEnds) {
     const std::string bytes = records::record(2, 3, records::number(41100));
@@ -306,7 +308,7 @@ TEST(TernPlatformFaultTest, PipeThatFailsAtAnyCallStopsTheBrokerAndNothingElse) 
          {Call::PipeWait, Call::PipeOpenForReading, Call::PipeMode, Call::PipeRead}) {
         for (const bool forEver : {false, true}) {
             for (long nth = 1;; ++nth) {
-                cleanPlatform();
+                world().reset();
                 ASSERT_TRUE(world().faults.add({call, nth, forEver}));
                 Reading reading(bytes + bytes);
 
@@ -322,11 +324,12 @@ TEST(TernPlatformFaultTest, PipeThatFailsAtAnyCallStopsTheBrokerAndNothingElse) 
             }
         }
     }
-    cleanPlatform();
+    world().reset();
 }
 
+#if !defined(_WIN32)  // as above
 TEST(TernPlatformFaultTest, ThreadThatCannotBeStartedIsSilentAndStartsAtTheNextTry) {
-    cleanPlatform();
+    world().reset();
     ASSERT_TRUE(world().faults.add({Call::ThreadStart}));
     test::StatusChannel<> channel;
 
@@ -337,11 +340,11 @@ TEST(TernPlatformFaultTest, ThreadThatCannotBeStartedIsSilentAndStartsAtTheNextT
 
     EXPECT_TRUE(channel.finished);
     EXPECT_EQ(channel.messages().size(), 1U);
-    cleanPlatform();
+    world().reset();
 }
 
 TEST(TernPlatformFaultTest, ThreadThatTheSystemTellsNothingOfReadsAsUnfinished) {
-    cleanPlatform();
+    world().reset();
     test::StatusChannel<> channel;
     channel.play({});
     ASSERT_TRUE(channel.finished);
@@ -350,11 +353,11 @@ TEST(TernPlatformFaultTest, ThreadThatTheSystemTellsNothingOfReadsAsUnfinished) 
 
     EXPECT_FALSE(channel.generator->isFinished());
     EXPECT_TRUE(channel.generator->isFinished());
-    cleanPlatform();
+    world().reset();
 }
 
 TEST(TernPlatformFaultTest, BrokerWithoutAMutexStillDelivers) {
-    cleanPlatform();
+    world().reset();
     ASSERT_TRUE(world().faults.add({Call::MutexCreation, 1, true}));
     test::TestManager<> manager;
     manager.onPump = [&] { manager.broker.stop(nullptr, 0); };
@@ -365,5 +368,6 @@ TEST(TernPlatformFaultTest, BrokerWithoutAMutexStillDelivers) {
     EXPECT_EQ(manager.broker.run(), 0);
 
     EXPECT_EQ(listener->heard, 1);
-    cleanPlatform();
+    world().reset();
 }
+#endif
