@@ -7,12 +7,17 @@ namespace arbor {
 // A number in a slot, which it stands at the beginning of.
 class PropertySlots::Slotted final : public Property {
 public:
-    Slotted(std::int32_t value) noexcept : Property(PT_INT, Value{0}) { _value.integer = value; }
-    Slotted(void* pointer) noexcept : Property(PT_OPAQUE, Value{0}) { _value.pointer = pointer; }
+    explicit Slotted(std::int32_t value) noexcept : Property(PT_INT, Value{0}) {
+        _value.integer = value;
+    }
+    explicit Slotted(void* pointer) noexcept : Property(PT_OPAQUE, Value{0}) {
+        _value.pointer = pointer;
+    }
     ~Slotted() override = default;
 
     static void* operator new(std::size_t, Slot* slot) noexcept { return slot; }
     static void operator delete(void*, Slot*) noexcept {}
+    // NOLINTNEXTLINE(cert-dcl54-cpp,misc-new-delete-overloads): only made in a slot
     static void operator delete(void* slot) noexcept {
         static_cast<Slot*>(slot)->isTaken.store(false, std::memory_order_release);
     }

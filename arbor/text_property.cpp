@@ -71,6 +71,7 @@ void TextProperty::release(const void* text) noexcept {
     ::operator delete(reinterpret_cast<std::byte*>(holders) - sizeof(TextProperty));
 }
 
+// NOLINTNEXTLINE(cert-dcl54-cpp,misc-new-delete-overloads): as in the header
 void TextProperty::operator delete(void* property) noexcept {
     release(static_cast<std::byte*>(property) + kTextOffset);
 }

@@ -22,6 +22,7 @@ public:
     static void release(const void* text) noexcept;
 
     // Gives up the property's own hold of the block; the text may still be needed.
+    // NOLINTNEXTLINE(cert-dcl54-cpp,misc-new-delete-overloads): only made in a block
     static void operator delete(void* property) noexcept;
 
 private:

@@ -39,6 +39,7 @@ CLANG_WARNINGS = [
     "-Wno-reserved-identifier",   # clang-tidy judges it too, where a line can give its reason
     "-Wno-weak-vtables",          # interfaces have no source file by design
     "-Wno-exit-time-destructors", "-Wno-global-constructors",  # clang-tidy judges these better
+    "-Wno-thread-safety-negative",  # our locks are re-entrant: their holder may take them again
     "-Wno-switch-enum",           # contradicts -Wcovered-switch-default
     "-Wno-ctad-maybe-unsupported",  # guards such as ScopedLock deduce on purpose
     "-Wno-unsafe-buffer-usage", "-Wno-unknown-warning-option",

@@ -26,7 +26,7 @@ public:
     void unlock() noexcept { pthread_mutex_unlock(&_mutex); }
 
 private:
-    pthread_mutex_t _mutex;
+    pthread_mutex_t _mutex{};
 };
 
 }  // namespace platform::simulated

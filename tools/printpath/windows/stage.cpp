@@ -49,9 +49,11 @@ void copyFile(const std::filesystem::path& from, const std::filesystem::path& fo
 }  // namespace
 
 Stage::Stage(const Options& options, Timeline& timeline)
-    : _options(options), _timeline(timeline), _work(newWorkFolder()) {
+    : _options(options),
+      _timeline(timeline),
+      _work(newWorkFolder()),
+      _traceFile(traceFileOfTheUser()) {
     preparation.byteMode = options.byteMode;
-    _traceFile = traceFileOfTheUser();
     if (_traceFile.empty()) _traceFile = workFile(kTraceName);
     _tracedBefore = readWholeFile(_traceFile).size();
     preparation.environment[kTraceVariable] = _traceFile.wstring();
