@@ -57,6 +57,7 @@ void InstanceManager::pumpOnce() {
 IInstanceManager* NewInstanceManager(const char*, int argumentCount,
                                      const char* const* arguments) try {
     std::vector<std::wstring> list;
+    if (argumentCount > 0) list.reserve(static_cast<std::size_t>(argumentCount));
     for (int index = 0; index < argumentCount; ++index) {
         list.push_back(platform::widened(arguments[index]));
     }

@@ -24,7 +24,7 @@ constexpr std::size_t kErrorTextBytes = 260;
 constexpr std::uint32_t kScratchBytes = 4096;
 
 std::string readFailure(platform::NativeHandle pipe, std::uint32_t error) {
-    std::array<char, kErrorTextBytes> text;
+    std::array<char, kErrorTextBytes> text{};
     std::snprintf(text.data(), text.size(),
                   "[VeloEventGenerator::readInput] ReadFile() failed hndl=0x%x, gle=%d",
                   static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(pipe)),
@@ -124,11 +124,11 @@ void* VeloEventGenerator::readInput(void* destination, std::uint32_t count) {
 void VeloEventGenerator::discardInput(std::uint32_t count) {
     if (count == 0) return;
     const platform::NativeHandle pipe = _input->pipe;
-    std::array<unsigned char, kScratchBytes> scratch;
+    unsigned char scratch[kScratchBytes];
     for (std::uint32_t missing = count; missing > 0;) {
         Outside outside(*this);
         const platform::PipeRead read =
-            platform::readPipe(pipe, scratch.data(), std::min(missing, kScratchBytes));
+            platform::readPipe(pipe, scratch, std::min(missing, kScratchBytes));
         outside.back();
         if (read.failed) {
             throw std::domain_error("[VeloEventGenerator::discardInput] ReadFile() failed");

@@ -263,6 +263,16 @@ TEST(AbstractThreadTest, RemovingAStrangerDropsTheLastObserver) {
     EXPECT_EQ(order, "a");
 }
 
+TEST(AbstractThreadTest, RemovingFromAThreadWithoutObserversDoesNothing) {
+    TestThread thread(returnsZero);
+    Observer stranger;
+
+    thread.removeObserver(&stranger);
+    thread.requestStart();
+
+    EXPECT_EQ(stranger.codes(), Codes{});
+}
+
 TEST(AbstractThreadTest, ObserverThatRemovesItselfStillHearsThisMessageButNotTheNext) {
     TestThread thread(returnsZero);
     Observer* self = nullptr;

@@ -51,3 +51,10 @@ TEST(NumberTextTest, HexadecimalDigitsMayBeOfEitherCase) {
     EXPECT_EQ(arbor::parsedNumber("0XFa"), 0xFAU);
     EXPECT_EQ(arbor::parsedNumber("0xg"), 0U);
 }
+
+TEST(NumberTextTest, ANumberEndsAtAMarkThatStandsBehindTheLetters) {
+    for (const char* text : {"0x1{", "0x1[", "0x1`"})
+        EXPECT_EQ(arbor::parsedNumber(text), 1U) << text;
+    for (const wchar_t* text : {L"0x1{", L"0x1[", L"0x1\x00E9"})
+        EXPECT_EQ(arbor::parsedNumber(text), 1U);
+}

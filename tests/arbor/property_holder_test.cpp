@@ -2,6 +2,7 @@
 
 #include "arbor/null_property.h"
 #include "arbor/property.h"
+#include "arbor/property_text.h"
 #include "arbor/scoped_lock.h"
 #include "tests/support/test_properties.h"
 
@@ -327,4 +328,28 @@ TEST(PropertyHolderTest, BagDeletesEveryPropertyThatItHolds) {
         }
     }
     EXPECT_EQ(destroyed, 20);
+}
+
+TEST(PropertyHolderTest, NarrowKeyIsCutAtTheConversionLimit) {
+    constexpr std::size_t kLongest = 32767;
+    PropertyHolder bag;
+
+    bag.setInt(std::string(kLongest + 100, 'k').c_str(), 5);
+
+    EXPECT_EQ(bag.getInt(std::wstring(kLongest, L'k').c_str(), 0), 5);
+}
+
+TEST(PropertyHolderTest, WideTextOfWhateverIsStoredLosesNothing) {
+    PropertyHolder bag;
+    bag.setString(L"narrow", "Beamline");
+    bag.setWString(L"wide", L"\x0416\x4E2D");
+    bag.setInt(L"number", -7);
+    const AnyProperty nothing(arbor::PT_WSTRING, 0);
+    bag.setProperty(L"nothing", &nothing);
+
+    EXPECT_EQ(arbor::wideText(bag, L"narrow", L"default"), L"Beamline");
+    EXPECT_EQ(arbor::wideText(bag, L"wide", L"default"), L"\x0416\x4E2D");
+    EXPECT_EQ(arbor::wideText(bag, L"number", L"default"), L"-7");
+    EXPECT_EQ(arbor::wideText(bag, L"nothing", L"default"), L"");
+    EXPECT_EQ(arbor::wideText(bag, L"absent", L"default"), L"default");
 }

@@ -274,6 +274,26 @@ TEST(PropertyTest, WhatIsNoValueConvertsByTheFallback) {
     }
 }
 
+TEST(PropertyTest, ValuesConvertWithoutAskingTheFallback) {
+    Fallbacks fallback;
+    std::string out;
+
+    EXPECT_EQ(narrow("K7400")->toString(out, fallback.text), "K7400");
+    EXPECT_EQ(wide(L"K7401")->toString(out, fallback.text), "K7401");
+    EXPECT_EQ(number(-7)->toString(out, fallback.text), "-7");
+    EXPECT_EQ(number(-7)->toInt(fallback.integer), -7);
+}
+
+TEST(PropertyTest, NullTextReadsAsEmptyIntoAGivenTextToo) {
+    for (const std::uint32_t type : {arbor::PT_STRING, arbor::PT_WSTRING}) {
+        const AnyProperty nothing(type, 0);
+        Fallbacks fallback;
+        std::string out = "before";
+
+        EXPECT_EQ(nothing.toString(out, fallback.text), "");
+    }
+}
+
 TEST(PropertyTest, WhatIsNoValueConvertsToZeroWithoutAFallback) {
     const Owned bytes = buffer("abc", 3);
 

@@ -236,6 +236,22 @@ INSTANTIATE_TEST_SUITE_P(
         return "Status" + std::to_string(row.param.code);
     });
 
+TEST_F(AlertHandlersTest, TheListenerHasAClassOfItsOwn) {
+    const arbor::Guid expected{
+        0x2C8F6E51, 0x7D0A, 0x4B6E, {0x9A, 0x35, 0x51, 0xC4, 0x0E, 0x8B, 0x27, 0xD3}};
+
+    EXPECT_TRUE(*listener->getClassId() == expected);
+}
+
+TEST_F(AlertHandlersTest, TheFaxLinkStartsTheInstalledCompanion) {
+    world().registry.setText(platform::Hive::LocalMachine, L"SOFTWARE\\Corvane\\Orrery\\",
+                             L"ApplicationPath", L"C:\\Orrery\\orrery.exe");
+
+    feedback(1012);
+
+    EXPECT_EQ(world().desktop.programs(), std::vector<std::wstring>{L"C:\\Orrery\\orrery.exe"});
+}
+
 TEST_F(AlertHandlersTest, ADescriptionCarriesWhatEveryAlertIsTold) {
     printerIs(L"Zweite \x00C4tage \x4E2D", L"USB002");
     status(41150);

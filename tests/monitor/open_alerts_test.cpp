@@ -113,6 +113,17 @@ TEST_F(OpenAlertsTest, TheWalkOfTheDocumentsEndKeepsTheOthersInOrder) {
     EXPECT_TRUE(wasTraced("TERNA Dialogs left 2"));
 }
 
+TEST_F(OpenAlertsTest, TheWalkCountsTheSameWithoutClosingWindows) {
+    open(0, true);
+    open(4, false);
+
+    const std::uint32_t left = alerts.removeAllAutocloseDialogs(false);
+
+    EXPECT_EQ(left, 1U);
+    EXPECT_EQ(alerts.findAlertDialogType(0), OpenAlerts::kNotFound);
+    EXPECT_EQ(alerts.findAlertDialogType(4), 0U);
+}
+
 TEST_F(OpenAlertsTest, AnAlertWithoutAWindowIsNotKept) {
     headless::setCreationFails(true);
     open(0);

@@ -261,6 +261,22 @@ TEST_F(InstanceManagerTest, ModuleOutsideTheListIsNotFound) {
     EXPECT_FALSE(manager.getModule(0, module));
 }
 
+TEST_F(InstanceManagerTest, EmptiedModuleRecordIsPassedOver) {
+    manager.addModule(moduleNumber(4))->reset();
+    manager.addModule(moduleNumber(8));
+    NativeHandle module = nullptr;
+    std::wstring string = L"before";
+
+    EXPECT_FALSE(manager.getModule(0, module));
+    EXPECT_TRUE(manager.getModule(1, module));
+
+    EXPECT_EQ(module, moduleNumber(8));
+    EXPECT_EQ(manager.loadString(string, 5), L"");
+    EXPECT_EQ(manager.findInModules(L"name", L"type", 9), nullptr);
+    EXPECT_EQ((*manager.addModule(moduleNumber(8)))->module, moduleNumber(8));
+    EXPECT_EQ(manager.getModuleCount(), 2);
+}
+
 TEST_F(InstanceManagerTest, NoTextAndNoResourceIsFoundInTheModules) {
     manager.addModule(moduleNumber(4));
     std::wstring string = L"before";

@@ -278,6 +278,11 @@ TEST_F(VeloEventGeneratorTest, BufferGrowsWithTheNeedAndStopsAtTheLimit) {
     EXPECT_EQ(channel.generator->reserveBuffer(buffer, 1048576, 1048577), 1048576U);
 }
 
+TEST_F(VeloEventGeneratorTest, BeforeTheFirstRecordThereIsNoInput) {
+    EXPECT_TRUE(channel.generator->hasInput(0));
+    EXPECT_FALSE(channel.generator->hasInput(1));
+}
+
 TEST_F(VeloEventGeneratorTest, OnlyTheMagicMakesAHeaderValid) {
     tern::VeloHeader header;
     header.magic = 0x4F4C4556;

@@ -9,7 +9,7 @@ namespace {
 constexpr std::int64_t kLargestNumber = 0xFFFFFFFFLL;
 constexpr std::int64_t kMostSeconds = 600;
 constexpr std::int64_t kMostMilliseconds = 600000;
-constexpr std::int64_t kMostBodyBytes = 64 * 1024 * 1024;
+constexpr std::int64_t kMostBodyBytes = std::int64_t{64} * 1024 * 1024;
 constexpr std::int64_t kMostHours = 1000000;
 constexpr int kLargestControl = 0xFFFF;
 

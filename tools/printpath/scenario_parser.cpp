@@ -53,7 +53,7 @@ std::string readArguments(Step& step, const std::vector<Word>& words) {
                 return quoted(word.text) + " is too much; expected: " + usage(keyword);
             place = next++;
         }
-        const std::string error = readValue(keyword.parameters[place], word, step.values[place]);
+        std::string error = readValue(keyword.parameters[place], word, step.values[place]);
         if (!error.empty()) return error;
     }
     for (std::size_t i = 0; i < keyword.parameters.size(); ++i)

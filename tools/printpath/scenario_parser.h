@@ -14,8 +14,8 @@ struct ScenarioError {
 };
 
 // Limits that keep a wrong file from being taken for a scenario.
-inline constexpr std::size_t kMostScenarioBytes = 1024 * 1024;
-inline constexpr std::size_t kMostLineBytes = 16 * 1024;
+inline constexpr std::size_t kMostScenarioBytes = std::size_t{1024} * 1024;
+inline constexpr std::size_t kMostLineBytes = std::size_t{16} * 1024;
 
 // Reads a whole scenario, or says what is wrong with its first wrong line. Needs nothing but the
 // text: files that steps name are not looked at.

@@ -141,10 +141,10 @@ void postKey(HWND dialog, const KeyPress& key) {
         ::PostMessageW(focus, WM_KEYUP, virtualKey(key), kKeyReleased);
     } else if (key.alt) {
         // What Alt and a letter become in a window with a system menu.
-        const WPARAM letter = static_cast<WPARAM>(key.character);
+        const WPARAM letter = static_cast<unsigned char>(key.character);
         ::PostMessageW(dialog, WM_MENUCHAR, letter | (MF_SYSMENU << 16), 0);
     } else {
-        ::PostMessageW(dialog, WM_CHAR, static_cast<WPARAM>(key.character), kOnePress);
+        ::PostMessageW(dialog, WM_CHAR, static_cast<unsigned char>(key.character), kOnePress);
     }
 }
 
@@ -157,6 +157,7 @@ void typeKey(HWND dialog, const KeyPress& key) {
     if (key.control) held.push_back(VK_CONTROL);
     if (key.alt) held.push_back(VK_MENU);
     std::vector<INPUT> inputs;
+    inputs.reserve(2 * (held.size() + 1));
     for (const WORD code : held)
         inputs.push_back(keyInput(code, true));
     inputs.push_back(keyInput(virtualKey(key), true));

@@ -14,9 +14,9 @@
 #include <variant>
 #include <vector>
 
-namespace {
+namespace printpath {
 
-using namespace printpath;
+namespace {
 
 constexpr DWORD kPathUnits = 32768;
 
@@ -61,17 +61,20 @@ Outcome run(const std::vector<std::wstring>& arguments) {
 
 }  // namespace
 
+}  // namespace printpath
+
 int wmain(int count, wchar_t** values) {
     // Lines end as they do in the scenarios, and what is shown is UTF-8.
     ::_setmode(::_fileno(stdout), _O_BINARY);
     ::_setmode(::_fileno(stderr), _O_BINARY);
     try {
-        return static_cast<int>(run(std::vector<std::wstring>(values + 1, values + count)));
+        return static_cast<int>(
+            printpath::run(std::vector<std::wstring>(values + 1, values + count)));
     } catch (const printpath::Failure& failure) {
-        print(stderr, std::string("printpath: ") + failure.what() + "\n");
+        printpath::print(stderr, std::string("printpath: ") + failure.what() + "\n");
         return static_cast<int>(failure.outcome());
     } catch (const std::exception& error) {
-        print(stderr, std::string("printpath: ") + error.what() + "\n");
-        return static_cast<int>(Outcome::Unusable);
+        printpath::print(stderr, std::string("printpath: ") + error.what() + "\n");
+        return static_cast<int>(printpath::Outcome::Unusable);
     }
 }

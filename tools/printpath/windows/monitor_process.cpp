@@ -39,8 +39,7 @@ std::wstring environmentBlock(const std::map<std::wstring, std::wstring>& change
         all[name] = value;
     std::wstring block;
     for (const auto& [name, value] : all) {
-        block += name + L"=" + value;
-        block += L'\0';
+        block.append(name).append(1, L'=').append(value).append(1, L'\0');
     }
     block += L'\0';
     return block;

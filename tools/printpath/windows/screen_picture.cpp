@@ -69,7 +69,8 @@ ScreenPicture captureScreen(const RECT& area) {
     ScreenPicture picture;
     picture.width = area.right - area.left;
     picture.height = area.bottom - area.top;
-    picture.pixels.resize(static_cast<std::size_t>(lineBytes(picture.width) * picture.height));
+    picture.pixels.resize(static_cast<std::size_t>(lineBytes(picture.width)) *
+                          static_cast<std::size_t>(picture.height));
     Capture(picture.width, picture.height).copy(area, picture);
     return picture;
 }
