@@ -41,16 +41,16 @@ struct SuppliesColumn {
 };
 
 struct AlertRow {
-    int type;
-    int icon;      // severity
-    int headline;  // string ids; 0: none
-    int message;
+    int type = 0;
+    int icon = 0;      // severity
+    int headline = 0;  // string ids; 0: none
+    int message = 0;
     PerPrinter detail;
     PerPrinter picture;
-    const SuppliesColumn* supplies;        // null: no supplies block
-    int suppliesDetail;                    // string id of the detail beside the block
-    int returns;                           // string id of the returns link
-    void (*further)(AlertContext& alert);  // what no column holds; null: nothing
+    const SuppliesColumn* supplies = nullptr;        // null: no supplies block
+    int suppliesDetail = 0;                          // string id of the detail beside the block
+    int returns = 0;                                 // string id of the returns link
+    void (*further)(AlertContext& alert) = nullptr;  // what no column holds; null: nothing
 };
 
 constexpr PerPrinter kNone{};

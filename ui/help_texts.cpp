@@ -8,8 +8,8 @@ constexpr std::int32_t kAllBits = -1;
 constexpr std::int32_t kLow16Bits = 0xFFFF;
 
 struct HelpRow {
-    std::int32_t first, last;  // status codes, both included
-    HelpText help;
+    std::int32_t first = 0, last = 0;  // status codes, both included
+    HelpText help{};
     std::int32_t mask = kAllBits;  // of the status, before it is compared
 };
 

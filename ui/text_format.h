@@ -11,12 +11,14 @@ class TextArgument {
 public:
     enum class Kind { Wide, Narrow, Number };
 
+    // NOLINTBEGIN(google-explicit-constructor): a list of arguments is written as plain values
     TextArgument(std::wstring_view wide) : kind(Kind::Wide), wideText(wide) {}
     TextArgument(const std::wstring& wide) : TextArgument(std::wstring_view(wide)) {}
     TextArgument(const wchar_t* wide) : TextArgument(std::wstring_view(wide)) {}
     TextArgument(std::string_view narrow) : kind(Kind::Narrow), narrowText(narrow) {}
     TextArgument(const std::string& narrow) : TextArgument(std::string_view(narrow)) {}
     TextArgument(std::int32_t value) : kind(Kind::Number), number(value) {}
+    // NOLINTEND(google-explicit-constructor)
 
     // Borrowed: valid as long as what the argument was made from.
     Kind kind;

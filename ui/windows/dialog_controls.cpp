@@ -10,8 +10,8 @@ namespace {
 
 constexpr LONG kHeadlineWeight = 600;
 
-HWND control(HWND window, int id) {
-    return ::GetDlgItem(window, id);
+HWND controlOf(HWND window, int control) {
+    return ::GetDlgItem(window, control);
 }
 
 HINSTANCE asModule(void* module) {
@@ -38,17 +38,17 @@ void setHeadlineFont(HWND headline) {
 
 }  // namespace
 
-bool exists(HWND window, int id) {
-    return control(window, id) != nullptr;
+bool exists(HWND window, int control) {
+    return controlOf(window, control) != nullptr;
 }
 
-bool usable(HWND window, int id) {
-    const HWND found = control(window, id);
+bool usable(HWND window, int control) {
+    const HWND found = controlOf(window, control);
     return found != nullptr && ::IsWindowEnabled(found) && ::IsWindowVisible(found);
 }
 
-std::wstring text(HWND window, int id) {
-    const HWND found = control(window, id);
+std::wstring text(HWND window, int control) {
+    const HWND found = controlOf(window, control);
     if (found == nullptr) return {};
     std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(found)) + 1, L'\0');
     const int units = ::GetWindowTextW(found, text.data(), static_cast<int>(text.size()));
@@ -56,8 +56,8 @@ std::wstring text(HWND window, int id) {
     return text;
 }
 
-void setText(HWND window, int id, const std::wstring& text) {
-    ::SetDlgItemTextW(window, id, text.c_str());
+void setText(HWND window, int control, const std::wstring& text) {
+    ::SetDlgItemTextW(window, control, text.c_str());
 }
 
 void setTitle(HWND window, const std::wstring& title) {
@@ -66,14 +66,14 @@ void setTitle(HWND window, const std::wstring& title) {
 
 // A picture static answers WM_SETTEXT with a picture of that name or with nothing, so the name is
 // set past its procedure.
-void setName(HWND window, int id, const std::wstring& name) {
-    const HWND found = control(window, id);
+void setName(HWND window, int control, const std::wstring& name) {
+    const HWND found = controlOf(window, control);
     if (found == nullptr) return;
     ::DefWindowProcW(found, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name.c_str()));
 }
 
-void show(HWND window, int id, bool visible) {
-    const HWND found = control(window, id);
+void show(HWND window, int control, bool visible) {
+    const HWND found = controlOf(window, control);
     if (found != nullptr) ::ShowWindow(found, visible ? SW_SHOW : SW_HIDE);
 }
 
@@ -85,9 +85,9 @@ void moveWindow(HWND window, int x, int y) {
     ::SetWindowPos(window, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void placeAt(HWND window, int id, int where) {
-    const HWND moved = control(window, id);
-    const HWND target = control(window, where);
+void placeAt(HWND window, int control, int where) {
+    const HWND moved = controlOf(window, control);
+    const HWND target = controlOf(window, where);
     if (moved == nullptr || target == nullptr) return;
     RECT place{};
     RECT size{};
@@ -108,14 +108,14 @@ void setIcons(HWND window, void* module, int icon) {
     set(ICON_SMALL, SM_CXSMICON, SM_CYSMICON);
 }
 
-void setPicture(HWND window, int id, void* module, int bitmap) {
-    const HWND found = control(window, id);
+void setPicture(HWND window, int control, void* module, int bitmap) {
+    const HWND found = controlOf(window, control);
     if (found == nullptr) return;
     WindowResources::of(window).showPicture(found, loadBitmap(asModule(module), bitmap));
 }
 
-void setFont(HWND window, int id, Emphasis emphasis) {
-    const HWND found = control(window, id);
+void setFont(HWND window, int control, Emphasis emphasis) {
+    const HWND found = controlOf(window, control);
     if (found == nullptr) return;
     if (emphasis == Emphasis::Link) {
         setLinkFont(found, true);
@@ -124,13 +124,13 @@ void setFont(HWND window, int id, Emphasis emphasis) {
     }
 }
 
-void makeLink(HWND window, int id) {
-    const HWND found = control(window, id);
+void makeLink(HWND window, int control) {
+    const HWND found = controlOf(window, control);
     if (found != nullptr) SetHyperLink(found);
 }
 
-void setDefaultButton(HWND window, int id) {
-    ::SendMessageW(window, DM_SETDEFID, static_cast<WPARAM>(id), 0);
+void setDefaultButton(HWND window, int control) {
+    ::SendMessageW(window, DM_SETDEFID, static_cast<WPARAM>(control), 0);
 }
 
 void addChoice(HWND window, int list, const std::wstring& text) {
