@@ -1,16 +1,18 @@
 #!/usr/bin/env python3
 """Mutation of the logic: changes one token at a time and demands that a test notices.
 
-usage: tools/mutate.py [--changed | FILE.cpp ...] [--jobs N] [--limit N] [--seed N]
+usage: tools/mutate.py [--changed | FILE.cpp ... | FOLDER ...] [--survivors] [--jobs N]
+                       [--limit N] [--seed N]
 
 Every mutant of a source is compiled alone, linked into the test program of its folder before the
 library that holds the original, and run. It is killed when the program fails, crashes or does not
 end in time. Verdicts are kept in build/mutation and reused while source, tests and headers are the
-same. Mutants that change nothing stand with their reasons in tests/equivalent_mutants.txt, one a
-line: FILE | the line of code, trimmed | the change | the reason.
+same. Mutants that change nothing stand with their reasons in tests/mutation/*.txt, one a line:
+FILE | the line of code, trimmed | the change | the reason.
 
---changed takes the sources that differ from main's; --limit takes a random sample of that many
-mutants. Prints the survivors; exit code 1 when fewer than 90 % are killed.
+--changed takes the sources that differ from main's; --survivors believes earlier kills although
+tests have changed since, for quick rounds while writing tests; --limit takes a random sample of that
+many mutants. Prints the survivors; exit code 1 when fewer than 90 % are killed.
 """
 
 import argparse
@@ -28,7 +30,7 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = ROOT / "build" / "host"
 STATE = ROOT / "build" / "mutation"
-EQUIVALENT = ROOT / "tests" / "equivalent_mutants.txt"
+EQUIVALENT = ROOT / "tests" / "mutation"
 KILL_GOAL = 90.0
 TEST_SECONDS = 20
 # The programs that must notice a mutant of a folder, quickest first.
@@ -111,16 +113,15 @@ def mutants_of(file):
 
 
 def equivalents():
-    if not EQUIVALENT.exists():
-        return set()
     marked = set()
-    for line in EQUIVALENT.read_text(encoding="utf-8").splitlines():
-        fields = [field.strip() for field in line.split(" | ")]
-        if line.startswith("#") or not line.strip():
-            continue
-        if len(fields) != 4 or not fields[3]:
-            sys.exit(f"{EQUIVALENT.name}: not FILE | code | change | reason: {line}")
-        marked.add((fields[0], fields[1], fields[2]))
+    for path in sorted(EQUIVALENT.glob("*.txt")):
+        for line in path.read_text(encoding="utf-8").splitlines():
+            fields = [field.strip() for field in line.split(" | ")]
+            if line.startswith("#") or not line.strip():
+                continue
+            if len(fields) != 4 or not fields[3]:
+                sys.exit(f"{path.name}: not FILE | code | change | reason: {line}")
+            marked.add((fields[0], fields[1], fields[2]))
     return marked
 
 
@@ -162,7 +163,7 @@ class Workshop:
         command = self.link_command(program)
         command[command.index("-o") + 1] = str(target)
         command.insert(command.index("-o"), str(changed))
-        return subprocess.run([*command, "-Wl,--allow-multiple-definition"], cwd=BUILD,
+        return subprocess.run([*command, "-fuse-ld=lld", "-Wl,--allow-multiple-definition"], cwd=BUILD,
                               capture_output=True).returncode == 0
 
 
@@ -194,20 +195,27 @@ def verdict(workshop, mutant, place):
     return "survived"
 
 
+def digest(paths):
+    total = hashlib.sha256()
+    for path in sorted(paths):
+        if path.is_file():
+            total.update(path.read_bytes())
+    return total.hexdigest()
+
+
 class Memory:
     """Verdicts of earlier runs; a change of the source, its headers or its tests forgets them."""
 
-    def __init__(self, file):
+    def __init__(self, file, believe_kills):
         self._path = STATE / (file.replace("/", "@") + ".json")
-        total = hashlib.sha256()
         folder = folder_of(file)
-        for path in sorted([ROOT / file, *(ROOT / folder).glob("*.h"),
-                            *(ROOT / "tests" / folder).glob("*"), ROOT / "tools" / "mutate.py"]):
-            if path.is_file():
-                total.update(path.read_bytes())
-        self._key = total.hexdigest()
+        self._code = digest([ROOT / file, *(ROOT / folder).glob("*.h")])
+        self._tests = digest((ROOT / "tests" / folder).glob("*"))
         kept = json.loads(self._path.read_text()) if self._path.exists() else {}
-        self._verdicts = kept.get("verdicts", {}) if kept.get("key") == self._key else {}
+        self._verdicts = kept.get("verdicts", {}) if kept.get("code") == self._code else {}
+        if kept.get("tests") != self._tests:
+            self._verdicts = {mutant: value for mutant, value in self._verdicts.items()
+                              if believe_kills and value != "survived"}
 
     def get(self, mutant):
         return self._verdicts.get(f"{mutant.line}:{mutant.column}:{mutant.after}")
@@ -217,7 +225,8 @@ class Memory:
 
     def save(self):
         self._path.parent.mkdir(parents=True, exist_ok=True)
-        self._path.write_text(json.dumps({"key": self._key, "verdicts": self._verdicts}))
+        self._path.write_text(json.dumps({"code": self._code, "tests": self._tests,
+                                          "verdicts": self._verdicts}))
 
 
 def logic_sources(only_changed):
@@ -232,13 +241,18 @@ def logic_sources(only_changed):
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--changed", action="store_true")
+    parser.add_argument("--survivors", action="store_true")
     parser.add_argument("--jobs", type=int, default=2)
     parser.add_argument("--limit", type=int, default=0)
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("files", nargs="*")
     options = parser.parse_args()
 
-    files = options.files or logic_sources(options.changed)
+    sources = logic_sources(options.changed)
+    files = sources if not options.files else [
+        file for file in sources if file in options.files or folder_of(file) in options.files]
+    if options.files and not files:
+        sys.exit(f"no source or folder of the logic: {' '.join(options.files)}")
     names = sorted({name for file in files for name in PROGRAMS[folder_of(file)]})
     if names and subprocess.run(["sh", "tools/build-quietly.sh", "host", *names], cwd=ROOT).returncode:
         return 1
@@ -246,7 +260,7 @@ def main():
         if not passes(BUILD / "tests" / name):
             sys.exit(f"{name} fails without any mutation")
     workshop, marked = Workshop(), equivalents()
-    memories = {file: Memory(file) for file in files}
+    memories = {file: Memory(file, options.survivors) for file in files}
     mutants = [mutant for file in files if workshop.can_compile(file) for mutant in mutants_of(file)]
     equivalent = [m for m in mutants
                   if (m.file, m.before.strip(), m.after.strip() or "(nothing)") in marked]

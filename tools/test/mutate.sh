@@ -1,4 +1,4 @@
 #!/bin/sh
-# usage: mutate [--changed] [FILE...]   changes the logic token by token and demands that a test fails
+# usage: mutate [--changed] [--survivors] [FILE|FOLDER...]   changes the logic token by token and demands that a test fails
 set -u
 exec "$(dirname "$0")/../mutate.py" --jobs "$(nproc)" "$@"
