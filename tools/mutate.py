@@ -4,10 +4,12 @@
 usage: tools/mutate.py [--changed | FILE.cpp ... | FOLDER ...] [--survivors] [--jobs N]
                        [--limit N] [--seed N]
 
-Every mutant of a source is compiled alone, linked into the test program of its folder before the
-library that holds the original, and run. It is killed when the program fails, crashes or does not
-end in time. Verdicts are kept in build/mutation and reused while source, tests and headers are the
-same. Mutants that change nothing stand with their reasons in tests/mutation/*.txt, one a line:
+Every mutant of a source is compiled alone, linked into the test program of its folder in the place of
+the original, and run. It is killed when the program fails, crashes or does not end in time. What lives
+through that is judged again under the address, leak and undefined-behaviour sanitizers, where memory
+also runs out. The source itself, built the same ways, must pass first. Verdicts are kept in
+build/mutation and reused while source, tests and headers are the same.
+Mutants that change nothing stand with their reasons in tests/mutation/*.txt, one a line:
 FILE | the line of code, trimmed | the change | the reason.
 
 --changed takes the sources that differ from main's; --survivors believes earlier kills although
@@ -20,20 +22,24 @@ import concurrent.futures
 import dataclasses
 import hashlib
 import json
+import os
 import pathlib
 import random
 import re
 import shlex
+import shutil
 import subprocess
 import sys
+import threading
+import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = ROOT / "build" / "host"
 STATE = ROOT / "build" / "mutation"
 EQUIVALENT = ROOT / "tests" / "mutation"
 KILL_GOAL = 90.0
-TEST_SECONDS = 20
-# The programs that must notice a mutant of a folder, quickest first.
+SAVE_EACH_SECONDS = 30
+# The programs that must notice a mutant of a folder.
 PROGRAMS = {
     "arbor": ["arbor_tests"],
     "tern": ["tern_tests"],
@@ -42,6 +48,38 @@ PROGRAMS = {
     "monitor": ["monitor_tests"],
     "ui": ["ui_tests"],
 }
+# Those that have a last look, quickest first.
+LATE_PROGRAMS = {
+    "arbor": ["arbor_torture"],
+    "tern": ["tern_torture", "tern_thread_tests"],
+    "device": ["device_torture"],
+    "monitor/facts": ["facts_torture"],
+    "monitor": [],
+    "ui": ["ui_torture"],
+}
+
+
+@dataclasses.dataclass(frozen=True)
+class Round:
+    """How a mutant is built and run; it must not eat the machine, nor pass because memory is zero by luck."""
+
+    name: str
+    flags: tuple
+    runner: tuple
+    environment: dict
+    seconds: int
+    programs: dict
+
+
+QUICK = Round("quick", (), ("prlimit", "--as=2000000000", "--core=0"), {"MALLOC_PERTURB_": "165"}, 20,
+              PROGRAMS)
+CHECKED = Round("checked",
+                ("-fsanitize=address,undefined,float-cast-overflow", "-fno-sanitize-recover=all"),
+                ("prlimit", "--core=0"),
+                {"ASAN_OPTIONS": "hard_rss_limit_mb=1500:detect_stack_use_after_return=1:"
+                                 "strict_string_checks=1:check_initialization_order=1:strict_init_order=1"},
+                120,
+                {folder: [*names, *LATE_PROGRAMS[folder]] for folder, names in PROGRAMS.items()})
 
 # One token for another. Templates and includes keep their angle brackets: blanks stand around a
 # comparison in this code.
@@ -125,6 +163,11 @@ def equivalents():
     return marked
 
 
+def key(mutant):
+    """How a mutant is named in the lists of equivalents."""
+    return (mutant.file, mutant.before.strip(), mutant.after.strip() or "(nothing)")
+
+
 def folder_of(file):
     return next(folder for folder in ("monitor/facts", *PROGRAMS) if file.startswith(folder + "/"))
 
@@ -136,63 +179,103 @@ class Workshop:
         commands = json.loads((BUILD / "compile_commands.json").read_text(encoding="utf-8"))
         self._compile = {str(pathlib.Path(c["file"]).relative_to(ROOT)): shlex.split(c["command"])
                          for c in commands if c["file"].startswith(str(ROOT))}
+        self._heads = {}
+        self._links = {}
 
     def can_compile(self, file):
         return file in self._compile
 
-    def compile(self, file, source, target):
+    def compile(self, judging, file, source, target):
+        """Compiles what stands in source as file is compiled, but quickly and with checked containers."""
+        command = [*self._flags(judging, file), "-include", str(self._head(judging, file)),
+                   "-o", str(target), "-c", str(source)]
+        return subprocess.run(command, cwd=BUILD, capture_output=True).returncode == 0
+
+    def _flags(self, judging, file):
         command = [part for part in self._compile[file]
-                   if not part.endswith("ccache") and not part.startswith(("-W", "-O"))]
-        command[command.index("-o") + 1] = str(target)
-        for flag in ("-MT", "-MF"):
+                   if not part.endswith("ccache") and not part.startswith(("-W", "-O")) and part != "-MD"]
+        for flag in ("-MT", "-MF", "-o", "-c"):
             if flag in command:
                 del command[command.index(flag):command.index(flag) + 2]
-        command = [part for part in command if part != "-MD"]
-        command[command.index("-c") + 1] = str(source)
-        return subprocess.run([*command, "-O0", "-w"], cwd=BUILD, capture_output=True).returncode == 0
+        return [*command, "-O0", "-w", "-D_GLIBCXX_ASSERTIONS", *judging.flags]
+
+    def _head(self, judging, file):
+        """What the source includes, compiled beforehand: most of a mutant's time would go there."""
+        if (judging.name, file) in self._heads:
+            return self._heads[judging.name, file]
+        head = STATE / "heads" / judging.name / (file.replace("/", "@") + ".h")
+        head.parent.mkdir(parents=True, exist_ok=True)
+        lines = (ROOT / file).read_text(encoding="utf-8").splitlines()
+        plain = not any(re.match(r"#\s*(if|define)", line) for line in lines)
+        includes = [line for line in lines if plain and line.startswith("#include")]
+        head.write_text("\n".join(includes) + "\n", encoding="utf-8")
+        subprocess.run([*self._flags(judging, file), "-x", "c++-header", "-o", f"{head}.gch", "-c",
+                        str(head)], cwd=BUILD, check=True, capture_output=True)
+        self._heads[judging.name, file] = head
+        return head
 
     def link_command(self, program):
-        """What ninja links the program with; a changed object goes first, before the libraries."""
-        listed = subprocess.run(["ninja", "-t", "commands", "-s", f"tests/{program}"], cwd=BUILD,
-                                capture_output=True, text=True, check=True).stdout
-        line = listed.strip().splitlines()[-1]
-        command = shlex.split(line.replace(": && ", "", 1).rsplit(" && :", 1)[0])
-        return [part for part in command if not part.endswith("ccache")]
+        """What ninja links the program with."""
+        if program not in self._links:
+            listed = subprocess.run(["ninja", "-t", "commands", "-s", f"tests/{program}"], cwd=BUILD,
+                                    capture_output=True, text=True, check=True).stdout
+            line = listed.strip().splitlines()[-1]
+            command = shlex.split(line.replace(": && ", "", 1).rsplit(" && :", 1)[0])
+            self._links[program] = [part for part in command if not part.endswith("ccache")]
+        return [*self._links[program]]
 
-    def link(self, program, changed, target):
+    def link(self, judging, program, file, changed, target):
+        """A changed object stands in the original's place, or before the libraries: one of them holds the
+        original, which the linker leaves out when nothing misses it. Both would be an error."""
         command = self.link_command(program)
+        original = self._compile[file][self._compile[file].index("-o") + 1]
+        if original in command:
+            command[command.index(original)] = str(changed)
+        else:
+            command.insert(command.index("-o"), str(changed))
         command[command.index("-o") + 1] = str(target)
-        command.insert(command.index("-o"), str(changed))
-        return subprocess.run([*command, "-fuse-ld=lld", "-Wl,--allow-multiple-definition"], cwd=BUILD,
+        return subprocess.run([*command, "-fuse-ld=lld", *judging.flags], cwd=BUILD,
                               capture_output=True).returncode == 0
 
 
-def passes(program):
+def passes(judging, program):
     try:
-        ran = subprocess.run([str(program), "--gtest_brief=1", "--gtest_fail_fast"],
-                             cwd=ROOT, timeout=TEST_SECONDS, stdin=subprocess.DEVNULL,
-                             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        ran = subprocess.run([*judging.runner, str(program), "--gtest_brief=1", "--gtest_fail_fast"],
+                             cwd=ROOT, timeout=judging.seconds, env={**os.environ, **judging.environment},
+                             stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         return ran.returncode == 0
     except subprocess.TimeoutExpired:
         return False
 
 
-def verdict(workshop, mutant, place):
-    """killed, survived or invalid (does not compile)."""
+def verdict(workshop, file, lines, place):
+    """killed, survived or invalid (does not compile), for the changed lines of a file."""
     place.mkdir(parents=True, exist_ok=True)
-    lines = (ROOT / mutant.file).read_text(encoding="utf-8").splitlines()
-    lines[mutant.line - 1] = mutant.after
     source, changed = place / "mutant.cpp", place / "mutant.o"
     source.write_text("\n".join(lines) + "\n", encoding="utf-8")
-    if not workshop.compile(mutant.file, source, changed):
-        return "invalid"
-    for name in PROGRAMS[folder_of(mutant.file)]:
-        program = place / name
-        if not workshop.link(name, changed, program):
+    for judging in (QUICK, CHECKED):
+        if not workshop.compile(judging, file, source, changed):
             return "invalid"
-        if not passes(program):
-            return "killed"
+        for name in judging.programs[folder_of(file)]:
+            program = place / name
+            if not workshop.link(judging, name, file, changed, program):
+                return "invalid"
+            if not passes(judging, program):
+                return "killed"
     return "survived"
+
+
+def mutated_lines(mutant):
+    lines = (ROOT / mutant.file).read_text(encoding="utf-8").splitlines()
+    lines[mutant.line - 1] = mutant.after
+    return lines
+
+
+def demand_that_the_original_survives(workshop, file, place):
+    lines = (ROOT / file).read_text(encoding="utf-8").splitlines()
+    value = verdict(workshop, file, lines, place)
+    if value != "survived":
+        sys.exit(f"{file}: without any mutation: {value}")
 
 
 def digest(paths):
@@ -210,7 +293,8 @@ class Memory:
         self._path = STATE / (file.replace("/", "@") + ".json")
         folder = folder_of(file)
         self._code = digest([ROOT / file, *(ROOT / folder).glob("*.h")])
-        self._tests = digest((ROOT / "tests" / folder).glob("*"))
+        torture = (f"tests/torture/{name}_test.cpp" for name in LATE_PROGRAMS[folder])
+        self._tests = digest([*(ROOT / "tests" / folder).glob("*"), *(ROOT / name for name in torture)])
         kept = json.loads(self._path.read_text()) if self._path.exists() else {}
         self._verdicts = kept.get("verdicts", {}) if kept.get("code") == self._code else {}
         if kept.get("tests") != self._tests:
@@ -253,46 +337,55 @@ def main():
         file for file in sources if file in options.files or folder_of(file) in options.files]
     if options.files and not files:
         sys.exit(f"no source or folder of the logic: {' '.join(options.files)}")
-    names = sorted({name for file in files for name in PROGRAMS[folder_of(file)]})
+    names = sorted({name for file in files for name in CHECKED.programs[folder_of(file)]})
     if names and subprocess.run(["sh", "tools/build-quietly.sh", "host", *names], cwd=ROOT).returncode:
         return 1
-    for name in names:
-        if not passes(BUILD / "tests" / name):
-            sys.exit(f"{name} fails without any mutation")
     workshop, marked = Workshop(), equivalents()
     memories = {file: Memory(file, options.survivors) for file in files}
     mutants = [mutant for file in files if workshop.can_compile(file) for mutant in mutants_of(file)]
-    equivalent = [m for m in mutants
-                  if (m.file, m.before.strip(), m.after.strip() or "(nothing)") in marked]
-    mutants = [m for m in mutants if m not in set(equivalent)]
+    equivalent = [m for m in mutants if key(m) in marked]
+    for file, code, change in sorted(marked - {key(m) for m in equivalent}):
+        if file in files:
+            print(f"{file}: marked as equivalent, but no such mutant: {code}  ->  {change}")
+    mutants = [m for m in mutants if key(m) not in marked]
+    counts = {"killed": 0, "survived": 0, "invalid": 0}
     if options.limit and options.limit < len(mutants):
         mutants = random.Random(options.seed).sample(mutants, options.limit)
 
-    def judge(index):
-        mutant = mutants[index]
-        known = memories[mutant.file].get(mutant)
-        return mutant, known or verdict(workshop, mutant, STATE / "work" / str(index % options.jobs))
-
-    counts = {"killed": 0, "survived": 0, "invalid": 0}
+    started = time.monotonic()
+    place = STATE / "work" / str(os.getpid())
+    open_files = {m.file for m in mutants if not memories[m.file].get(m)}
+    for file in sorted(open_files):
+        demand_that_the_original_survives(workshop, file, place)
+    save_at = [time.monotonic() + SAVE_EACH_SECONDS]
+    counting = threading.Lock()
 
     # Each job has a folder of its own, so jobs take every nth mutant.
     def work(job):
-        return [judge(index) for index in range(job, len(mutants), options.jobs)]
-
-    with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:
-        for results in pool.map(work, range(options.jobs)):
-            for mutant, value in results:
-                memories[mutant.file].put(mutant, value)
+        for mutant in mutants[job::options.jobs]:
+            memory = memories[mutant.file]
+            value = memory.get(mutant) or verdict(workshop, mutant.file, mutated_lines(mutant),
+                                                  place / str(job))
+            with counting:
+                memory.put(mutant, value)
                 counts[value] += 1
                 if value == "survived":
-                    print(f"{mutant.file}:{mutant.line}: survived: {mutant.change()}")
+                    print(f"{mutant.file}:{mutant.line}: survived: {mutant.change()}", flush=True)
+                if time.monotonic() > save_at[0]:
+                    save_at[0] = time.monotonic() + SAVE_EACH_SECONDS
+                    for kept in memories.values():
+                        kept.save()
+
+    with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:
+        list(pool.map(work, range(options.jobs)))
+    shutil.rmtree(place, ignore_errors=True)
     for memory in memories.values():
         memory.save()
     valid = counts["killed"] + counts["survived"]
     percent = 100.0 * counts["killed"] / valid if valid else 100.0
     print(f"mutants: {counts['killed']} killed, {counts['survived']} survived, "
           f"{counts['invalid']} did not compile, {len(equivalent)} marked as equivalent: "
-          f"{percent:.1f} % killed")
+          f"{percent:.1f} % killed in {time.monotonic() - started:.0f} s")
     return 0 if percent >= KILL_GOAL else 1
 
 
