@@ -13,6 +13,7 @@
 #include "ui/text_format.h"
 
 #include <memory>
+#include <new>
 
 namespace {
 
@@ -118,20 +119,31 @@ void StatusDialog::notify(std::uint32_t code) {
 
 void StatusDialog::notify(std::uint32_t code, MessageWord wParam, MessageLong lParam,
                           WindowHandle window) {
-    if (_broker == nullptr) return;
+    publish(actionMessage(code, wParam, lParam, window));
+}
+
+std::shared_ptr<arbor::IMessage> StatusDialog::actionMessage(std::uint32_t code, MessageWord wParam,
+                                                             MessageLong lParam,
+                                                             WindowHandle window) {
+    if (_broker == nullptr) return nullptr;
     const auto shownWindow = static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(window));
     const auto word = static_cast<std::int32_t>(wParam);
     const auto longWord = static_cast<std::int32_t>(lParam);
     platform::trace("TERNA  notify statusdialoghwnd=%#x, wparam=%d, lparam=%d", shownWindow, word,
                     longWord);
-    const auto message =
-        std::make_shared<arbor::Message>(&alert_action::kMessageType, code, 0U, nullptr);
+    auto message = std::make_shared<arbor::Message>(&alert_action::kMessageType, code, 0U, nullptr);
     arbor::IPropertyHolder& properties = *message->getProperties();
-    properties.setPointer(alert_action_key::kDialog, this);
-    properties.setPointer(alert_action_key::kWindow, window);
-    properties.setInt(alert_action_key::kWord, word);
-    properties.setInt(alert_action_key::kLong, longWord);
-    _broker->publish(message.get());  // from here on this object may be gone
+    // An action that does not say whose it is would be taken for nobody's.
+    const bool whole = properties.setPointer(alert_action_key::kDialog, this) &&
+                       properties.setPointer(alert_action_key::kWindow, window) &&
+                       properties.setInt(alert_action_key::kWord, word) &&
+                       properties.setInt(alert_action_key::kLong, longWord);
+    if (!whole) throw std::bad_alloc();
+    return message;
+}
+
+void StatusDialog::publish(const std::shared_ptr<arbor::IMessage>& action) {
+    if (action != nullptr) _broker->publish(action.get());  // then this object may be gone
 }
 
 void StatusDialog::initialize(WindowHandle window) {

@@ -4,11 +4,13 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
 
 namespace arbor {
+class IMessage;
 class IPropertyHolder;
-}
+}  // namespace arbor
 namespace tern {
 class EventBroker;
 }
@@ -40,7 +42,8 @@ public:
     // For the window itself, which tells when it begins and ends.
     void setWindow(WindowHandle window) noexcept { _window = window; }
 
-    // Publishes an action (see ui/alert_actions.h); does nothing without an event broker.
+    // Publishes an action (see ui/alert_actions.h); does nothing without an event broker. An action
+    // for which there is no memory throws std::bad_alloc and was not sent.
     void notify(std::uint32_t code);
     void notify(std::uint32_t code, MessageWord wParam, MessageLong lParam, WindowHandle window);
 
@@ -52,6 +55,7 @@ protected:
 
     // The rules of the messages above, apart from the procedure that routes them.
     void initialize(WindowHandle window);
+    // The window stays as it is when there is no memory to tell of its end.
     void close(WindowHandle window);
     void command(WindowHandle window, MessageWord wParam, MessageLong lParam);
 
@@ -86,6 +90,12 @@ protected:
     tern::EventBroker* _broker;  // not owned; null: actions are dropped
 
 private:
+    // Null without an event broker; std::bad_alloc when it cannot be told whole.
+    [[nodiscard]] std::shared_ptr<arbor::IMessage> actionMessage(std::uint32_t code,
+                                                                 MessageWord wParam,
+                                                                 MessageLong lParam,
+                                                                 WindowHandle window);
+    void publish(const std::shared_ptr<arbor::IMessage>& action);
     [[nodiscard]] std::wstring messageText(const arbor::IPropertyHolder& description) const;
     void announceExtras(WindowHandle window);
 };

@@ -1,10 +1,13 @@
 #include "platform/simulated/world.h"
+#include "tern/event_broker.h"
 #include "tests/support/allocation_torture.h"
 #include "tests/support/clean_platform.h"
 #include "tests/support/headless_dialogs/headless_dialogs.h"
 #include "tests/support/strings_table.h"
+#include "ui/alert_actions.h"
 #include "ui/alert_factory.h"
 
+#include "arbor/i_message.h"
 #include "arbor/property_holder.h"
 
 #include <gtest/gtest.h>
@@ -12,7 +15,7 @@
 #include <memory>
 #include <string>
 
-// Every allocation of making an alert fails in turn.
+// Every allocation of making an alert and of closing it fails in turn.
 namespace {
 
 using platform::simulated::world;
@@ -64,6 +67,52 @@ TEST_P(UiTortureTest, AnAlertIsMadeWholeOrNotAtAll) {
         EXPECT_GT(outcome.points, 10);
     }
     cleanPlatform();
+}
+
+// Counts the alerts that say they are closed, each by itself.
+class ClosedAlerts : public tern::EventBroker {
+public:
+    ClosedAlerts() : EventBroker(nullptr) {}
+    void publish(arbor::IMessage* message) override {
+        const bool isTold =
+            message->getCode() == alert_action::kClosed &&
+            message->getProperties()->getPointer(alert_action_key::kDialog, nullptr) == alert;
+        EXPECT_TRUE(isTold);
+        if (isTold) ++told;
+    }
+    const StatusDialog* alert = nullptr;
+    int told = 0;
+};
+
+// A window that went without a word would leave an alert that nobody can close any more.
+TEST_P(UiTortureTest, AnAlertThatCannotTellOfItsEndStaysOpen) {
+    cleanPlatform();
+    headless::reset();
+    arbor::PropertyHolder description;
+    describe(description, nullptr, 10, 50012);
+    ClosedAlerts broker;
+    description.setPointer(L"eventBroker", static_cast<tern::EventBroker*>(&broker));
+    std::unique_ptr<DefaultStatusDialog> alert;
+    const auto scene = [&] {
+        alert = createAlertDialog(description);
+        EXPECT_TRUE(alert->create());
+        broker.alert = alert.get();
+        broker.told = 0;
+        return [window = alert->window()] { headless::closeBox(window); };
+    };
+    const auto check = [&](long failed) {
+        EXPECT_EQ(broker.told, failed == 0 ? 1 : 0);
+        EXPECT_EQ(headless::find(alert->window())->visible, broker.told == 0);
+        if (broker.told == 0) headless::closeBox(alert->window());
+        EXPECT_EQ(broker.told, 1);
+        alert.reset();
+        cleanPlatform();
+    };
+
+    const torture::Outcome outcome = torture::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GE(outcome.points, 1);
+    EXPECT_EQ(outcome.leakedAt, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(OnceAndForGood, UiTortureTest,

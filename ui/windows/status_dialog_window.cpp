@@ -28,9 +28,12 @@ bool StatusDialog::create() {
 }
 
 void StatusDialog::close(WindowHandle window) {
+    // Made first: a window that ends without a word leaves an alert that nobody can close, and the
+    // monitor waits for it for ever.
+    const auto closed = actionMessage(alert_action::kClosed, 0, 0, nullptr);
     AlertWindow::cutOff(window);
     ::EndDialog(window, 1);
-    notify(alert_action::kClosed);
+    publish(closed);
 }
 
 DialogResult StatusDialog::dlgProc(WindowHandle window, WindowMessage message, MessageWord wParam,

@@ -46,9 +46,10 @@ bool StatusDialog::create() {
 }
 
 void StatusDialog::close(WindowHandle window) {
+    const auto closed = actionMessage(alert_action::kClosed, 0, 0, nullptr);
     cutOff(window);
     headless::find(window)->visible = false;
-    notify(alert_action::kClosed);
+    publish(closed);
 }
 
 DialogResult StatusDialog::dlgProc(WindowHandle window, WindowMessage message, MessageWord wParam,
