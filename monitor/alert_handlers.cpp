@@ -39,15 +39,15 @@ bool isFirstTime(bool (*occuredBefore)(CartridgeRecord&, std::uint32_t)) {
 
 }  // namespace
 
-void fillDialogDescription(const DefaultLMSListener& listener,
+bool fillDialogDescription(const DefaultLMSListener& listener,
                            arbor::IPropertyHolder& description) {
-    description.setPointer(L"hinstance", listener._hinstance);
-    description.setPointer(L"hSinstance", listener._hSinstance);
-    description.setPointer(L"eventBroker", listener._broker);
-    description.setWString(L"idsPrinter", listener._printerName.c_str());
-    description.setWString(L"idsPort", listener._portName.c_str());
-    description.setInt(L"status", listener._status);
-    description.setInt(L"subcode", listener._subcode);
+    return description.setPointer(L"hinstance", listener._hinstance) &&
+           description.setPointer(L"hSinstance", listener._hSinstance) &&
+           description.setPointer(L"eventBroker", listener._broker) &&
+           description.setWString(L"idsPrinter", listener._printerName.c_str()) &&
+           description.setWString(L"idsPort", listener._portName.c_str()) &&
+           description.setInt(L"status", listener._status) &&
+           description.setInt(L"subcode", listener._subcode);
 }
 
 void DefaultLMSListener::showAlert(std::uint32_t dialogType) {
@@ -57,14 +57,16 @@ void DefaultLMSListener::showAlert(std::uint32_t dialogType) {
 
 void DefaultLMSListener::describeAndOpen(arbor::IPropertyHolder& description,
                                          std::uint32_t dialogType) {
-    fillDialogDescription(*this, description);
-    description.setInt(L"dialog type", static_cast<std::int32_t>(dialogType));
-    if (dialogType == 1) description.setInt(L"mediaCode", _status % kMediaCodes);
-    _alerts.addAlert(description, dialogType, closesWithDocument(dialogType));
+    const bool isMedia = dialogType == kMediaAlert;
+    const bool whole = fillDialogDescription(*this, description) &&
+                       description.setInt(L"dialog type", static_cast<std::int32_t>(dialogType)) &&
+                       (!isMedia || description.setInt(L"mediaCode", _status % kMediaCodes));
+    // What is missing would read as 0: an alert of another type, or one that answers to nobody.
+    if (whole) _alerts.addAlert(description, dialogType, closesWithDocument(dialogType));
 }
 
 void DefaultLMSListener::showMediaAlert(int) {
-    showAlert(1);
+    showAlert(kMediaAlert);
 }
 
 void DefaultLMSListener::showTonerLow(int veryLow) {

@@ -77,7 +77,7 @@ protected:
     OpenAlerts _alerts;
 
 private:
-    friend void fillDialogDescription(const DefaultLMSListener& listener,
+    friend bool fillDialogDescription(const DefaultLMSListener& listener,
                                       arbor::IPropertyHolder& description);
 
     void describeAndOpen(arbor::IPropertyHolder& description, std::uint32_t dialogType);
@@ -106,5 +106,7 @@ private:
     platform::NativeHandle _hSinstance;
 };
 
-// What every alert is told: modules, broker, printer, status.
-void fillDialogDescription(const DefaultLMSListener& listener, arbor::IPropertyHolder& description);
+// What every alert is told: modules, broker, printer, status. False when not all of it could be
+// stored.
+[[nodiscard]] bool fillDialogDescription(const DefaultLMSListener& listener,
+                                         arbor::IPropertyHolder& description);

@@ -13,6 +13,7 @@ inline constexpr std::int32_t kNewCartridgeSubcode = 1;
 inline constexpr std::int32_t kCancelSubcode = 19;
 
 // Types of the alerts that a rule names; the others stand in the tables.
+inline constexpr std::uint32_t kMediaAlert = 1;
 inline constexpr std::uint32_t kTonerLowAlert = 4;
 inline constexpr std::uint32_t kWelcomeAlert = 25;
 inline constexpr std::uint32_t kFaxAlert = 26;

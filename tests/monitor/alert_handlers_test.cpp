@@ -257,7 +257,7 @@ TEST_F(AlertHandlersTest, ADescriptionCarriesWhatEveryAlertIsTold) {
     status(41150);
     arbor::PropertyHolder description;
 
-    fillDialogDescription(*listener, description);
+    ASSERT_TRUE(fillDialogDescription(*listener, description));
 
     EXPECT_EQ(description.getInt(L"status", -1), 41150);
     EXPECT_EQ(description.getInt(L"subcode", -1), static_cast<int>(tern::kDeviceStatus));
