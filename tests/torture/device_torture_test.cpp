@@ -173,6 +173,43 @@ TEST_P(DeviceTortureTest, AFaultOfThePlatformOnTopOpensNoHalfPage) {
     }
 }
 
+constexpr Call kLinkCalls[] = {Call::LibraryLoad,  Call::FunctionLookup, Call::DeviceOpen,
+                               Call::DevicePage,   Call::XmlQuery,       Call::RegistryOpen,
+                               Call::RegistryRead, Call::AddressOpen,    Call::DeviceButton};
+
+TEST_P(DeviceTortureTest, AFaultOfThePlatformOnTopEndsTheValidationWithCode0Too) {
+    for (const Call call : kLinkCalls) {
+        bool everStruck = true;
+        for (long nth = 1; everStruck; ++nth) {
+            everStruck = false;
+            bool ended = false;
+            const auto scene = [&] {
+                setScene();
+                EXPECT_TRUE(world().faults.add({call, nth, GetParam() == Mode::FromThenOn}));
+                ended = false;
+                return [&ended, port = std::wstring(L"USB001")] {
+                    openPrivacyPage();
+                    static_cast<void>(EWSIntf().push_button(port.c_str(), L"go"));
+                    try {
+                        validateCartridge(port);
+                    } catch (const platform::ProcessEnded& end) {
+                        ended = end.code == 0;
+                    }
+                };
+            };
+            const auto check = [&](long) {
+                everStruck = everStruck || world().faults.struck() > 0;
+                EXPECT_TRUE(ended);
+                EXPECT_LE(world().desktop.addresses().size(), 2U);
+                EXPECT_LE(world().device.presses().size(), 1U);
+                checkDeviceAndLeave();
+            };
+
+            EXPECT_EQ(torture::everyAllocation(GetParam(), scene, check).leakedAt, 0);
+        }
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(BothModes, DeviceTortureTest,
                          testing::Values(Mode::Once, Mode::FromThenOn));
 

@@ -2,19 +2,17 @@
 // reading of records.
 #include "tern/event_broker.h"
 #include "tern/instance_manager.h"
-#include "tern/velo_event_generator.h"
 
 #include "arbor/property.h"
 #include "platform/simulated/world.h"
 #include "tern/class_ids.h"
 #include "tests/support/allocation_torture.h"
 #include "tests/support/records.h"
-#include "tests/support/status_channel.h"
 #include "tests/support/test_components.h"
+#include "tests/torture/tortured_reading.h"
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <memory>
 #include <string>
 
@@ -24,6 +22,7 @@ using platform::simulated::world;
 using test::ListenerComponent;
 using torture::everyAllocation;
 using torture::Mode;
+using torture::Reading;
 
 namespace {
 
@@ -42,62 +41,6 @@ protected:
         EXPECT_GE(outcome.points, points);
         EXPECT_EQ(outcome.leakedAt, 0);
     }
-};
-
-// Reads what is fed on the calling thread, which is the one under torture. Drops its messages, but
-// counts those that came through whole.
-class CountingBroker : public tern::EventBroker {
-public:
-    using EventBroker::EventBroker;
-    bool enqueue(tern::MessageReference message) override {
-        ++messages;
-        if (message->getProperties()->getInt(L"status", -1) == 41100) ++whole;
-        return true;
-    }
-    bool stop(const Guid*, std::uint32_t) override {
-        ++stops;
-        return true;
-    }
-    int messages = 0;
-    int whole = 0;
-    int stops = 0;
-};
-
-class TellingGenerator : public tern::VeloEventGenerator {
-public:
-    using VeloEventGenerator::VeloEventGenerator;
-    ~TellingGenerator() override { endThreadUse(); }
-
-    void buildMessage(const tern::VeloHeader& header, tern::EventBroker* broker) override {
-        try {
-            VeloEventGenerator::buildMessage(header, broker);
-        } catch (const std::runtime_error& told) {
-            // Compared without memory of its own: there may be none.
-            if (std::strcmp(told.what(), "failed to create Message instance") == 0) ++refusals;
-            throw;
-        }
-    }
-    using AbstractThread::runOnThisThread;
-
-    int refusals = 0;
-};
-
-// A generator whose body runs on the test's thread, where memory fails.
-struct Reading {
-    explicit Reading(const std::string& bytes) {
-        world().pipes.feed(L"torture", bytes);
-        world().pipes.close(L"torture");
-        test::setChannel(L"torture", records::kPrinter);
-        arbor::PropertyHolder parameters;
-        generator = std::make_unique<TellingGenerator>(parameters, &manager);
-    }
-    ~Reading() {
-        generator.reset();
-        world().pipes.reset();
-    }
-
-    test::TestManager<CountingBroker> manager;
-    std::unique_ptr<TellingGenerator> generator;
 };
 
 }  // namespace
@@ -300,74 +243,3 @@ TEST_P(TernTortureTest, TextsWideTextsAndBlocksSurviveEveryFailure) {
         },
         10);
 }
-
-// The platform's calls, one after the other.
-TEST(TernPlatformFaultTest, PipeThatFailsAtAnyCallStopsTheBrokerAndNothingElse) {
-    const std::string bytes = records::record(2, 3, records::number(41100));
-    for (const Call call :
-         {Call::PipeWait, Call::PipeOpenForReading, Call::PipeMode, Call::PipeRead}) {
-        for (const bool forEver : {false, true}) {
-            for (long nth = 1;; ++nth) {
-                world().reset();
-                ASSERT_TRUE(world().faults.add({call, nth, forEver}));
-                Reading reading(bytes + bytes);
-
-                reading.generator->runOnThisThread();
-
-                const bool struck = world().faults.struck() > 0;
-                EXPECT_EQ(reading.manager.broker.stops, 1);
-                EXPECT_EQ(reading.manager.broker.messages, reading.manager.broker.whole);
-                if (!struck || call == Call::PipeMode) {
-                    EXPECT_EQ(reading.manager.broker.whole, 2);
-                }
-                if (!struck) break;
-            }
-        }
-    }
-    world().reset();
-}
-
-#if !defined(_WIN32)  // as above
-TEST(TernPlatformFaultTest, ThreadThatCannotBeStartedIsSilentAndStartsAtTheNextTry) {
-    world().reset();
-    ASSERT_TRUE(world().faults.add({Call::ThreadStart}));
-    test::StatusChannel<> channel;
-
-    channel.generator->start();
-    EXPECT_EQ(*channel.generator->getHandle(), nullptr);
-    EXPECT_FALSE(channel.generator->isFinished());
-    channel.play({records::record(2, 3, records::number(5))});
-
-    EXPECT_TRUE(channel.finished);
-    EXPECT_EQ(channel.messages().size(), 1U);
-    world().reset();
-}
-
-TEST(TernPlatformFaultTest, ThreadThatTheSystemTellsNothingOfReadsAsUnfinished) {
-    world().reset();
-    test::StatusChannel<> channel;
-    channel.play({});
-    ASSERT_TRUE(channel.finished);
-    ASSERT_TRUE(
-        world().faults.add({Call::ThreadExitCode, world().faults.calls(Call::ThreadExitCode) + 1}));
-
-    EXPECT_FALSE(channel.generator->isFinished());
-    EXPECT_TRUE(channel.generator->isFinished());
-    world().reset();
-}
-
-TEST(TernPlatformFaultTest, BrokerWithoutAMutexStillDelivers) {
-    world().reset();
-    ASSERT_TRUE(world().faults.add({Call::MutexCreation, 1, true}));
-    test::TestManager<> manager;
-    manager.onPump = [&] { manager.broker.stop(nullptr, 0); };
-    auto* listener = new ListenerComponent(passes);
-    manager.broker.addComponent(listener);
-    manager.broker.post(&kType, 1, 0, nullptr);
-
-    EXPECT_EQ(manager.broker.run(), 0);
-
-    EXPECT_EQ(listener->heard, 1);
-    world().reset();
-}
-#endif

@@ -15,9 +15,11 @@
 #include <memory>
 #include <string>
 
-// Every allocation of making an alert and of closing it fails in turn.
+// Every allocation of making an alert and of closing it fails in turn, alone and on top of platform
+// faults.
 namespace {
 
+using platform::simulated::Call;
 using platform::simulated::world;
 using torture::Mode;
 
@@ -113,6 +115,52 @@ TEST_P(UiTortureTest, AnAlertThatCannotTellOfItsEndStaysOpen) {
 
     EXPECT_GE(outcome.points, 1);
     EXPECT_EQ(outcome.leakedAt, 0);
+}
+
+// All that is asked on the way to an alert with a supplies block.
+constexpr Call kCalls[] = {Call::TextLookup,      Call::TextProbe,          Call::InterfaceLanguage,
+                           Call::RegistryCreate,  Call::RegistryWrite,      Call::PrinterOpen,
+                           Call::PrinterDataRead, Call::LibraryLoad,        Call::FunctionLookup,
+                           Call::DeviceOpen,      Call::DevicePage,         Call::XmlQuery,
+                           Call::SystemVersion,   Call::ResourceLibraryOpen};
+
+TEST_P(UiTortureTest, AFaultOfThePlatformOnTopLeavesAnAlertWholeOrUnmadeToo) {
+    cleanPlatform();
+    headless::reset();
+    void* const strings = speakEnglish();
+    arbor::PropertyHolder description;
+    describe(description, strings, 4, 10209);
+    for (const Call call : kCalls) {
+        for (long nth = 1, struck = 1; struck > 0; ++nth) {
+            struck = 0;
+            std::unique_ptr<DefaultStatusDialog> alert;
+            const auto scene = [&] {
+                world().faults.reset();
+                world().device.install();
+                EXPECT_TRUE(world().faults.add({call, nth, GetParam() == Mode::FromThenOn}));
+                return [&] { alert = createAlertDialog(description); };
+            };
+            const auto check = [&](long failed) {
+                struck += world().faults.struck();
+                world().faults.clear();
+                EXPECT_TRUE(alert != nullptr || failed != 0);
+                if (alert != nullptr) {
+                    EXPECT_TRUE(alert->create());
+                }
+                alert.reset();
+                EXPECT_TRUE(headless::windows().empty());
+                EXPECT_EQ(world().printers.openPrinters(), 0);
+                EXPECT_EQ(world().registry.openKeys(), 0);
+                EXPECT_EQ(world().device.openDevices(), 0);
+                EXPECT_EQ(world().device.loadedLibraries(), 0);
+            };
+
+            torture::everyAllocation(GetParam(), scene, check);
+
+            if (nth == 2) break;  // the calls that follow differ in nothing but their number
+        }
+    }
+    cleanPlatform();
 }
 
 INSTANTIATE_TEST_SUITE_P(OnceAndForGood, UiTortureTest,
