@@ -1,5 +1,6 @@
 #include "monitor/facts/cartridge_record.h"
 
+#include <optional>
 #include <type_traits>
 
 namespace {
@@ -45,20 +46,17 @@ constexpr std::size_t offsetOf(std::size_t entry, std::size_t field) noexcept {
     return entry * kCartridgeEntryBytes + field;
 }
 
-// False for a slot that is none: it comes from outside as a number.
-bool offsetOfSlot(SnoozeSlot slot, std::size_t& field) noexcept {
+// Nothing for a slot that is none: it comes from outside as a number.
+std::optional<std::size_t> fieldOf(SnoozeSlot slot) noexcept {
     switch (slot) {
         case SnoozeSlot::Low:
-            field = kSnoozeLow;
-            return true;
+            return kSnoozeLow;
         case SnoozeSlot::VeryLow:
-            field = kSnoozeVeryLow;
-            return true;
+            return kSnoozeVeryLow;
         case SnoozeSlot::Out:
-            field = kSnoozeOut;
-            return true;
+            return kSnoozeOut;
     }
-    return false;
+    return std::nullopt;
 }
 
 }  // namespace
@@ -112,13 +110,12 @@ void CartridgeRecord::setFlag(std::size_t entry, CartridgeFlag flag) noexcept {
 }
 
 platform::UnixSeconds CartridgeRecord::snooze(std::size_t entry, SnoozeSlot slot) const noexcept {
-    std::size_t field = 0;
-    if (!offsetOfSlot(slot, field)) return 0;
-    return readNumber<platform::UnixSeconds>(&_bytes[offsetOf(entry, field)]);
+    const std::optional<std::size_t> field = fieldOf(slot);
+    return field ? readNumber<platform::UnixSeconds>(&_bytes[offsetOf(entry, *field)]) : 0;
 }
 
 void CartridgeRecord::setSnooze(std::size_t entry, SnoozeSlot slot,
                                 platform::UnixSeconds until) noexcept {
-    std::size_t field = 0;
-    if (offsetOfSlot(slot, field)) writeNumber(&_bytes[offsetOf(entry, field)], until);
+    const std::optional<std::size_t> field = fieldOf(slot);
+    if (field) writeNumber(&_bytes[offsetOf(entry, *field)], until);
 }

@@ -5,7 +5,6 @@
 #include "platform/trace.h"
 
 #include <algorithm>
-#include <iterator>
 #include <limits>
 
 using platform::Hive;
@@ -27,8 +26,13 @@ constexpr int kRounds = 2;
 constexpr std::int64_t kSecondsPerHour = 3600;
 constexpr std::int64_t kNever = 175200;  // hours: twenty years
 
-// Hours by the index in the snooze list; the first line is the list's prompt.
-constexpr std::int64_t kSnoozeHours[] = {0, 1, 4, 24, 48, 72, 168, 336, kNever};
+// By the index in the snooze list; its line 0 is the prompt.
+struct SnoozeChoice {
+    int index;
+    std::int64_t hours;
+};
+constexpr SnoozeChoice kSnoozeChoices[] = {{1, 1},  {2, 4},   {3, 24},  {4, 48},
+                                           {5, 72}, {6, 168}, {7, 336}, {8, kNever}};
 
 struct TypeSlot {
     int dialogType;
@@ -93,15 +97,14 @@ void makeCurrent(std::uint32_t serial) {
     writeDword(key, kCurrentValue, serial);
 }
 
-// Ends at the last second that can be told instead of beginning anew in the past.
+// Ends at the first and the last second that can be told instead of beginning anew at the other.
 UnixSeconds after(UnixSeconds now, std::int64_t hours) {
+    constexpr UnixSeconds kEpoch = 0;
     constexpr UnixSeconds kFirst = std::numeric_limits<UnixSeconds>::min();
     constexpr UnixSeconds kLast = std::numeric_limits<UnixSeconds>::max();
     const std::int64_t seconds =
         std::clamp(hours, kFirst / kSecondsPerHour, kLast / kSecondsPerHour) * kSecondsPerHour;
-    if (seconds > 0 && now > kLast - seconds) return kLast;
-    if (seconds < 0 && now < kFirst - seconds) return kFirst;
-    return now + seconds;
+    return now + std::clamp(seconds, kFirst - std::min(now, kEpoch), kLast - std::max(now, kEpoch));
 }
 
 // Loads the record and finds the cartridge's entry, which it makes when there is none. npos when
@@ -214,8 +217,10 @@ bool takeWelcome() {
 }
 
 std::int64_t snoozeHours(int index) {
-    const bool listed = index >= 0 && index < static_cast<int>(std::size(kSnoozeHours));
-    return listed ? kSnoozeHours[index] : 0;
+    for (const SnoozeChoice& row : kSnoozeChoices) {
+        if (row.index == index) return row.hours;
+    }
+    return 0;
 }
 
 SnoozeSlot snoozeSlotOfDialogType(int dialogType) {

@@ -3,7 +3,6 @@
 #include "device/ews_intf.h"
 #include "monitor/facts/cartridge_store.h"
 #include "platform/text.h"
-#include "platform/trace.h"
 #include "platform/xml_query.h"
 
 #include <algorithm>
@@ -75,7 +74,7 @@ void queryCartridgeSerial(const std::wstring& printerName) try {
     CartridgeRecord record;
     AddCartIfNew(record, static_cast<std::uint32_t>(serial));
 } catch (const std::bad_alloc&) {
-    platform::trace("TERNA - no memory to ask for the cartridge");
+    // The cartridge stays the one that it was; the next document asks again.
 }
 
 void getConsumableInfo(const std::wstring& printerName, wchar_t* productNumber,
@@ -94,5 +93,5 @@ void getConsumableInfo(const std::wstring& printerName, wchar_t* productNumber,
     queryText(configuration, kProductNumber, productNumber);
     queryText(usage, kPagesRemaining, pagesRemaining);
 } catch (const std::bad_alloc&) {
-    platform::trace("TERNA - no memory to ask for the consumables");
+    // Not known then.
 }

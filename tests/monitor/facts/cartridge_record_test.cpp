@@ -205,6 +205,18 @@ TEST(CartridgeRecordTest, TimesFarApartAreStillCompared) {
     EXPECT_EQ(record.entryToReplace(), 3U);
 }
 
+TEST(CartridgeRecordTest, WhatLiesBehindTheRecordIsNoEntry) {
+    struct {
+        CartridgeRecord record;
+        std::array<unsigned char, 56> behind{};  // would pass for a free entry
+    } memory;
+    addFiveCartridges(memory.record, {50, 40, 30, 20, 10});
+
+    EXPECT_EQ(memory.record.entryToReplace(), 4U);
+    EXPECT_EQ(memory.record.find(0), CartridgeRecord::npos);
+    EXPECT_EQ(memory.behind, (std::array<unsigned char, 56>{}));
+}
+
 TEST(CartridgeRecordTest, ClearingFreesEveryEntry) {
     CartridgeRecord record;
     fillWithNoise(record);

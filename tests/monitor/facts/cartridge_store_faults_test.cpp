@@ -103,6 +103,16 @@ TEST_P(SnoozeTimeTest, NeverIsTwentyYears) {
     EXPECT_EQ(buffer.snooze(0, GetParam()), kNow + 175200LL * 3600);
 }
 
+TEST_P(SnoozeTimeTest, ASnoozeOfFewerThanNoHoursIsOverForThatLong) {
+    AddCartIfNew(buffer, kSerial);
+
+    ASSERT_TRUE(SetSnooze(buffer, kSerial, -2, GetParam()));
+
+    GetCartData(buffer);
+    EXPECT_EQ(buffer.snooze(0, GetParam()), kNow - 7200);
+    EXPECT_FALSE(IsSnoozing(kSerial, GetParam()));
+}
+
 TEST_P(SnoozeTimeTest, NoClockAndNoStoredTimeOverflows) {
     AddCartIfNew(buffer, kSerial);
     constexpr auto kFirst = std::numeric_limits<UnixSeconds>::min();
@@ -186,7 +196,7 @@ TEST_F(CartridgeStoreFaultsTest, ARecordWithoutAVersionDoesNotBecomeOursByAFaile
     failOnce(Call::RegistryWrite, 2);
 
     EXPECT_FALSE(GetCartData(buffer));
-    EXPECT_NE(stored::version(), 4U);
+    EXPECT_EQ(stored::version(), 0U);
     EXPECT_FALSE(GetCartData(buffer));
 
     EXPECT_EQ(stored::record(), Bytes(280, 0));
@@ -203,6 +213,9 @@ TEST_F(CartridgeStoreFaultsTest, ASnoozeThatCannotBeSavedAnswersFalse) {
         EXPECT_EQ(stored::record(), before);
         EXPECT_EQ(stored::version(), 4U);
     }
+    failOnce(Call::RegistryCreate);
+    EXPECT_FALSE(SetSnooze(buffer, kSerial, 1, SnoozeSlot::Low));
+    EXPECT_EQ(stored::record(), before);
 }
 
 TEST_F(CartridgeStoreFaultsTest, AFlagThatCannotBeSavedStillShowsTheAlert) {

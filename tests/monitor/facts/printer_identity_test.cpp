@@ -117,6 +117,15 @@ TEST_F(PrinterIdentityTest, AMaskThatCannotBeReadShowsNothing) {
     }
 }
 
+TEST_F(PrinterIdentityTest, AMaskWithoutABitShowsNothing) {
+    world().printers.set(kPrinter, L"AlertMask", "");
+    AlertClasses classes;
+
+    readAlertClasses(kPrinter, classes);
+
+    EXPECT_FALSE(classes.errors || classes.information || classes.warnings);
+}
+
 TEST_F(PrinterIdentityTest, APrinterThatDoesNotOpenKeepsTheClasses) {
     AlertClasses classes{true, false, true};
 
@@ -168,6 +177,16 @@ TEST_F(PrinterIdentityTest, ADriverNameThatFillsItsBufferWithoutTerminatorIsRead
 
 TEST_F(PrinterIdentityTest, ADriverNameThatIsTooLongIsNotSupported) {
     giveDriver(std::wstring(L"K740") + std::wstring(600, L'x'));
+    std::wstring name = kPrinter;
+
+    EXPECT_FALSE(isSupportedPrinter(name));
+}
+
+TEST_F(PrinterIdentityTest, ADriverNameOneLetterTooLongIsNotSupported) {
+    std::u16string units = u"K740";
+    units.resize(257, u'x');
+    world().printers.setOf(kPrinter, L"\\", L"Printer Driver",
+                           {reinterpret_cast<const char*>(units.data()), 514});
     std::wstring name = kPrinter;
 
     EXPECT_FALSE(isSupportedPrinter(name));
