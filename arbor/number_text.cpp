@@ -1,5 +1,6 @@
 #include "arbor/number_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <iterator>
@@ -22,8 +23,8 @@ bool isBlank(Char c) noexcept {
 template <typename Char>
 unsigned digitOf(Char c) noexcept {
     if (c >= Char('0') && c <= Char('9')) return static_cast<unsigned>(c - Char('0'));
-    if (c >= Char('a') && c <= Char('z')) return static_cast<unsigned>(c - Char('a')) + 10;
-    if (c >= Char('A') && c <= Char('Z')) return static_cast<unsigned>(c - Char('A')) + 10;
+    if (c >= Char('a') && c <= Char('f')) return static_cast<unsigned>(c - Char('a')) + 10;
+    if (c >= Char('A') && c <= Char('F')) return static_cast<unsigned>(c - Char('A')) + 10;
     return kNoDigit;
 }
 
@@ -42,7 +43,7 @@ template <typename Char>
 unsigned takeBase(const Char*& text) noexcept {
     if (*text != Char('0')) return 10;
     const bool marked = text[1] == Char('x') || text[1] == Char('X');
-    if (!marked || digitOf(text[2]) >= 16) return 8;
+    if (!marked || digitOf(text[2]) == kNoDigit) return 8;
     text += 2;
     return 16;
 }
@@ -70,12 +71,12 @@ bool parseSigned(const Char* text, std::int32_t& value) noexcept {
     std::int64_t number = 0;
     for (unsigned digit = digitOf(*text); digit < 10; digit = digitOf(*++text)) {
         number = number * 10 + digit;
-        if (number > kLargest + 1) number = kLargest + 1;
+        number = std::min(number, kLargest + 1);
     }
     if (negative) {
         value = static_cast<std::int32_t>(-number);
     } else {
-        value = static_cast<std::int32_t>(number > kLargest ? kLargest : number);
+        value = static_cast<std::int32_t>(std::min(number, kLargest));
     }
     return true;
 }

@@ -248,6 +248,21 @@ TEST(AbstractThreadTest, RemovingAnObserverTakesItsFirstPlaceAndKeepsTheOrder) {
     EXPECT_EQ(order, "ba");
 }
 
+TEST(AbstractThreadTest, RemovingAnObserverFromTheMiddleKeepsTheOthers) {
+    TestThread thread(returnsZero);
+    std::string order;
+    Observer a([&](IMessage*) { order += 'a'; });
+    Observer b([&](IMessage*) { order += 'b'; });
+    Observer c([&](IMessage*) { order += 'c'; });
+    for (Observer* observer : {&a, &b, &c})
+        thread.addObserver(observer);
+
+    thread.removeObserver(&b);
+    thread.requestStart();
+
+    EXPECT_EQ(order, "ac");
+}
+
 TEST(AbstractThreadTest, RemovingAStrangerDropsTheLastObserver) {
     TestThread thread(returnsZero);
     std::string order;
@@ -327,11 +342,14 @@ TEST(AbstractThreadTest, NoLockIsHeldWhileObserversAreCalled) {
 
 TEST(AbstractThreadTest, BodyThatThrowsEndsItsThreadAndNothingElse) {
     TestThread thread([]() -> std::uint32_t { throw std::bad_alloc(); });
+    std::uint32_t code = 99;
 
     thread.start();
 
     EXPECT_EQ(thread.wait(kFailureMs), 0U);
     EXPECT_TRUE(thread.isFinished());
+    EXPECT_TRUE(platform::threadExitCode(*thread.getHandle(), code));
+    EXPECT_EQ(code, 0U);
 }
 
 TEST(AbstractThreadTest, ObserverMayDestroyTheThreadObjectOnTheThreadItself) {

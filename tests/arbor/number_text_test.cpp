@@ -23,7 +23,9 @@ TEST(NumberTextTest, DecimalIsReadUpToTheFirstCharacterThatDoesNotBelong) {
         {"1a",          L"1a",          1},
         {"2147483647",  L"2147483647",  2147483647},
         {"2147483648",  L"2147483648",  2147483647},
+        {"-2147483647", L"-2147483647", -2147483647},
         {"-2147483648", L"-2147483648", std::numeric_limits<std::int32_t>::min()},
+        {"-2147483649", L"-2147483649", std::numeric_limits<std::int32_t>::min()},
         {"-99999999999999999999", L"-99999999999999999999",
                                         std::numeric_limits<std::int32_t>::min()},
     };
@@ -49,11 +51,20 @@ TEST(NumberTextTest, TextWithoutDigitsLeavesTheValueAlone) {
 TEST(NumberTextTest, HexadecimalDigitsMayBeOfEitherCase) {
     EXPECT_EQ(arbor::parsedNumber("0xaF"), 0xAFU);
     EXPECT_EQ(arbor::parsedNumber("0XFa"), 0xFAU);
+    EXPECT_EQ(arbor::parsedNumber("0xf"), 0xFU);
+    EXPECT_EQ(arbor::parsedNumber("0xF"), 0xFU);
+    EXPECT_EQ(arbor::parsedNumber("0xa"), 0xAU);
+    EXPECT_EQ(arbor::parsedNumber("0xA"), 0xAU);
     EXPECT_EQ(arbor::parsedNumber("0xg"), 0U);
 }
 
-TEST(NumberTextTest, ANumberEndsAtAMarkThatStandsBehindTheLetters) {
-    for (const char* text : {"0x1{", "0x1[", "0x1`"})
+TEST(NumberTextTest, TheLargestNumberHasANegativeTooAndWhatIsLargerHasNone) {
+    EXPECT_EQ(arbor::parsedNumber("-4294967295"), 1U);
+    EXPECT_EQ(arbor::parsedNumber("-4294967296"), 0xFFFFFFFFU);
+}
+
+TEST(NumberTextTest, ANumberEndsAtAMarkThatStandsBesideTheDigitsOrLetters) {
+    for (const char* text : {"0x1{", "0x1[", "0x1`", "0x1:", "0x1@", "0x1/", "0x1g", "0x1G"})
         EXPECT_EQ(arbor::parsedNumber(text), 1U) << text;
     for (const wchar_t* text : {L"0x1{", L"0x1[", L"0x1\x00E9"})
         EXPECT_EQ(arbor::parsedNumber(text), 1U);

@@ -319,6 +319,25 @@ TEST(PropertyHolderTest, TextAsLongAsItIsIsStored) {
     EXPECT_EQ(bag.getString(L"key", ""), text);
 }
 
+TEST(PropertyHolderTest, BagTakesMoreNumbersAndPointersThanItHasPlacesFor) {
+    constexpr int kNumbers = 10;
+    PropertyHolder numbers;
+    PropertyHolder pointers;
+    int target[kNumbers] = {};
+
+    for (int number = 0; number < kNumbers; ++number) {
+        const std::wstring key = std::to_wstring(number);
+        EXPECT_TRUE(numbers.setInt(key.c_str(), number));
+        EXPECT_TRUE(pointers.setPointer(key.c_str(), &target[number]));
+    }
+
+    for (int number = 0; number < kNumbers; ++number) {
+        const std::wstring key = std::to_wstring(number);
+        EXPECT_EQ(numbers.getInt(key.c_str(), -1), number);
+        EXPECT_EQ(pointers.getPointer(key.c_str(), nullptr), &target[number]);
+    }
+}
+
 TEST(PropertyHolderTest, BagDeletesEveryPropertyThatItHolds) {
     int destroyed = 0;
     {

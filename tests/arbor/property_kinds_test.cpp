@@ -4,12 +4,14 @@
 #include "arbor/custom_property.h"
 #include "arbor/null_property.h"
 #include "arbor/opaque_property.h"
+#include "arbor/text_property.h"
 #include "tests/support/test_properties.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstring>
+#include <limits>
 #include <memory>
 
 using arbor::CustomProperty;
@@ -151,6 +153,17 @@ TEST(PropertyKindsTest, CloneOfATextSharesTheTextOfItsSource) {
 
     EXPECT_EQ(clone->toString(), "shared");
     EXPECT_EQ(wideClone->toString(), "shared");
+}
+
+TEST(PropertyKindsTest, TextWhoseBlockWouldOverflowIsNotMade) {
+    constexpr std::size_t kMost = std::numeric_limits<std::size_t>::max();
+    constexpr std::size_t kBesideTheText = sizeof(arbor::TextProperty) + sizeof(std::uint64_t);
+    constexpr std::size_t kTooLong = kMost - kBesideTheText;
+
+    for (const std::size_t beyond : {kTooLong, kTooLong + 1, kMost - 1, kMost})
+        EXPECT_EQ(arbor::TextProperty::make("a", beyond), nullptr);
+    for (const std::size_t beyond : {kTooLong / sizeof(wchar_t), kMost / sizeof(wchar_t), kMost})
+        EXPECT_EQ(arbor::TextProperty::make(L"a", beyond), nullptr);
 }
 
 TEST(PropertyKindsTest, CloneOfANumberKeepsTypeAndValue) {

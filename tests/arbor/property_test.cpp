@@ -149,6 +149,8 @@ TEST(PropertyTest, WideTextAsStringIsCutAtTheConversionLimit) {
     const std::wstring longText(40000, L'x');
 
     EXPECT_EQ(wide(longText.c_str())->toString(), std::string(32767, 'x'));
+    EXPECT_EQ(wide(longText.substr(0, 32768).c_str())->toString(), std::string(32767, 'x'));
+    EXPECT_EQ(wide(longText.substr(0, 32767).c_str())->toString(), std::string(32767, 'x'));
 }
 
 TEST(PropertyTest, WideTextWhoseBytesOverflowHasANullText) {

@@ -5,6 +5,7 @@
 #include "arbor/null_property.h"
 #include "arbor/property.h"
 #include "arbor/property_holder.h"
+#include "arbor/wide_key.h"
 #include "tests/support/allocation_torture.h"
 
 #include <gtest/gtest.h>
@@ -190,6 +191,58 @@ TEST_P(ArborTortureTest, ReplacedValueSurvivesWhenItsCloneCannotBeMade) {
             bag.reset();
         },
         1);
+}
+
+TEST_P(ArborTortureTest, CopiedEntryIsThereOrTheSetterAnswersFalse) {
+    const arbor::OpaqueProperty source("abc", 3);
+    std::unique_ptr<PropertyHolder> bag;
+    bool stored = false;
+    torment(
+        [&] {
+            bag = std::make_unique<PropertyHolder>();
+            stored = false;
+            return [&] { stored = bag->setProperty(kLongKey, &source); };
+        },
+        [&](long failed) {
+            EXPECT_EQ(bag->hasProperty(kLongKey), stored);
+            EXPECT_TRUE(stored || failed != 0);
+            bag.reset();
+        },
+        3);
+}
+
+TEST_P(ArborTortureTest, FirstNumbersOfABagNeedNoMemoryHoweverOftenTheyChange) {
+    PropertyHolder bag;
+
+    const torture::Outcome outcome = everyAllocation(
+        GetParam(),
+        [&] {
+            return [&] {
+                for (int round = 0; round < 20; ++round) {
+                    bag.setInt(L"a", round);
+                    bag.setPointer(L"b", &bag);
+                    bag.removeProperty(L"a");
+                    bag.removeProperty(L"b");
+                }
+            };
+        },
+        [](long) {});
+
+    EXPECT_EQ(outcome.points, 0);
+    EXPECT_FALSE(bag.hasProperty(L"a"));
+}
+
+TEST_P(ArborTortureTest, ShortPlainNarrowKeyNeedsNoMemory) {
+    const std::string longest(47, 'k');
+    for (const char* key : {"key", "\x7F", longest.c_str()}) {
+        std::size_t units = 0;
+        const torture::Outcome outcome = everyAllocation(
+            GetParam(), [&] { return [&] { units = std::wcslen(arbor::WideKey(key).text()); }; },
+            [](long) {});
+
+        EXPECT_EQ(outcome.points, 0) << key;
+        EXPECT_EQ(units, std::strlen(key));
+    }
 }
 
 TEST_P(ArborTortureTest, AdoptedPropertyThatIsNotStoredStaysTheCallers) {
