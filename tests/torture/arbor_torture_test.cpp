@@ -234,7 +234,8 @@ TEST_P(ArborTortureTest, FirstNumbersOfABagNeedNoMemoryHoweverOftenTheyChange) {
 
 TEST_P(ArborTortureTest, ShortPlainNarrowKeyNeedsNoMemory) {
     const std::string longest(47, 'k');
-    for (const char* key : {"key", "\x7F", longest.c_str()}) {
+    const std::string lastPlain(47, '\x7F');
+    for (const char* key : {"key", lastPlain.c_str(), longest.c_str()}) {
         std::size_t units = 0;
         const torture::Outcome outcome = everyAllocation(
             GetParam(), [&] { return [&] { units = std::wcslen(arbor::WideKey(key).text()); }; },
