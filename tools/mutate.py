@@ -39,6 +39,9 @@ STATE = ROOT / "build" / "mutation"
 EQUIVALENT = ROOT / "tests" / "mutation"
 KILL_GOAL = 90.0
 SAVE_EACH_SECONDS = 30
+# A program that hangs is given up after this time, or after so many times what it took before.
+LEAST_PATIENCE_SECONDS = 10
+PATIENCE = 8
 # The programs that must notice a mutant of a folder.
 PROGRAMS = {
     "arbor": ["arbor_tests"],
@@ -51,7 +54,7 @@ PROGRAMS = {
 # Those that have a last look, quickest first.
 LATE_PROGRAMS = {
     "arbor": ["arbor_torture"],
-    "tern": ["tern_torture", "tern_thread_tests"],
+    "tern": ["tern_torture"],
     "device": ["device_torture"],
     "monitor/facts": ["facts_torture"],
     "monitor": [],
@@ -59,7 +62,7 @@ LATE_PROGRAMS = {
 }
 
 
-@dataclasses.dataclass(frozen=True)
+@dataclasses.dataclass(frozen=True, eq=False)
 class Round:
     """How a mutant is built and run; it must not eat the machine, nor pass because memory is zero by luck."""
 
@@ -67,18 +70,16 @@ class Round:
     flags: tuple
     runner: tuple
     environment: dict
-    seconds: int
     programs: dict
 
 
-QUICK = Round("quick", (), ("prlimit", "--as=2000000000", "--core=0"), {"MALLOC_PERTURB_": "165"}, 20,
+QUICK = Round("quick", (), ("prlimit", "--as=2000000000", "--core=0"), {"MALLOC_PERTURB_": "165"},
               PROGRAMS)
 CHECKED = Round("checked",
                 ("-fsanitize=address,undefined,float-cast-overflow", "-fno-sanitize-recover=all"),
                 ("prlimit", "--core=0"),
                 {"ASAN_OPTIONS": "hard_rss_limit_mb=1500:detect_stack_use_after_return=1:"
                                  "strict_string_checks=1:check_initialization_order=1:strict_init_order=1"},
-                120,
                 {folder: [*names, *LATE_PROGRAMS[folder]] for folder, names in PROGRAMS.items()})
 
 # One token for another. Templates and includes keep their angle brackets: blanks stand around a
@@ -180,10 +181,29 @@ class Workshop:
         self._compile = {str(pathlib.Path(c["file"]).relative_to(ROOT)): shlex.split(c["command"])
                          for c in commands if c["file"].startswith(str(ROOT))}
         self._heads = {}
+        self._proven = {}
+        self._proving = threading.Lock()
+        self._longest = {}
         self._links = {}
 
     def can_compile(self, file):
         return file in self._compile
+
+    def proves(self, judging, file, lines, place):
+        """Whether a file passes a round as it is; tried once, when the first of its mutants comes."""
+        with self._proving:
+            if (judging, file) not in self._proven:
+                self._proven[judging, file] = lives(self, judging, file, lines, place)
+            return self._proven[judging, file]
+
+    def took(self, judging, file, seconds):
+        self._longest[judging, file] = max(seconds, self._longest.get((judging, file), 0))
+
+    def patience(self, judging, file):
+        """How long a mutant of a file may run; the file itself, which comes first, as long as it likes."""
+        if (judging, file) not in self._longest:
+            return None
+        return max(LEAST_PATIENCE_SECONDS, PATIENCE * self._longest[judging, file])
 
     def compile(self, judging, file, source, target):
         """Compiles what stands in source as file is compiled, but quickly and with checked containers."""
@@ -201,8 +221,8 @@ class Workshop:
 
     def _head(self, judging, file):
         """What the source includes, compiled beforehand: most of a mutant's time would go there."""
-        if (judging.name, file) in self._heads:
-            return self._heads[judging.name, file]
+        if (judging, file) in self._heads:
+            return self._heads[judging, file]
         head = STATE / "heads" / judging.name / (file.replace("/", "@") + ".h")
         head.parent.mkdir(parents=True, exist_ok=True)
         lines = (ROOT / file).read_text(encoding="utf-8").splitlines()
@@ -211,7 +231,7 @@ class Workshop:
         head.write_text("\n".join(includes) + "\n", encoding="utf-8")
         subprocess.run([*self._flags(judging, file), "-x", "c++-header", "-o", f"{head}.gch", "-c",
                         str(head)], cwd=BUILD, check=True, capture_output=True)
-        self._heads[judging.name, file] = head
+        self._heads[judging, file] = head
         return head
 
     def link_command(self, program):
@@ -238,44 +258,46 @@ class Workshop:
                               capture_output=True).returncode == 0
 
 
-def passes(judging, program):
+def passes(judging, program, seconds):
     try:
         ran = subprocess.run([*judging.runner, str(program), "--gtest_brief=1", "--gtest_fail_fast"],
-                             cwd=ROOT, timeout=judging.seconds, env={**os.environ, **judging.environment},
+                             cwd=ROOT, timeout=seconds, env={**os.environ, **judging.environment},
                              stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         return ran.returncode == 0
     except subprocess.TimeoutExpired:
         return False
 
 
-def verdict(workshop, file, lines, place):
-    """killed, survived or invalid (does not compile), for the changed lines of a file."""
+def lives(workshop, judging, file, lines, place):
+    """Whether changed lines of a file pass a round; None when they do not compile."""
     place.mkdir(parents=True, exist_ok=True)
     source, changed = place / "mutant.cpp", place / "mutant.o"
     source.write_text("\n".join(lines) + "\n", encoding="utf-8")
-    for judging in (QUICK, CHECKED):
-        if not workshop.compile(judging, file, source, changed):
-            return "invalid"
-        for name in judging.programs[folder_of(file)]:
-            program = place / name
-            if not workshop.link(judging, name, file, changed, program):
-                return "invalid"
-            if not passes(judging, program):
-                return "killed"
-    return "survived"
+    if not workshop.compile(judging, file, source, changed):
+        return None
+    for name in judging.programs[folder_of(file)]:
+        program = place / name
+        if not workshop.link(judging, name, file, changed, program):
+            return None
+        started = time.monotonic()
+        if not passes(judging, program, workshop.patience(judging, file)):
+            return False
+        workshop.took(judging, file, time.monotonic() - started)
+    return True
 
 
-def mutated_lines(mutant):
+def verdict(workshop, mutant, place):
+    """killed, survived or invalid (does not compile)."""
     lines = (ROOT / mutant.file).read_text(encoding="utf-8").splitlines()
+    original = [*lines]
     lines[mutant.line - 1] = mutant.after
-    return lines
-
-
-def demand_that_the_original_survives(workshop, file, place):
-    lines = (ROOT / file).read_text(encoding="utf-8").splitlines()
-    value = verdict(workshop, file, lines, place)
-    if value != "survived":
-        sys.exit(f"{file}: without any mutation: {value}")
+    for judging in (QUICK, CHECKED):
+        if not workshop.proves(judging, mutant.file, original, place):
+            sys.exit(f"{mutant.file}: fails the {judging.name} round without any mutation")
+        living = lives(workshop, judging, mutant.file, lines, place)
+        if not living:
+            return "invalid" if living is None else "killed"
+    return "survived"
 
 
 def digest(paths):
@@ -354,9 +376,6 @@ def main():
 
     started = time.monotonic()
     place = STATE / "work" / str(os.getpid())
-    open_files = {m.file for m in mutants if not memories[m.file].get(m)}
-    for file in sorted(open_files):
-        demand_that_the_original_survives(workshop, file, place)
     save_at = [time.monotonic() + SAVE_EACH_SECONDS]
     counting = threading.Lock()
 
@@ -364,8 +383,7 @@ def main():
     def work(job):
         for mutant in mutants[job::options.jobs]:
             memory = memories[mutant.file]
-            value = memory.get(mutant) or verdict(workshop, mutant.file, mutated_lines(mutant),
-                                                  place / str(job))
+            value = memory.get(mutant) or verdict(workshop, mutant, place / str(job))
             with counting:
                 memory.put(mutant, value)
                 counts[value] += 1
