@@ -29,8 +29,9 @@ private:
 };
 
 inline bool sameName(std::wstring_view a, std::wstring_view b) noexcept {
-    const CaseInsensitive less;
-    return !less(a, b) && !less(b, a);
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](wchar_t left, wchar_t right) {
+        return CaseInsensitive::folded(left) == CaseInsensitive::folded(right);
+    });
 }
 
 }  // namespace platform::simulated

@@ -35,7 +35,7 @@ private:
     void leave();
     void keep(const std::wstring& text);
     [[nodiscard]] bool matches() const;
-    [[nodiscard]] bool at(std::string_view text) const { return _rest.starts_with(text); }
+    [[nodiscard]] bool at(std::string_view text) const;
 
     std::string_view _rest;
     std::vector<std::string_view> _steps;
