@@ -13,7 +13,10 @@ namespace {
 constexpr std::wstring_view kWideBlanks = L" \t\r\n";
 
 // What a character may be part of, in one look: fuzzers have this reader read a great many.
-enum Class : unsigned char { kBlank = 1, kStartsName = 2, kContinuesName = 4, kText = 8 };
+constexpr unsigned kBlank = 1;
+constexpr unsigned kStartsName = 2;
+constexpr unsigned kContinuesName = 4;
+constexpr unsigned kText = 8;
 
 constexpr unsigned classesOf(unsigned byte) {
     constexpr unsigned kFirstBeyondAscii = 0x80;
@@ -37,7 +40,7 @@ constexpr ClassTable kClasses = [] {
     return table;
 }();
 
-bool is(Class wanted, char character) {
+bool is(unsigned wanted, char character) {
     return (kClasses.of[static_cast<unsigned char>(character)] & wanted) != 0;
 }
 

@@ -1,7 +1,8 @@
 #include "monitor/facts/cartridge_store.h"
 #include "platform/registry.h"
+#include "platform/simulated/world.h"
 #include "tests/fuzz/fuzz_input.h"
-#include "tests/support/clean_platform.h"
+#include "tests/fuzz/result_notes.h"
 
 #include <array>
 #include <cstdint>
@@ -37,15 +38,18 @@ void requireWholeRecord() {
     platform::ValueType type = platform::ValueType::None;
     require(key.read(L"CartData", type, record.data(), bytes) == 0);
     require(type == platform::ValueType::Binary && bytes <= 280);
+    const std::uint32_t recordBytes = bytes;
     std::uint32_t version = 0;
     bytes = 4;
     require(key.read(L"CartDataVer", type, &version, bytes) == 0);
     require(type == platform::ValueType::Dword && version == 4);
+    note("record", std::string_view(reinterpret_cast<const char*>(record.data()), recordBytes));
 }
 
 void requireFlag(bool (*occuredBefore)(CartridgeRecord&, std::uint32_t), std::uint32_t serial) {
     CartridgeRecord record;
     const bool before = occuredBefore(record, serial);
+    note("before", before ? 1 : 0);
     require(occuredBefore(record, serial));
     require(!before || serial == kNoCartridge || record.find(serial) != CartridgeRecord::npos);
 }
@@ -68,7 +72,7 @@ void add(std::uint32_t serial) {
 }
 
 void welcome() {
-    takeWelcome();
+    note("welcome", takeWelcome() ? 1 : 0);
     require(!takeWelcome());
 }
 
@@ -89,7 +93,7 @@ void callStore(FuzzInput& input) {
         case 5:
             return welcome();
         default:
-            IsSnoozing(serial, static_cast<SnoozeSlot>(operation / 7));
+            note("snoozing", IsSnoozing(serial, static_cast<SnoozeSlot>(operation / 7)) ? 1 : 0);
             return;
     }
 }
@@ -97,7 +101,7 @@ void callStore(FuzzInput& input) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    cleanPlatform();
+    platform::simulated::world().reset();
     FuzzInput input(data, size);
     writeValue(L"CurrCart", input);
     writeValue(L"CartDataVer", input);

@@ -6,6 +6,7 @@
 #include "tern/channel_settings.h"
 #include "tern/guid_text.h"
 #include "tern/instance_manager.h"
+#include "tests/fuzz/result_notes.h"
 
 #include <cstdlib>
 #include <string>
@@ -52,5 +53,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (name.back() != L'\0') std::abort();
     if (ended == wasMade) std::abort();
     if (ended && name.front() != L'\0') std::abort();
+    note("ended", ended ? 1 : 0);
+    note("pipe", std::wstring_view(name.data()));
+    note("printer", tern::channelSettings().printerId);
     return 0;
 }

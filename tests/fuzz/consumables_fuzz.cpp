@@ -6,7 +6,7 @@
 #include "platform/text.h"
 #include "platform/xml_query.h"
 #include "tests/fuzz/fuzz_input.h"
-#include "tests/support/clean_platform.h"
+#include "tests/fuzz/result_notes.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -15,9 +15,9 @@
 #include <vector>
 
 // A device that answers with any pages: every fact that the monitor takes from them fits its place.
-// The first byte cuts the input into the two pages; bit 0 of the second puts each into a
-// well-formed document as the text of its nodes instead, bit 1 asks for the cartridge's identity
-// instead of the consumables.
+// Bit 0 of the first byte puts each page into a well-formed document as the text of its nodes, bit
+// 1 asks for the cartridge's identity instead of the consumables. What follows is the configuration
+// page up to a zero byte, then the usage page.
 namespace {
 
 using platform::simulated::world;
@@ -82,6 +82,8 @@ void checkConsumables(const std::string& configuration, const std::string& usage
                                            "//pudyn:ConsumableSubunit/pudyn:Consumable/"
                                            "dd:EstimatedPagesRemaining")
                             : kNotKnown);
+    note("product", std::wstring_view(product.data()));
+    note("pages", std::wstring_view(pages.data()));
 }
 
 void checkSerial(const std::string& configuration) {
@@ -92,18 +94,29 @@ void checkSerial(const std::string& configuration) {
     const long long number =
         told ? std::clamp(std::strtoll(text.c_str(), nullptr, 10), -2147483648LL, 2147483647LL) : 0;
     require(GetCurrCart() == (number == 0 ? kNoCartridge : static_cast<std::uint32_t>(number)));
+    note("serial", GetCurrCart());
+}
+
+void checkIdentity() {
+    const CartridgeIdentity identity = readCartridgeIdentity(kPrinter);
+    require(identity.version == "0001");
+    for (const std::string* const value :
+         {&identity.cartridgeModel, &identity.cartridgeLife, &identity.cartridgeSerial,
+          &identity.cartridgeDate, &identity.cartridgeSign, &identity.printerModel,
+          &identity.printerSerial, &identity.printerSign}) {
+        note("identity", *value);
+    }
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    cleanPlatform();
+    world().reset();
     FuzzInput input(data, size);
-    const std::size_t cut = input.byte();
     const unsigned flags = input.byte();
     const bool asText = (flags & 1) != 0;
     const bool identityOnly = (flags & 2) != 0;
-    std::string configuration(input.text(input.rest().size() * cut / 255));
+    std::string configuration(input.upTo('\0'));
     std::string usage(input.rest());
     if (asText) {
         configuration = configurationWith(escaped(configuration));
@@ -112,7 +125,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     world().device.install();
     if (identityOnly) {
         world().device.setPage("/dev/qvLoyalty.xml", configuration);
-        require(readCartridgeIdentity(kPrinter).version == "0001");
+        checkIdentity();
     } else {
         world().device.setPage("/DevMgmt/ConsumableConfigDyn.xml", configuration);
         world().device.setPage("/DevMgmt/ProductUsageDyn.xml", usage);

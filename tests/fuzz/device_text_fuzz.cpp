@@ -2,7 +2,7 @@
 #include "monitor/facts/media_types.h"
 #include "platform/simulated/world.h"
 #include "tests/fuzz/fuzz_input.h"
-#include "tests/support/clean_platform.h"
+#include "tests/fuzz/result_notes.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -37,7 +37,7 @@ std::string node(const std::string& name, FuzzInput& input) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    cleanPlatform();
+    world().reset();
     FuzzInput input(data, size);
     const int media = TranslateMediaType(std::string(input.line()).c_str());
     require(media >= 301 && media <= 321);
@@ -63,5 +63,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(address.rfind("https://validate.corvane.example/cgi-bin/jumpstation.py?action=", 0) ==
             0);
     require(address.find('\0') == std::string::npos);
+    note("media", media);
+    note("address", address);
     return 0;
 }

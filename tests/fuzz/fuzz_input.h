@@ -38,13 +38,14 @@ public:
         return taken;
     }
 
-    // Up to the next line feed, which is taken too.
-    std::string_view line() {
-        const std::size_t end = std::min(_rest.find('\n'), _rest.size());
+    // Up to the next mark, which is taken too.
+    std::string_view upTo(char mark) {
+        const std::size_t end = std::min(_rest.find(mark), _rest.size());
         const std::string_view taken = _rest.substr(0, end);
         _rest.remove_prefix(std::min(end + 1, _rest.size()));
         return taken;
     }
+    std::string_view line() { return upTo('\n'); }
 
     [[nodiscard]] std::string_view rest() const { return _rest; }
 

@@ -1,13 +1,14 @@
 // What a print path may send: any bytes, in any pieces. The first byte is the largest count that
 // one read returns, the second the size of a pipe message; 0 is no limit. The rest is the stream.
-#include "fuzz_input.h"
-
 #include "platform/simulated/world.h"
+#include "platform/text.h"
 #include "tern/abstract_instance_manager.h"
 #include "tern/channel_settings.h"
 #include "tern/database.h"
 #include "tern/event_broker.h"
 #include "tern/velo_event_generator.h"
+#include "tests/fuzz/fuzz_input.h"
+#include "tests/fuzz/result_notes.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -26,11 +27,14 @@ public:
         const arbor::IPropertyHolder& bag = *message->getProperties();
         for (const wchar_t* key : {L"subcode", L"portName", L"printerName", L"jobID", L"docName",
                                    L"severity", L"status", L"blackSN", L"mediaType"}) {
-            _read += bag.getString(key, "").size();
+            const std::string value = bag.getString(key, "");
+            note(kKeepsNotes ? platform::narrowed(key) : std::string(), value);
+            _read += value.size();
         }
         const auto bytes = static_cast<std::size_t>(bag.getInt(L"oembufferSize", 0));
         const void* block = bag.getPointer(L"oemMessages", nullptr);
         if (bytes > tern::kVeloBodyLimit) std::abort();
+        note("oem", std::string_view(static_cast<const char*>(block), bytes));
         if (bytes != 0 && std::memchr(block, 0, bytes) != nullptr) ++_read;
         return true;
     }

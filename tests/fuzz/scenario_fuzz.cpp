@@ -1,3 +1,4 @@
+#include "tests/fuzz/result_notes.h"
 #include "tools/printpath/scenario_parser.h"
 #include "tools/printpath/scenario_words.h"
 
@@ -11,6 +12,13 @@ namespace {
 
 void require(bool condition) {
     if (!condition) std::abort();
+}
+
+void noteValue(const printpath::Value& value) {
+    note("given", value.given ? 1 : 0);
+    note("number", value.number);
+    note("text", value.text);
+    note("bytes", value.bytes);
 }
 
 void checkValue(const printpath::Parameter& parameter, const printpath::Value& value) {
@@ -29,14 +37,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto parsed = printpath::parseScenario(text);
     if (const auto* error = std::get_if<printpath::ScenarioError>(&parsed)) {
         require(error->line >= 1 && !error->message.empty());
+        note("error", error->message);
+        note("line", error->line);
         return 0;
     }
     int line = 0;
     for (const printpath::Step& step : std::get<printpath::Scenario>(parsed).steps) {
         require(step.line > line && step.values.size() == step.keyword->parameters.size());
         line = step.line;
-        for (std::size_t i = 0; i < step.values.size(); ++i)
+        note("step", step.written);
+        for (std::size_t i = 0; i < step.values.size(); ++i) {
             checkValue(step.keyword->parameters[i], step.values[i]);
+            if (kKeepsNotes) noteValue(step.values[i]);
+        }
     }
     return 0;
 }

@@ -1,4 +1,5 @@
 #include "device/shop_page.h"
+#include "tests/fuzz/result_notes.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -38,6 +39,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view page = input.substr(0, pageBytes);
     const std::string_view document = input.substr(pageBytes);
 
-    if (filledShopPage(page, document) != expectedPage(page, document)) std::abort();
+    const std::string filled = filledShopPage(page, document);
+
+    if (filled != expectedPage(page, document)) std::abort();
+    note("page", filled);
     return 0;
 }

@@ -1,4 +1,5 @@
 #include "tests/fuzz/fuzz_input.h"
+#include "tests/fuzz/result_notes.h"
 #include "ui/text_format.h"
 
 #include <cstdint>
@@ -25,5 +26,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (units > 0 ? text.size() >= units : !text.empty()) std::abort();
     const std::wstring plain = formatText(format, {}, units);
     if (plain.size() > format.size()) std::abort();
+    note("text", text);
+    note("plain", plain);
     return 0;
 }

@@ -1,0 +1,11 @@
+#!/bin/sh
+# usage: fuzz_coverage [TARGET...]   lines of its units that each fuzz corpus alone does not reach
+#
+# tests/fuzz/coverage.txt says which sources a target is about, and which of their functions or lines no
+# input can reach, with the reason.
+set -u
+root=$(cd "$(dirname "$0")/../.." && pwd)
+cd "$root"
+cmake --preset host-coverage >/dev/null &&
+    sh tools/build-quietly.sh host-coverage replay_corpora || { echo "0 passed, 1 failed"; exit 1; }
+exec python3 tools/test/fuzz_coverage.py build/host-coverage "$@"
