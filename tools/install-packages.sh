@@ -1,14 +1,19 @@
 #!/bin/sh
-# install-packages.sh run|test: installs the packages of tools/packages.txt that are missing, with
-# sudo when it is not root. Says nothing when nothing is missing.
+# install-packages.sh run|test|nightly: installs the packages of tools/packages.txt that are missing,
+# with sudo when it is not root. Each purpose needs what the ones before it need. Says nothing when
+# nothing is missing.
 set -eu
-purpose=$1
+case $1 in
+run) purposes=' run ' ;;
+test) purposes=' run test ' ;;
+*) purposes=' run test nightly ' ;;
+esac
 list=$(dirname "$0")/packages.txt
 
 missing=
 while read -r package needed_for; do
     case $package in '' | '#'*) continue ;; esac
-    [ "$purpose" = test ] || [ "$needed_for" = "$purpose" ] || continue
+    case $purposes in *" $needed_for "*) ;; *) continue ;; esac
     case $(dpkg-query -W -f='${Status}' "$package" 2>/dev/null || :) in
     *' ok installed') ;;
     *) missing="$missing $package" ;;
