@@ -13,8 +13,15 @@ namespace arbor {
 
 namespace {
 
+// Without a CompoundKey: in some standard libraries a list of texts loses its memory when one of the
+// texts finds none.
 std::wstring flat(const wchar_t* key1, const wchar_t* key2) {
-    return IDatabase::CompoundKey{key1, key2}.toString();
+    std::wstring text;
+    for (const wchar_t* component : {key1, key2}) {
+        text += L'/';
+        text += component;
+    }
+    return text;
 }
 
 IProperty* orNull(IProperty* property) {

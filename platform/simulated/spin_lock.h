@@ -15,7 +15,7 @@ public:
     void unlock() noexcept { _taken.clear(std::memory_order_release); }
 
 private:
-    std::atomic_flag _taken = ATOMIC_FLAG_INIT;
+    std::atomic_flag _taken;
 };
 
 // Holds a SpinLock for a scope.
