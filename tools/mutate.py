@@ -57,7 +57,7 @@ LATE_PROGRAMS = {
     "tern": ["tern_torture"],
     "device": ["device_torture"],
     "monitor/facts": ["facts_torture"],
-    "monitor": [],
+    "monitor": ["monitor_torture"],
     "ui": ["ui_torture"],
 }
 
