@@ -178,9 +178,6 @@ void DefaultLMSListener::onFeedback(std::uint32_t action,
             break;
         case alert_action::kShop:
             openShopPage(_printerName);
-            break;
-        default:
-            break;
     }
 }
 

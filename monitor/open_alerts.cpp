@@ -23,9 +23,12 @@ unsigned shown(const void* address) {
 }  // namespace
 
 struct OpenAlerts::AlertRecord {
+    AlertRecord(std::uint32_t type, bool closesWithDocument)
+        : dialogType(type), autoClose(closesWithDocument) {}
+
     std::unique_ptr<DefaultStatusDialog> dialog;
-    std::uint32_t dialogType = 0;
-    bool autoClose = false;
+    std::uint32_t dialogType;
+    bool autoClose;
 };
 
 OpenAlerts::OpenAlerts() : _cascadeX(kFirstPosition), _cascadeY(kFirstPosition) {}
@@ -37,13 +40,11 @@ void OpenAlerts::addAlert(arbor::IPropertyHolder& description, std::uint32_t dia
     if (findAlertDialogType(dialogType) != kNotFound) return;
 
     const Lock lock(*this);
-    _alerts.reserve(_alerts.size() + 1);
-    auto record = std::make_unique<AlertRecord>();
+    _alerts.reserve(_alerts.size() + 1);  // now, so that nothing is shown that cannot be kept
+    auto record = std::make_unique<AlertRecord>(dialogType, autoClose);
     platform::trace("TERNA new alert in _alerts (%#x)", shown(record.get()));
     record->dialog = createAlertDialog(description);
     if (record->dialog == nullptr) return;
-    record->dialogType = dialogType;
-    record->autoClose = autoClose;
     record->dialog->setPosition(_cascadeX, _cascadeY);
     _cascadeX += kCascadeStep;
     _cascadeY += kCascadeStep;

@@ -82,11 +82,10 @@ bool matches(const StatusRow& row, std::int32_t status, std::int32_t subcode) {
 
 }  // namespace
 
-bool dispatchStatus(DefaultLMSListener& listener, std::int32_t status, std::int32_t subcode) {
+void dispatchStatus(DefaultLMSListener& listener, std::int32_t status, std::int32_t subcode) {
     for (const StatusRow& row : kStatusRows) {
         if (!matches(row, status, subcode)) continue;
         row.show(listener, status);
-        return true;
+        return;
     }
-    return false;
 }

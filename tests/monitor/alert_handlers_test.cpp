@@ -1,3 +1,4 @@
+#include "monitor/facts/media_types.h"
 #include "tests/monitor/alerts_fixture.h"
 
 #include <tuple>
@@ -235,6 +236,35 @@ INSTANTIATE_TEST_SUITE_P(
     [](const testing::TestParamInfo<AlertRow>& row) {
         return "Status" + std::to_string(row.param.code);
     });
+
+struct MediaRow {
+    std::int32_t code;
+    unsigned text;  // string id of the media
+};
+
+class MediaAlertTest : public AlertHandlersTest, public testing::WithParamInterface<MediaRow> {};
+
+TEST_P(MediaAlertTest, NamesTheMediaByTheLastTwoDigitsOfItsStatus) {
+    const platform::NativeHandle texts = world().texts.addModule(L"QVK7400SMs.dll");
+    world().texts.add(texts, platform::simulated::kEnglish, 154, L"%s, not %s");
+    world().texts.add(texts, platform::simulated::kEnglish, GetParam().text, L"this one");
+    auto made = std::make_unique<DefaultLMSListener>(manager.get(), tern::kVeloEventGeneratorId,
+                                                     tern::kVeloListenerId, nullptr, texts);
+    listener = made.get();
+    ASSERT_TRUE(manager->addComponent(listener));
+    static_cast<void>(made.release());
+    setCurrentMediaType(399);  // without a text
+
+    status(GetParam().code);
+
+    EXPECT_EQ(headless::control(windowOf(1), IDC_ALERT_DETAIL).text, L", not this one");
+    setCurrentMediaType(301);
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryGroup, MediaAlertTest,
+                         testing::Values(MediaRow{41001, 301}, MediaRow{41012, 312},
+                                         MediaRow{41021, 321}, MediaRow{41220, 320},
+                                         MediaRow{41302, 302}));
 
 TEST_F(AlertHandlersTest, TheListenerHasAClassOfItsOwn) {
     const arbor::Guid expected{

@@ -1,6 +1,11 @@
 #include "monitor/open_alerts.h"
 
 #include "tests/monitor/alerts_fixture.h"
+#include "ui/alert_window.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -85,6 +90,16 @@ TEST_F(OpenAlertsTest, LookupsAreTraced) {
     EXPECT_TRUE(wasTraced("TERNA findAlertDialogType 10 ?= 0"));
 }
 
+TEST_F(OpenAlertsTest, ANewAlertIsTracedByItsAddress) {
+    open(0);
+
+    const std::vector<std::string> lines = world().diagnostics.traceLines();
+    const auto isNewAlert = [](const std::string& line) {
+        return line.rfind("TERNA new alert in _alerts (0x", 0) == 0;
+    };
+    EXPECT_EQ(std::count_if(lines.begin(), lines.end(), isNewAlert), 1);
+}
+
 TEST_F(OpenAlertsTest, RemovingDestroysTheAlertAndItsWindow) {
     open(0);
     open(10);
@@ -107,6 +122,7 @@ TEST_F(OpenAlertsTest, TheWalkOfTheDocumentsEndKeepsTheOthersInOrder) {
 
     EXPECT_EQ(left, 2U);
     EXPECT_EQ(openTypes(), (std::vector<int>{4, 30}));
+    EXPECT_EQ(headless::dismissedWindows(), 3);
     EXPECT_TRUE(wasTraced("TERNA removeAllAutocloseDialogs"));
     EXPECT_TRUE(wasTraced("TERNA remove Dialog 0"));
     EXPECT_TRUE(wasTraced("TERNA remove Dialog 1"));
@@ -120,8 +136,19 @@ TEST_F(OpenAlertsTest, TheWalkCountsTheSameWithoutClosingWindows) {
     const std::uint32_t left = alerts.removeAllAutocloseDialogs(false);
 
     EXPECT_EQ(left, 1U);
+    EXPECT_EQ(headless::dismissedWindows(), 0);
     EXPECT_EQ(alerts.findAlertDialogType(0), OpenAlerts::kNotFound);
     EXPECT_EQ(alerts.findAlertDialogType(4), 0U);
+}
+
+TEST_F(OpenAlertsTest, AnAlertThatLostItsWindowIsNotDismissed) {
+    open(0, true);
+    destroyAlertWindow(windowOf(0));
+
+    EXPECT_EQ(alerts.removeAllAutocloseDialogs(true), 0U);
+
+    EXPECT_EQ(headless::dismissedWindows(), 0);
+    EXPECT_TRUE(alerts.empty());
 }
 
 TEST_F(OpenAlertsTest, AnAlertWithoutAWindowIsNotKept) {

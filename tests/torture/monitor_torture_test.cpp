@@ -5,6 +5,7 @@
 #include "monitor/facts/cartridge_store.h"
 #include "platform/simulated/world.h"
 #include "tests/support/allocation_torture.h"
+#include "tests/support/headless_dialogs/headless_dialogs.h"
 #include "ui/alert_actions.h"
 #include "ui/resource_ids.h"
 
@@ -64,10 +65,12 @@ void closed(Monitor& monitor) {
     monitor.closeFirstAlert();
 }
 
+// Nothing was seen that is not there to stay.
 template <int Type>
 void itsAlertIsOpen(Monitor&, bool undisturbed) {
     const Types open = Monitor::openTypes();
     EXPECT_TRUE(open == Types{Type} || (!undisturbed && open.empty()));
+    EXPECT_EQ(headless::openedWindows(), static_cast<int>(open.size()));
 }
 
 void oneOrNot(std::size_t done, bool undisturbed) {

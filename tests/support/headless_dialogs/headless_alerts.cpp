@@ -99,6 +99,7 @@ DialogResult DefaultStatusDialog::onCtlColorStatic(WindowHandle, MessageWord, Me
 }
 
 void dismissAlertWindow(WindowHandle window) {
+    headless::countDismissed();
     destroyAlertWindow(window);
 }
 

@@ -23,6 +23,8 @@ struct Desktop {
     std::function<void()> whileMessageIsOpen;
     bool creationFails = false;
     std::uintptr_t lastHandle = 0;
+    int opened = 0;
+    int dismissed = 0;
 };
 
 Desktop& desktop() {
@@ -93,6 +95,13 @@ std::vector<WindowHandle> windows() {
     return handles;
 }
 
+int openedWindows() {
+    return desktop().opened;
+}
+int dismissedWindows() {
+    return desktop().dismissed;
+}
+
 Window* find(WindowHandle window) {
     for (const auto& entry : desktop().windows) {
         if (entry.first == window) return entry.second.get();
@@ -119,6 +128,7 @@ WindowHandle openWindow(int templateId) {
     if (desktop().creationFails || !addTemplate(*window)) return nullptr;
     const auto handle = reinterpret_cast<WindowHandle>(++desktop().lastHandle);
     desktop().windows.emplace_back(handle, std::move(window));
+    ++desktop().opened;
     return handle;
 }
 
@@ -127,6 +137,10 @@ void eraseWindow(WindowHandle window) {
     const auto found =
         std::find_if(all.begin(), all.end(), [window](const auto& e) { return e.first == window; });
     if (found != all.end()) all.erase(found);
+}
+
+void countDismissed() {
+    ++desktop().dismissed;
 }
 
 void addMessage(Message message) {

@@ -64,6 +64,10 @@ void reset();
 
 // The windows that exist, hidden ones included, in the order in which they opened.
 [[nodiscard]] std::vector<WindowHandle> windows();
+// How many windows were opened, those that are gone included, and how many of them were dismissed
+// by the end of the document.
+[[nodiscard]] int openedWindows();
+[[nodiscard]] int dismissedWindows();
 // Null when the window is gone.
 [[nodiscard]] Window* find(WindowHandle window);
 // A control of a window; the test fails (throws) when either is missing.

@@ -1,0 +1,144 @@
+#include "tests/monitor/alerts_fixture.h"
+#include "tests/support/test_components.h"
+
+#include <ostream>
+#include <string>
+#include <utility>
+#include <vector>
+
+// What an action of an alert sets going, and what it does not.
+namespace {
+
+constexpr wchar_t kPrinter[] = L"K7400";
+constexpr char kInstalled[] = "C:\\Program Files\\QV\\QV Beamline K7400 MFP Series\\";
+
+// Everything that an action can have done.
+struct Effects {
+    bool closed = false;
+    bool compact = false;
+    bool madeLink = false;
+    std::vector<std::wstring> addresses;
+    std::size_t programs = 0;
+    std::size_t checks = 0;
+    std::size_t shops = 0;
+
+    friend bool operator==(const Effects& left, const Effects& right) {
+        return left.closed == right.closed && left.compact == right.compact &&
+               left.madeLink == right.madeLink && left.addresses == right.addresses &&
+               left.programs == right.programs && left.checks == right.checks &&
+               left.shops == right.shops;
+    }
+    friend std::ostream& operator<<(std::ostream& out, const Effects& effects) {
+        return out << "closed " << effects.closed << ", compact " << effects.compact << ", link "
+                   << effects.madeLink << ", addresses " << effects.addresses.size()
+                   << ", programs " << effects.programs << ", checks " << effects.checks
+                   << ", shops " << effects.shops;
+    }
+};
+
+struct ActionRow {
+    std::uint32_t action;
+    Effects effects;
+};
+
+class DialogActionTest : public AlertsFixture, public testing::WithParamInterface<ActionRow> {
+protected:
+    // A printer, a companion and a shop that would all answer.
+    DialogActionTest() {
+        world().device.install();
+        world().device.setPage("/DevMgmt/ShopForSupplies.xml", "<?xml?><supplies/>");
+        for (const char* const file : {"P7400DEF.css", "P7400SIG.GIF", "P7400OS.HTM"})
+            world().files.put(std::string(kInstalled) + file, "<html></html>");
+        world().registry.setText(platform::Hive::LocalMachine, L"SOFTWARE\\Corvane\\Orrery\\",
+                                 L"ApplicationPath", L"C:\\Orrery\\orrery.exe");
+        printerIs(kPrinter);
+        status(41150);
+    }
+
+    static Effects seen() {
+        Effects effects;
+        const headless::Window* window = headless::find(windowOf(0));
+        effects.closed = window == nullptr;
+        effects.compact = window != nullptr && window->compact;
+        effects.madeLink = window != nullptr && window->detailMadeLink;
+        effects.addresses = world().desktop.addresses();
+        effects.programs = world().desktop.programs().size();
+        effects.checks = headless::cartridgeChecks().size();
+        effects.shops = world().desktop.documents().size();
+        return effects;
+    }
+};
+
+TEST_P(DialogActionTest, DoesItsOwnAndNothingElse) {
+    const WindowHandle window = windowOf(0);
+    arbor::Message message(&alert_action::kMessageType, GetParam().action, 0);
+    message.getProperties()->setPointer(L"statusdialog", headless::find(window)->dialog);
+    message.getProperties()->setPointer(L"statusdialoghwnd", window);
+
+    EXPECT_FALSE(listener->notify(&message));
+
+    EXPECT_EQ(seen(), GetParam().effects) << GetParam().action;
+}
+
+Effects closes() {
+    Effects effects;
+    effects.closed = true;
+    return effects;
+}
+Effects compacts(bool withLink) {
+    Effects effects;
+    effects.compact = true;
+    effects.madeLink = withLink;
+    return effects;
+}
+Effects opens(const wchar_t* address) {
+    Effects effects;
+    effects.addresses = {address};
+    return effects;
+}
+Effects counts(std::size_t Effects::*effect) {
+    Effects effects;
+    effects.*effect = 1;
+    return effects;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    EveryAction, DialogActionTest,
+    testing::Values(ActionRow{0, closes()}, ActionRow{1, closes()}, ActionRow{2, closes()},
+                    ActionRow{3, closes()}, ActionRow{4, Effects()}, ActionRow{5, closes()},
+                    ActionRow{100, opens(L"https://www.corvane.example/go/anticounterfeit")},
+                    ActionRow{101, opens(L"https://www.corvane.example/go/recycle")},
+                    ActionRow{102, counts(&Effects::checks)}, ActionRow{103, Effects()},
+                    ActionRow{104, counts(&Effects::shops)},
+                    ActionRow{1012, counts(&Effects::programs)}, ActionRow{90001, compacts(false)},
+                    ActionRow{90002, compacts(true)}, ActionRow{90003, Effects()}));
+
+// Keeps who asked for the end.
+class StoppedBroker : public tern::EventBroker {
+public:
+    using EventBroker::EventBroker;
+    bool stop(const arbor::Guid* who, std::uint32_t flags) override {
+        stops.emplace_back(*who, flags);
+        return true;
+    }
+    std::vector<std::pair<arbor::Guid, std::uint32_t>> stops;
+};
+
+TEST(ChannelEndTest, BothEndsOfTheChannelAreStoppedInTheirOrder) {
+    test::TestManager<StoppedBroker> manager;
+    DefaultLMSListener listener(&manager, tern::kVeloEventGeneratorId, tern::kVeloListenerId,
+                                nullptr, nullptr);
+    arbor::Message message(&tern::kVeloEventGeneratorId, 0, 0);
+    message.getProperties()->setInt(L"subcode", tern::kDocumentEnd);
+
+    listener.notify(&message);
+
+    const auto& stops = manager.broker.stops;
+    ASSERT_EQ(stops.size(), 2U);
+    EXPECT_TRUE(stops[0].first == tern::kVeloEventGeneratorId);
+    EXPECT_TRUE(stops[1].first == tern::kVeloListenerId);
+    EXPECT_EQ(stops[0].second, 0U);
+    EXPECT_EQ(stops[1].second, 0U);
+}
+
+}  // namespace
