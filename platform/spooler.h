@@ -6,6 +6,10 @@
 
 namespace platform {
 
+// Loads what the first question to the spooler needs, so that whoever asks it need not wait. Asks
+// the spooler nothing. Any thread may call.
+void prepareSpooler() noexcept;
+
 // A printer opened at the spooler without defaults, closed by the destructor.
 class Printer {
 public:

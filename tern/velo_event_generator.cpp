@@ -3,6 +3,7 @@
 #include "arbor/message.h"
 #include "arbor/number_text.h"
 #include "platform/pipe.h"
+#include "platform/spooler.h"
 #include "tern/channel_settings.h"
 #include "tern/class_ids.h"
 #include "tern/event_broker.h"
@@ -30,6 +31,11 @@ std::string readFailure(platform::NativeHandle pipe, std::uint32_t error) {
                   static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(pipe)),
                   static_cast<int>(error));
     return text.data();
+}
+
+bool namesPrinter(const VeloHeader& header) {
+    return header.recordClass == static_cast<std::uint32_t>(RecordClass::Job) &&
+           (header.subcode == kPrinterNarrow || header.subcode == kPrinterWide);
 }
 
 std::int32_t asInt(std::uint32_t number) {
@@ -184,6 +190,15 @@ void VeloEventGenerator::buildMessage(const VeloHeader& header, EventBroker* bro
             break;
     }
     broker->enqueue(std::move(message));
+    if (namesPrinter(header)) prepareListeners();
+}
+
+// Who hears the printer's name asks the spooler about it. The main loop still sleeps, so the
+// spooler's library is loaded here meanwhile: most of what a first alert would wait for.
+void VeloEventGenerator::prepareListeners() {
+    Outside outside(*this);
+    platform::prepareSpooler();
+    outside.back();
 }
 
 void VeloEventGenerator::addJobFields(std::uint32_t subcode, arbor::IPropertyHolder& properties) {

@@ -67,6 +67,7 @@ private:
     void addJobFields(std::uint32_t subcode, arbor::IPropertyHolder& properties);
     void addOemBlock(arbor::IPropertyHolder& properties);
     void addStatusFields(std::uint32_t subcode, arbor::IPropertyHolder& properties);
+    void prepareListeners();
 
     std::shared_ptr<Input> _input;
 };

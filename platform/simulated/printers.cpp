@@ -54,10 +54,21 @@ int Printers::openPrinters() const noexcept {
     return _open;
 }
 
+bool Printers::isPrepared() const noexcept {
+    const SpinScope scope(_lock);
+    return _prepared;
+}
+
+void Printers::prepare() noexcept {
+    const SpinScope scope(_lock);
+    _prepared = true;
+}
+
 void Printers::reset() {
     Map gone;
     const SpinScope scope(_lock);
     gone.swap(_printers);
+    _prepared = false;
 }
 
 NativeHandle Printers::open(std::wstring_view printer) noexcept {

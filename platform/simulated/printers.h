@@ -28,9 +28,12 @@ public:
                    std::wstring_view text);
     // Printers that were opened and not closed: 0 when nothing leaks.
     [[nodiscard]] int openPrinters() const noexcept;
+    // Whether somebody said that questions will come.
+    [[nodiscard]] bool isPrepared() const noexcept;
     void reset();
 
     // For the simulated services.
+    void prepare() noexcept;
     [[nodiscard]] NativeHandle open(std::wstring_view printer) noexcept;
     void close() noexcept;
     [[nodiscard]] std::uint32_t read(NativeHandle printer, std::wstring_view key,
@@ -51,6 +54,7 @@ private:
     Map _printers;
     std::intptr_t _lastId = 0;
     int _open = 0;
+    bool _prepared = false;
 };
 
 }  // namespace platform::simulated

@@ -19,6 +19,10 @@ std::uint32_t read(NativeHandle printer, std::wstring_view key, const wchar_t* v
 
 }  // namespace
 
+void prepareSpooler() noexcept {
+    world().printers.prepare();
+}
+
 Printer::~Printer() {
     if (_printer != nullptr) world().printers.close();
 }

@@ -5,8 +5,8 @@
 namespace platform {
 
 void* findFunction(const wchar_t* library, const char* name) noexcept {
-    HMODULE module = ::GetModuleHandleW(library);
-    if (module == nullptr) module = ::LoadLibraryW(library);
+    // Also where it is loaded: another thread may be about it, and this waits until it has started.
+    const HMODULE module = ::LoadLibraryW(library);
     if (module == nullptr) return nullptr;
     return reinterpret_cast<void*>(::GetProcAddress(module, name));
 }

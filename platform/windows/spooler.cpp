@@ -28,6 +28,10 @@ LPWSTR changeable(const wchar_t* text) noexcept {
 
 }  // namespace
 
+void prepareSpooler() noexcept {
+    static_cast<void>(openPrinter.get());
+}
+
 Printer::~Printer() {
     close(_printer);
 }

@@ -3,6 +3,7 @@
 #include "platform/clock.h"
 #include "platform/registry.h"
 #include "platform/shell.h"
+#include "platform/spooler.h"
 #include "platform/text.h"
 #include "platform/trace.h"
 
@@ -57,6 +58,12 @@ TEST(StartupTest, TheExpensiveLibrariesAreNotLoadedBeforeTheyAreNeeded) {
     std::string path;
     EXPECT_TRUE(platform::folderPath(platform::Folder::ProgramFiles, path));
     EXPECT_NE(::GetModuleHandleW(L"shell32.dll"), nullptr);
+}
+
+TEST(StartupTest, PreparingTheSpoolerLoadsItsLibrary) {
+    platform::prepareSpooler();
+
+    EXPECT_NE(::GetModuleHandleW(L"winspool.drv"), nullptr);
 }
 
 }  // namespace
