@@ -1,9 +1,11 @@
 #include "app/monitor_process.h"
 #include "platform/library_search.h"
+#include "ui/windows/input_methods.h"
 
 #include <windows.h>
 
 int WINAPI WinMain(HINSTANCE hInstance, HINSTANCE, LPSTR lpCmdLine, int) {
     platform::dropCurrentDirectoryFromLibrarySearch();
+    keepInputMethodsOut();
     return static_cast<int>(runMonitor(hInstance, lpCmdLine));
 }
