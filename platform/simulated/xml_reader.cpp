@@ -84,6 +84,7 @@ std::wstring trimmed(const std::wstring& text) {
 
 std::vector<std::string_view> split(std::string_view path) {
     std::vector<std::string_view> steps;
+    steps.reserve(static_cast<std::size_t>(std::count(path.begin(), path.end(), '/')) + 1);
     while (true) {
         const auto end = path.find('/');
         const std::string_view step = path.substr(0, end);
@@ -129,6 +130,8 @@ XmlReader::XmlReader(std::string_view document, std::string_view path) : _rest(d
 
 std::optional<std::wstring> XmlReader::read() {
     if (_steps.empty() || !readProlog()) return std::nullopt;
+    constexpr std::size_t kUsualDepth = 8;
+    _open.reserve(kUsualDepth);
     while (!_rest.empty()) {
         if (!(at("<") ? readMarkup() : readText())) return std::nullopt;
     }
@@ -153,7 +156,7 @@ bool XmlReader::readMarkup() {
         _rest.remove_prefix(kCData.size());
         std::string_view content;
         if (_open.empty() || !readUntil("]]>", &content)) return false;
-        keep(widened(content));
+        if (_matchDepth != 0) keep(widened(content));
         return true;
     }
     if (at("<!DOCTYPE")) return !_hasRoot && skipDoctype();
