@@ -1,5 +1,6 @@
 #include "tools/printpath/scenario.h"
 
+#include <cstddef>
 #include <stdexcept>
 
 namespace printpath {

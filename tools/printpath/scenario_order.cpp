@@ -1,5 +1,7 @@
 #include "tools/printpath/scenario_order.h"
 
+#include "tools/printpath/keyword.h"
+
 namespace printpath {
 
 std::string ScenarioOrder::take(const Step& step) {

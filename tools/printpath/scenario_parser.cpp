@@ -1,10 +1,13 @@
 #include "tools/printpath/scenario_parser.h"
 
+#include "tools/printpath/keyword.h"
 #include "tools/printpath/scenario_order.h"
 #include "tools/printpath/scenario_values.h"
 #include "tools/printpath/scenario_words.h"
 
 #include <cstddef>
+#include <utility>
+#include <vector>
 
 namespace printpath {
 

@@ -2,6 +2,7 @@
 
 #include "tools/printpath/scenario.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <variant>

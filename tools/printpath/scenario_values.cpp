@@ -3,7 +3,11 @@
 #include "tools/printpath/key_press.h"
 
 #include <charconv>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
+#include <string_view>
+#include <system_error>
 
 namespace printpath {
 

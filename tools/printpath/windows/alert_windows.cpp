@@ -14,7 +14,7 @@ constexpr int kClassUnits = 64;
 
 struct Search {
     DWORD process;
-    std::vector<AlertWindow> found;
+    std::vector<HWND> found;
 };
 
 bool hasClass(HWND window, const wchar_t* name) {
@@ -40,14 +40,18 @@ BOOL CALLBACK addDialog(HWND window, LPARAM parameter) {
     ::GetWindowThreadProcessId(window, &process);
     if (process != search.process || !::IsWindowVisible(window) || !hasClass(window, L"#32770"))
         return TRUE;
+    search.found.push_back(window);
+    return TRUE;
+}
+
+AlertWindow described(HWND window) {
     AlertWindow dialog;
     dialog.window = window;
     dialog.messageBox = ::GetDlgItem(window, kMessageBoxText) != nullptr &&
                         ::GetDlgItem(window, IDC_ALERT_OK) == nullptr;
     dialog.title = textOf(window);
     dialog.headline = headlineOf(window, dialog.messageBox);
-    search.found.push_back(dialog);
-    return TRUE;
+    return dialog;
 }
 
 BOOL CALLBACK addText(HWND control, LPARAM parameter) {
@@ -58,10 +62,17 @@ BOOL CALLBACK addText(HWND control, LPARAM parameter) {
 
 }  // namespace
 
-std::vector<AlertWindow> openDialogs(DWORD process) {
+std::vector<HWND> dialogWindows(DWORD process) {
     Search search{process, {}};
     ::EnumWindows(addDialog, reinterpret_cast<LPARAM>(&search));
     return search.found;
+}
+
+std::vector<AlertWindow> openDialogs(DWORD process) {
+    std::vector<AlertWindow> dialogs;
+    for (const HWND window : dialogWindows(process))
+        dialogs.push_back(described(window));
+    return dialogs;
 }
 
 std::wstring textOf(HWND window) {

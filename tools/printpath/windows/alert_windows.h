@@ -15,7 +15,9 @@ struct AlertWindow {
     std::wstring headline;  // of a message box: its text
 };
 
-// Visible dialogs and message boxes of a process, in no fixed order.
+// Visible dialogs and message boxes of a process, in no fixed order. Asks the process nothing.
+std::vector<HWND> dialogWindows(DWORD process);
+// The same with their texts, for which the process must answer.
 std::vector<AlertWindow> openDialogs(DWORD process);
 
 // Text of a window of any process; empty when it does not answer within two seconds.

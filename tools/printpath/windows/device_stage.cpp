@@ -4,6 +4,9 @@
 #include "tools/printpath/windows/text_file.h"
 #include "tools/printpath/windows/wide_text.h"
 
+#include <cstddef>
+#include <system_error>
+
 namespace printpath {
 
 namespace {

@@ -1,0 +1,84 @@
+#include "tests/soak/gauge_log.h"
+
+#include <gtest/gtest.h>
+#include <algorithm>
+
+namespace {
+
+constexpr int kReadings = 60;
+
+// A run in which the value of one gauge along the readings is what `value` gives.
+template <typename Value>
+soak::GaugeLog logOf(long Gauges::*gauge, Value value) {
+    soak::GaugeLog log("records");
+    for (int at = 0; at < kReadings; ++at) {
+        Gauges gauges;
+        gauges.*gauge = value(at);
+        log.add(static_cast<std::uint64_t>(at), gauges);
+    }
+    return log;
+}
+
+std::string problems(const soak::GaugeLog& log) {
+    std::string text;
+    for (const soak::GaugeLog::Verdict& verdict : log.verdicts())
+        if (!verdict.problem.empty()) text += verdict.gauge + " " + verdict.problem + ";";
+    return text;
+}
+
+TEST(GaugeLogTest, AHandleLostNowAndThenIsNotFlat) {
+    const auto log = logOf(&Gauges::handles, [](int at) { return 100L + at / 20; });
+
+    EXPECT_EQ(problems(log), "handles 101 -> 102;");
+}
+
+TEST(GaugeLogTest, GrowthDuringTheWarmUpIsFlat) {
+    const auto log = logOf(&Gauges::gdiObjects, [](int at) { return 100L + std::min(at, 11); });
+
+    EXPECT_EQ(problems(log), "");
+}
+
+TEST(GaugeLogTest, ReadingsThatWanderAreFlat) {
+    const auto log = logOf(&Gauges::threads, [](int at) { return at % 5 == 0 ? 9L : 8L; });
+
+    EXPECT_EQ(problems(log), "");
+}
+
+TEST(GaugeLogTest, MemoryMayGrowByTwoMebibytesButNotByMore) {
+    const auto little = logOf(&Gauges::memoryKiB, [](int at) { return at < 50 ? 5000L : 7048L; });
+    const auto much = logOf(&Gauges::memoryKiB, [](int at) { return at < 50 ? 5000L : 7049L; });
+
+    EXPECT_EQ(problems(little), "");
+    EXPECT_EQ(problems(much), "memory KiB 5000 -> 7049;");
+}
+
+TEST(GaugeLogTest, GdiObjectsMayGrowByEightButNotByMore) {
+    const auto few = logOf(&Gauges::gdiObjects, [](int at) { return at < 50 ? 245L : 253L; });
+    const auto many = logOf(&Gauges::gdiObjects, [](int at) { return at < 50 ? 245L : 254L; });
+
+    EXPECT_EQ(problems(few), "");
+    EXPECT_EQ(problems(many), "GDI objects 245 -> 254;");
+}
+
+TEST(GaugeLogTest, AGaugeThatCannotBeReadIsNotFlat) {
+    const auto log = logOf(&Gauges::windows, [](int at) { return at == 30 ? -1L : 1L; });
+
+    EXPECT_EQ(problems(log), "windows could not be read;");
+}
+
+TEST(GaugeLogTest, TooFewReadingsProveNothing) {
+    const soak::GaugeLog log("records");
+
+    EXPECT_EQ(log.verdicts().front().problem, "only 0 readings");
+}
+
+TEST(GaugeLogTest, TheTableShowsTheFirstAndTheLastReading) {
+    const auto log = logOf(&Gauges::handles, [](int at) { return 1000L + at; });
+
+    const std::string table = log.table();
+
+    EXPECT_NE(table.find(" 1000 "), std::string::npos);
+    EXPECT_NE(table.find(" 1059 "), std::string::npos);
+}
+
+}  // namespace
