@@ -1,10 +1,11 @@
 #include "app/monitor_process.h"
 
+#include "arbor/guid.h"
 #include "arbor/i_database.h"
 #include "monitor/default_lms_listener.h"
-#include "platform/process.h"
 #include "platform/resource_text.h"
 #include "platform/trace.h"
+#include "tern/i_instance_manager.h"
 #include "tern/instance_manager.h"
 
 #include <exception>

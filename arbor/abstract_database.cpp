@@ -8,13 +8,14 @@
 #include <cstring>
 #include <memory>
 #include <new>
+#include <string>
 
 namespace arbor {
 
 namespace {
 
-// Without a CompoundKey: in some standard libraries a list of texts loses its memory when one of the
-// texts finds none.
+// Without a CompoundKey: in some standard libraries a list of texts loses its memory when one of
+// the texts finds none.
 std::wstring flat(const wchar_t* key1, const wchar_t* key2) {
     std::wstring text;
     for (const wchar_t* component : {key1, key2}) {

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "arbor/guid.h"
 #include "arbor/i_database.h"
+#include "arbor/i_property.h"
 #include "arbor/property_holder.h"
 #include "arbor/thread_annotations.h"
 
+#include <cstdint>
 #include <map>
 #include <vector>
 

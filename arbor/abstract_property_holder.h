@@ -1,6 +1,10 @@
 #pragma once
 
+#include "arbor/i_property.h"
 #include "arbor/i_property_holder.h"
+
+#include <cstdint>
+#include <string>
 
 namespace arbor {
 

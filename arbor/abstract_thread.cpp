@@ -6,6 +6,7 @@
 #include "platform/thread.h"
 
 #include <atomic>
+#include <cstddef>
 #include <new>
 
 namespace arbor {

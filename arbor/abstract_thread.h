@@ -1,10 +1,13 @@
 #pragma once
 
+#include "arbor/guid.h"
+#include "arbor/i_message.h"
 #include "arbor/i_thread.h"
 #include "arbor/message.h"
 #include "arbor/mutex.h"
 #include "arbor/small_vector.h"
 #include "arbor/thread_annotations.h"
+#include "platform/native_handle.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "arbor/guid.h"
 #include "arbor/opaque_property.h"
+
+#include <cstdint>
 
 namespace arbor {
 

@@ -4,6 +4,7 @@
 #include "arbor/small_vector.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <stdexcept>
 #include <string_view>
 #include <utility>

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "arbor/guid.h"
 #include "arbor/i_message.h"
+#include "arbor/i_property_holder.h"
 #include "arbor/property_holder.h"
+
+#include <cstdint>
 
 namespace arbor {
 

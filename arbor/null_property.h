@@ -1,5 +1,6 @@
 #pragma once
 
+#include "arbor/i_property.h"
 #include "arbor/property.h"
 
 namespace arbor {

@@ -1,5 +1,7 @@
 #include "arbor/opaque_property.h"
 
+#include "arbor/i_property.h"
+
 #include <cstring>
 #include <new>
 #include <utility>

@@ -2,11 +2,13 @@
 
 #include "arbor/custom_property.h"
 #include "arbor/number_text.h"
+#include "arbor/opaque_property.h"
 #include "arbor/text_property.h"
 #include "platform/text.h"
 
 #include <limits>
 #include <new>
+#include <utility>
 
 namespace arbor {
 

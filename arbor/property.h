@@ -1,5 +1,6 @@
 #pragma once
 
+#include "arbor/guid.h"
 #include "arbor/i_property.h"
 
 #include <cstddef>

@@ -6,6 +6,7 @@
 
 #include <cstring>
 #include <cwchar>
+#include <memory>
 #include <new>
 
 namespace arbor {

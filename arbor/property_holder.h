@@ -2,10 +2,12 @@
 
 #include "arbor/abstract_property_holder.h"
 #include "arbor/dictionary.h"
+#include "arbor/i_property.h"
 #include "arbor/property_slots.h"
 #include "arbor/synchronized.h"
 #include "arbor/thread_annotations.h"
 
+#include <cstdint>
 #include <limits>
 #include <memory>
 #include <string>

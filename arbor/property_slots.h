@@ -1,10 +1,12 @@
 #pragma once
 
+#include "arbor/i_property.h"
 #include "arbor/property.h"
 
 #include <array>
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 
 namespace arbor {
 

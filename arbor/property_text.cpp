@@ -1,5 +1,6 @@
 #include "arbor/property_text.h"
 
+#include "arbor/i_property.h"
 #include "platform/text.h"
 
 namespace arbor {

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "arbor/guid.h"
 #include "arbor/i_message.h"
+#include "arbor/i_property_holder.h"
+
+#include <cstdint>
 
 namespace arbor {
 

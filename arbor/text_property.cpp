@@ -1,5 +1,7 @@
 #include "arbor/text_property.h"
 
+#include "arbor/i_property.h"
+
 #include <atomic>
 #include <cstring>
 #include <limits>

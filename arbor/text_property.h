@@ -3,6 +3,7 @@
 #include "arbor/property.h"
 
 #include <cstddef>
+#include <cstdint>
 
 namespace arbor {
 

@@ -1,8 +1,12 @@
 // The handlers of the alerts: which of them are due, and how they open.
+#include "arbor/i_property_holder.h"
 #include "arbor/property_holder.h"
 #include "monitor/default_lms_listener.h"
+#include "monitor/facts/cartridge_record.h"
 #include "monitor/facts/cartridge_store.h"
 #include "monitor/status_codes.h"
+
+#include <cstdint>
 
 namespace {
 

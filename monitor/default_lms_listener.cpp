@@ -1,11 +1,14 @@
 #include "monitor/default_lms_listener.h"
 
 #include "arbor/i_message.h"
+#include "arbor/i_property.h"
 #include "arbor/property_text.h"
 #include "arbor/scoped_lock.h"
+#include "arbor/synchronized.h"
 #include "device/ews_intf.h"
 #include "device/shop_page.h"
 #include "device/web_links.h"
+#include "monitor/facts/cartridge_record.h"
 #include "monitor/facts/cartridge_store.h"
 #include "monitor/facts/consumables.h"
 #include "monitor/facts/media_types.h"
@@ -19,7 +22,9 @@
 #include "ui/alert_window.h"
 #include "ui/default_status_dialog.h"
 #include "ui/snooze_choice.h"
+#include "ui/status_dialog.h"
 #include "ui/validation_dialog.h"
+#include "ui/window_types.h"
 
 namespace {
 

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "arbor/guid.h"
+#include "arbor/i_listener.h"
+#include "arbor/i_property_holder.h"
 #include "monitor/facts/printer_identity.h"
 #include "monitor/open_alerts.h"
 #include "platform/native_handle.h"

@@ -1,12 +1,17 @@
 #include "monitor/open_alerts.h"
 
+#include "arbor/i_property_holder.h"
 #include "arbor/scoped_lock.h"
 #include "platform/trace.h"
 #include "ui/alert_factory.h"
 #include "ui/alert_window.h"
 #include "ui/default_status_dialog.h"
+#include "ui/status_dialog.h"
+#include "ui/window_types.h"
 
+#include <cstddef>
 #include <new>
+#include <utility>
 
 namespace {
 

@@ -1,6 +1,7 @@
 #include "tern/abstract_event_generator.h"
 
 #include "arbor/i_listener.h"
+#include "arbor/i_thread.h"
 
 #include <new>
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "arbor/abstract_thread.h"
+#include "arbor/guid.h"
+#include "arbor/i_property_holder.h"
 #include "arbor/property_holder.h"
 
 namespace tern {

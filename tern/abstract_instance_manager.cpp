@@ -1,6 +1,9 @@
 #include "tern/abstract_instance_manager.h"
 
 #include "arbor/i_database.h"
+#include "arbor/i_listener.h"
+#include "arbor/i_property.h"
+#include "arbor/i_property_holder.h"
 #include "arbor/number_text.h"
 #include "arbor/property_holder.h"
 #include "platform/process.h"
@@ -12,7 +15,9 @@
 #include "tern/guid_text.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
+#include <utility>
 
 namespace tern {
 

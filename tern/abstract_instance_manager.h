@@ -1,7 +1,15 @@
 #pragma once
 
+#include "arbor/guid.h"
+#include "arbor/i_database.h"
+#include "arbor/i_property_holder.h"
+#include "arbor/property_holder.h"
+#include "platform/native_handle.h"
 #include "tern/i_instance_manager.h"
 
+#include <cstdint>
+#include <memory>
+#include <string>
 #include <vector>
 
 namespace arbor {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "arbor/guid.h"
 #include "arbor/i_listener.h"
 #include "arbor/property_holder.h"
 

@@ -5,6 +5,9 @@
 #include "tern/class_ids.h"
 #include "tern/guid_text.h"
 
+#include <cstdint>
+#include <string>
+
 namespace tern {
 
 DebugListener::DebugListener(const arbor::IPropertyHolder&, IInstanceManager*) {}

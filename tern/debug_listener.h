@@ -1,5 +1,8 @@
 #pragma once
 
+#include "arbor/guid.h"
+#include "arbor/i_listener.h"
+#include "arbor/i_property_holder.h"
 #include "tern/abstract_listener.h"
 
 namespace tern {

@@ -1,6 +1,8 @@
 #include "tern/event_broker.h"
 
 #include "arbor/abstract_thread.h"
+#include "arbor/i_property_holder.h"
+#include "arbor/i_thread.h"
 #include "arbor/message.h"
 #include "arbor/property_holder.h"
 #include "arbor/scoped_lock.h"
@@ -8,7 +10,9 @@
 #include "tern/i_instance_manager.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <new>
+#include <utility>
 
 namespace tern {
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "arbor/guid.h"
 #include "arbor/i_listener.h"
 #include "arbor/i_message.h"
 #include "arbor/mutex.h"

@@ -1,6 +1,8 @@
 #include "tern/instance_manager.h"
 
+#include "arbor/i_property.h"
 #include "arbor/property.h"
+#include "arbor/property_holder.h"
 #include "platform/message_pump.h"
 #include "platform/text.h"
 #include "platform/thread.h"
@@ -11,6 +13,9 @@
 #include "tern/velo_event_generator.h"
 #include "tern/velo_listener.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <new>
 
 namespace tern {

@@ -1,9 +1,15 @@
 #pragma once
 
+#include "arbor/guid.h"
+#include "arbor/i_property_holder.h"
 #include "tern/abstract_instance_manager.h"
 #include "tern/component_maker.h"
 #include "tern/database.h"
 #include "tern/event_broker.h"
+#include "tern/i_instance_manager.h"
+
+#include <string>
+#include <vector>
 
 namespace tern {
 

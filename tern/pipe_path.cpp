@@ -1,5 +1,7 @@
 #include "tern/pipe_path.h"
 
+#include <cstddef>
+
 namespace tern {
 
 namespace {

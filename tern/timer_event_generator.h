@@ -1,5 +1,7 @@
 #pragma once
 
+#include "arbor/guid.h"
+#include "arbor/i_property_holder.h"
 #include "tern/abstract_event_generator.h"
 
 #include <cstdint>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "arbor/guid.h"
+#include "arbor/i_property_holder.h"
 #include "platform/native_handle.h"
 #include "tern/abstract_event_generator.h"
 #include "tern/velo_record.h"

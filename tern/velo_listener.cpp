@@ -7,6 +7,9 @@
 #include "tern/pipe_path.h"
 #include "tern/velo_record.h"
 
+#include <cstdint>
+#include <string>
+
 namespace tern {
 
 namespace {

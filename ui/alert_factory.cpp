@@ -4,6 +4,7 @@
 #include "monitor/facts/media_types.h"
 #include "monitor/facts/printer_identity.h"
 #include "monitor/facts/status_texts.h"
+#include "platform/resource_text.h"
 #include "strings/string_ids.h"
 #include "ui/alert_keys.h"
 #include "ui/bag_text.h"
@@ -12,6 +13,8 @@
 #include "ui/supplies_info.h"
 #include "ui/text_format.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <new>
 #include <string>
 

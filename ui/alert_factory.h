@@ -1,12 +1,9 @@
 #pragma once
 
+#include "arbor/i_property_holder.h"
 #include "ui/default_status_dialog.h"
 
 #include <memory>
-
-namespace arbor {
-class IPropertyHolder;
-}
 
 // Completes `description` with what its "dialog type" shows and makes the alert of it, without a
 // window yet. Null when memory runs out; the description may then be complete in part. Main thread.

@@ -1,5 +1,6 @@
 #include "ui/bag_text.h"
 
+#include "arbor/i_property.h"
 #include "arbor/i_property_holder.h"
 #include "platform/text.h"
 

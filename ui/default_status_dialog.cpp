@@ -1,6 +1,7 @@
 #include "ui/default_status_dialog.h"
 
 #include "arbor/i_property_holder.h"
+#include "platform/resource_text.h"
 #include "platform/trace.h"
 #include "strings/string_ids.h"
 #include "ui/alert_actions.h"
@@ -15,7 +16,6 @@
 #include "ui/snooze_choice.h"
 #include "ui/text_format.h"
 
-#include <algorithm>
 #include <new>
 
 namespace {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/status_dialog.h"
+#include "ui/window_types.h"
 
 #include <array>
 #include <cstddef>

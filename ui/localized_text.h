@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/native_handle.h"
 #include "platform/resource_text.h"
 
 #include <cstddef>

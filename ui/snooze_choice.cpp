@@ -5,6 +5,8 @@
 #include "ui/dialog_controls.h"
 #include "ui/resource_ids.h"
 
+#include <cstdint>
+
 namespace {
 
 constexpr int kPromptChosen = 0;

@@ -1,5 +1,6 @@
 #include "ui/status_dialog.h"
 
+#include "arbor/i_message.h"
 #include "arbor/i_property_holder.h"
 #include "arbor/message.h"
 #include "platform/trace.h"
@@ -12,6 +13,7 @@
 #include "ui/resource_ids.h"
 #include "ui/text_format.h"
 
+#include <cstddef>
 #include <memory>
 #include <new>
 

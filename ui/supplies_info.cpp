@@ -10,6 +10,7 @@
 #include "ui/text_format.h"
 
 #include <array>
+#include <cstdint>
 #include <string>
 
 namespace {

@@ -1,10 +1,12 @@
 #include "monitor/facts/cartridge_store.h"
 
+#include "platform/clock.h"
 #include "platform/native_handle.h"
 #include "platform/registry.h"
 #include "platform/trace.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <limits>
 
 using platform::Hive;

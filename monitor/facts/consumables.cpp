@@ -1,13 +1,13 @@
 #include "monitor/facts/consumables.h"
 
 #include "device/ews_intf.h"
+#include "monitor/facts/cartridge_record.h"
 #include "monitor/facts/cartridge_store.h"
 #include "platform/text.h"
 #include "platform/xml_query.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <iterator>
 #include <limits>
 #include <new>
 #include <string_view>

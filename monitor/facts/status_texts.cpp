@@ -1,6 +1,7 @@
 #include "monitor/facts/status_texts.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 
 namespace {

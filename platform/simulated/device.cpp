@@ -1,10 +1,12 @@
 #include "platform/simulated/device.h"
 
 #include "platform/simulated/case_insensitive.h"
+#include "platform/simulated/faults.h"
 #include "platform/simulated/world.h"
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <new>
 #include <utility>
 

@@ -4,6 +4,7 @@
 #include "platform/simulated/spin_lock.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>

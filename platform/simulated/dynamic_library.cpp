@@ -1,4 +1,5 @@
 #include "platform/dynamic_library.h"
+#include "platform/simulated/faults.h"
 
 #include "platform/simulated/world.h"
 

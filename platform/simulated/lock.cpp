@@ -1,4 +1,5 @@
 #include "platform/lock.h"
+#include "platform/simulated/faults.h"
 
 #include "platform/simulated/recursive_lock.h"
 #include "platform/simulated/watched_lock.h"

@@ -1,7 +1,11 @@
 #include "platform/message_pump.h"
+#include "platform/simulated/messages.h"
 
 #include "platform/simulated/world.h"
 #include "platform/thread.h"
+
+#include <cstdint>
+#include <functional>
 
 namespace platform {
 

@@ -1,4 +1,5 @@
 #include "platform/pipe.h"
+#include "platform/simulated/faults.h"
 
 #include "platform/simulated/world.h"
 #include "platform/thread.h"

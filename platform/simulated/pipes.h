@@ -5,6 +5,7 @@
 #include "platform/simulated/case_insensitive.h"
 #include "platform/simulated/spin_lock.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <list>
 #include <map>

@@ -1,4 +1,5 @@
 #include "platform/registry.h"
+#include "platform/simulated/faults.h"
 
 #include "platform/simulated/world.h"
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/native_handle.h"
 #include "platform/registry.h"
 #include "platform/simulated/case_insensitive.h"
 #include "platform/simulated/spin_lock.h"

@@ -1,4 +1,5 @@
 #include "platform/resource_text.h"
+#include "platform/simulated/faults.h"
 
 #include "platform/simulated/world.h"
 

@@ -1,4 +1,6 @@
 #include "platform/shell.h"
+#include "platform/simulated/faults.h"
+#include "platform/simulated/registry_store.h"
 
 #include "platform/simulated/world.h"
 

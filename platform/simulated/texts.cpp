@@ -1,5 +1,8 @@
 #include "platform/simulated/texts.h"
 
+#include "platform/simulated/case_insensitive.h"
+
+#include <cstddef>
 #include <utility>
 
 namespace platform::simulated {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <system_error>
 #include <utility>
 
 namespace platform::simulated {
