@@ -36,5 +36,9 @@ check "./run refuses an unknown option" 2 'no option --sideways' ./run --sideway
 check "./run refuses an unknown story" 2 'no story never-told' ./run never-told
 check "./test --help explains itself" 0 'N passed, N failed' ./test --help
 check "./test refuses what it does not know" 2 'no sideways' ./test sideways
+for command in soak threads nightly; do
+    check "./test $command refuses what it does not know" 2 'no --sideways' ./test "$command" --sideways
+done
+check "./test soak wants a number of jobs" 2 'jobs needs a number' ./test soak --jobs many
 check "every package is listed with its purpose" 0 '^all$' every_package_has_a_purpose
 exit "$failed"

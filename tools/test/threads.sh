@@ -1,0 +1,55 @@
+#!/bin/sh
+# usage: threads [--short]   random orders of the threads, and the stress tests a thousand times under two thread sanitizers
+#
+# Random schedules reach what more than three forced switches are needed for; the sanitizers watch
+# threads that really run at once, which one compiler instruments in other places than the other.
+set -u
+root=$(cd "$(dirname "$0")/../.." && pwd)
+cd "$root" || exit 1
+schedules=100000 rounds=1000
+case ${1:-} in
+'') ;;
+--short) schedules=2000 rounds=20 ;;
+*) echo "threads.sh: there is no $1" >&2; exit 2 ;;
+esac
+sh tools/install-packages.sh test || { echo "0 passed, 1 failed"; exit 1; }
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+export TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1
+
+passed=0 failed=0
+# check NAME COMMAND...: what it printed is shown when it fails.
+check() {
+    name=$1
+    shift
+    began=$(date +%s)
+    if "$@" >"$log" 2>&1 </dev/null; then
+        passed=$((passed + 1))
+        verdict=ok
+    else
+        failed=$((failed + 1))
+        verdict='not ok'
+        tail -n 200 "$log"
+    fi
+    echo "$verdict $name ($(($(date +%s) - began)) s)"
+}
+stress() {
+    build/"$1"/tests/tern_thread_tests --gtest_repeat="$rounds" --gtest_shuffle --gtest_brief=1 || return 1
+    [ "$(grep -c '^\[  PASSED  \]' "$log")" -eq "$rounds" ]
+}
+# A sanitizer that lost its flag would find nothing.
+canary() {
+    ! build/"$1"/tests/sanitizer_canary thread && grep -q 'ThreadSanitizer: data race' "$log"
+}
+
+check "the schedules are built" sh tools/build-quietly.sh host schedule_tests
+check "$schedules random schedules of each scene" \
+    build/host/tests/schedule_tests --random="$schedules" --seed=1 --gtest_brief=1 \
+    --gtest_filter=-ScheduleCanary*  # which are to fail
+for preset in host-tsan host-tsan-clang; do
+    check "$preset is built" sh tools/build-quietly.sh "$preset" tern_thread_tests sanitizer_canary
+    check "$preset stops its canary" canary "$preset"
+    check "$rounds shuffled rounds of the stress tests, $preset" stress "$preset"
+done
+echo "$passed passed, $failed failed"
+[ "$failed" -eq 0 ]
