@@ -11,6 +11,7 @@ cd "$root" || exit 1
 commands='
 winelib             | winelib platform
 fuzz --minutes 30   | fuzz --minutes 1 command_line
+fuzz_coverage       | fuzz_coverage
 mutate              | mutate --changed
 soak                | soak --short
 threads             | threads --short
