@@ -140,13 +140,20 @@ def mutants_of_line(file, number, line):
     return found
 
 
+def ends_switch(line, following):
+    """Whether a break stands last in its switch, where it changes nothing: two levels in from the brace."""
+    depth = len(line) - len(line.lstrip())
+    return line.strip() == "break;" and following == " " * (depth - 8) + "}"
+
+
 def mutants_of(file):
     mutants, fenced = [], False
-    for number, line in enumerate((ROOT / file).read_text(encoding="utf-8").splitlines(), 1):
+    lines = (ROOT / file).read_text(encoding="utf-8").splitlines()
+    for number, (line, following) in enumerate(zip(lines, [*lines[1:], ""]), 1):
         fenced = fenced or "mutate: off" in line
         if "mutate: on" in line:
             fenced = False
-        if is_code(line) and not fenced:
+        if is_code(line) and not fenced and not ends_switch(line, following):
             mutants += mutants_of_line(file, number, line)
     return mutants
 
@@ -321,7 +328,7 @@ class Memory:
         self._verdicts = kept.get("verdicts", {}) if kept.get("code") == self._code else {}
         if kept.get("tests") != self._tests:
             self._verdicts = {mutant: value for mutant, value in self._verdicts.items()
-                              if believe_kills and value != "survived"}
+                              if believe_kills and value == "killed"}
 
     def get(self, mutant):
         return self._verdicts.get(f"{mutant.line}:{mutant.column}:{mutant.after}")
