@@ -8,6 +8,7 @@
 #include "platform/trace.h"
 #include "platform/xml_query.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <exception>
@@ -119,7 +120,7 @@ std::string validationAddress(const CartridgeIdentity& identity) {
         const std::string& value = identity.*row.field;
         address.append(value, 0, value.find('\0'));  // a zero byte would end the whole address
     }
-    if (address.size() > kAddressBytes) address.resize(kAddressBytes);
+    address.resize(std::min(address.size(), kAddressBytes));
     return address;
 }
 

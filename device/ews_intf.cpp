@@ -124,8 +124,7 @@ bool EWSIntf::get_page(const wchar_t* portName, const char* pagePath, std::strin
     const bool usable = answered && received > 0 && received <= kPageBytes;
     page.resize(usable ? received : 0);
     return usable;
-} catch (const std::bad_alloc&) {  // the device is closed by now
-    page.clear();
+} catch (const std::bad_alloc&) {  // for the page, which stayed empty; the device is closed by now
     return false;
 }
 

@@ -123,6 +123,15 @@ TEST_F(EwsIntfTest, APageArrivesByteForByte) {
     EXPECT_TRUE(debuggerTexts().empty());
 }
 
+TEST_F(EwsIntfTest, APageOfOneByteIsAPage) {
+    world().device.install();
+    world().device.setPage(kPath, "x");
+
+    EXPECT_TRUE(EWSIntf().get_page(kPort, kPath, page));
+
+    EXPECT_EQ(page, "x");
+}
+
 TEST_F(EwsIntfTest, APageThatFillsTheBufferArrivesWhole) {
     world().device.install();
     world().device.setPage(kPath, std::string(65536, 'x'));

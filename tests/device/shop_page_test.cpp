@@ -217,6 +217,21 @@ TEST_F(ShopPageTest, APathOf260CharactersIsUsedAndALongerOneIsNot) {
     EXPECT_EQ(world().desktop.documents().size(), 1U);
 }
 
+TEST_F(ShopPageTest, ATemplatePathOf260CharactersIsUsedAndALongerOneIsNot) {
+    const std::string product = "\\QV\\QV Beamline K7400 MFP Series\\";
+    const std::size_t longest = 260 - 3 - product.size() - std::string("P7400DEF.css").size();
+    for (const std::size_t length : {longest, longest + 1}) {
+        const std::string folder = "E:\\" + std::string(length, 'x');
+        for (const char* const file : {"P7400DEF.css", "P7400SIG.GIF", "P7400OS.HTM"})
+            world().files.put(folder + product + file, "template");
+        world().desktop.setFolder(Folder::ProgramFiles, folder);
+
+        openShopPage(L"USB001");
+
+        EXPECT_EQ(world().desktop.documents().size(), 1U) << length;
+    }
+}
+
 TEST_F(ShopPageTest, APageWithoutTheFieldIsStillFlattenedAndOpened) {
     world().files.put(kInstall + "\\P7400OS.HTM",
                       "<html>\n<body>nothing to fill in here</body>\n</html>");

@@ -4,12 +4,14 @@
 #include "device/web_links.h"
 #include "platform/simulated/process_ended.h"
 #include "platform/simulated/world.h"
+#include "platform/trace.h"
 #include "tests/support/allocation_torture.h"
 #include "tests/support/clean_platform.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <cstring>
 #include <string>
 
 // Every allocation of the device's services fails in turn, alone and on top of platform faults.
@@ -25,6 +27,30 @@ constexpr char kInstalled[] = "C:\\Program Files\\QV\\QV Beamline K7400 MFP Seri
 constexpr char kCopied[] = "C:\\ProgramData\\QV\\QV Beamline K7400 MFP Series\\P7400OS.HTM";
 
 class DeviceTortureTest : public testing::TestWithParam<Mode> {};
+
+// Hears whether the program traces a line, without any memory of its own. One at a time.
+class Ear {
+public:
+    explicit Ear(const char* line) {
+        awaited = line;
+        forget();
+        platform::setTraceSink(&listen);
+    }
+    ~Ear() { platform::setTraceSink(nullptr); }
+    Ear(const Ear&) = delete;
+    Ear& operator=(const Ear&) = delete;
+
+    [[nodiscard]] bool heard() const { return hasHeard; }
+    void forget() { hasHeard = false; }
+
+private:
+    static void listen(const char* line) {
+        if (std::strcmp(line, awaited) == 0) hasHeard = true;
+    }
+
+    static inline const char* awaited = nullptr;
+    static inline bool hasHeard = false;
+};
 
 void setScene() {
     cleanPlatform();
@@ -128,6 +154,47 @@ TEST_P(DeviceTortureTest, TheValidationEndsTheProcessWithCode0WhateverFails) {
 
     EXPECT_GT(outcome.points, 10);
     EXPECT_EQ(outcome.leakedAt, 0);
+}
+
+// What stops for want of memory says so and has opened nothing.
+TEST_P(DeviceTortureTest, WantOfMemoryIsTraced) {
+    struct Row {
+        const char* line;
+        void (*part)();
+    };
+    const Row rows[] = {
+        {"TERNA - error: std::bad_alloc",
+         [] {
+             try {
+                 validateCartridge(L"USB001");
+             } catch (const platform::ProcessEnded&) {  // its usual end
+             }
+         }},
+        {"TERNA - no memory to open a link", [] { openRecyclePage(); }},
+        {"not get memory for shop page", [] { openShopPage(L""); }},
+    };
+    for (const Row& row : rows) {
+        Ear ear(row.line);
+        long told = 0;
+        const auto scene = [&] {
+            setScene();
+            ear.forget();
+            return row.part;
+        };
+        const auto check = [&](long failed) {
+            if (ear.heard()) {
+                ++told;
+                EXPECT_NE(failed, 0);
+                EXPECT_TRUE(world().desktop.addresses().empty());
+                EXPECT_TRUE(world().desktop.documents().empty());
+            }
+            checkDeviceAndLeave();
+        };
+
+        torture::everyAllocation(GetParam(), scene, check);
+
+        EXPECT_GT(told, 0) << row.line;
+    }
 }
 
 TEST_P(DeviceTortureTest, ALinkIsOpenedWholeOrNotAtAll) {
