@@ -141,19 +141,23 @@ def mutants_of_line(file, number, line):
 
 
 def ends_switch(line, following):
-    """Whether a break stands last in its switch, where it changes nothing: two levels in from the brace."""
+    """Whether a break changes nothing: it stands last in its switch, two levels in from the brace, or before
+    a default that does nothing."""
+    if line.strip() != "break;":
+        return False
     depth = len(line) - len(line.lstrip())
-    return line.strip() == "break;" and following == " " * (depth - 8) + "}"
+    rest = " ".join(text.strip() for text in following)
+    return following[:1] == [" " * (depth - 8) + "}"] or re.match(r"(} )?default: break; }", rest) is not None
 
 
 def mutants_of(file):
     mutants, fenced = [], False
     lines = (ROOT / file).read_text(encoding="utf-8").splitlines()
-    for number, (line, following) in enumerate(zip(lines, [*lines[1:], ""]), 1):
+    for number, line in enumerate(lines, 1):
         fenced = fenced or "mutate: off" in line
         if "mutate: on" in line:
             fenced = False
-        if is_code(line) and not fenced and not ends_switch(line, following):
+        if is_code(line) and not fenced and not ends_switch(line, lines[number:number + 4]):
             mutants += mutants_of_line(file, number, line)
     return mutants
 

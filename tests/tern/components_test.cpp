@@ -101,6 +101,23 @@ TEST(TimerEventGeneratorTest, EveryTickIsASimpleMessageWithTheSharedEmptyBag) {
     }
 }
 
+TEST(TimerEventGeneratorTest, FirstTickComesAfterTheFirstInterval) {
+    test::TestManager<test::RecordingBroker> slowManager;
+    test::TestManager<test::RecordingBroker> fastManager;
+    PropertyHolder aDay;
+    aDay.setInt(L"interval", 86400000);
+    PropertyHolder shortest;
+    shortest.setInt(L"interval", 10);
+    TimerEventGenerator slow(aDay, &slowManager);
+    TimerEventGenerator fast(shortest, &fastManager);
+
+    slow.start();
+    fast.start();
+    ASSERT_TRUE(test::eventually([&] { return fastManager.broker.messages().size() >= 3; }));
+
+    EXPECT_TRUE(slowManager.broker.messages().empty());
+}
+
 TEST(TimerEventGeneratorTest, AsksItsControllerToStartItsThread) {
     test::TestManager<> manager;
     struct Ear : arbor::IListener {

@@ -297,6 +297,32 @@ TEST(EventBrokerEndTest, UndeliveredMessagesAreDestroyedWithTheBroker) {
     EXPECT_EQ(message.use_count(), 1);
 }
 
+TEST(EventBrokerEndTest, BrokerThatIsBeingDestroyedTakesNothingMore) {
+    const auto message = std::make_shared<SimpleMessage>(&kType, 1U, 0U);
+    CountingThread thread;
+    bool wasAsked = false;
+    auto manager = std::make_unique<test::TestManager<>>();
+    auto* component = new ListenerComponent(passes);
+    component->onDestruction = [&, &broker = manager->broker] {
+        EXPECT_FALSE(broker.enqueue(message));
+        EXPECT_FALSE(broker.post(&kType, 1, 0, nullptr));
+        EXPECT_TRUE(broker.stop(nullptr, 0));
+        for (const ThreadCode code :
+             {ThreadCode::StartRequest, ThreadCode::Starting, ThreadCode::Finished}) {
+            AbstractThread::ThreadMessage told(code, &thread);
+            EXPECT_TRUE(broker.notify(&told));
+        }
+        wasAsked = true;
+    };
+    manager->broker.addComponent(component);
+
+    manager.reset();
+
+    EXPECT_TRUE(wasAsked);
+    EXPECT_EQ(message.use_count(), 1);
+    EXPECT_EQ(thread.starts, 0);
+}
+
 TEST(EventBrokerEndTest, ComponentsAreDestroyedInTheOrderInWhichTheyWereAdded) {
     std::string order;
     {

@@ -10,6 +10,7 @@
 #include "tern/guid_text.h"
 #include "tests/support/status_channel.h"
 #include "tests/support/test_components.h"
+#include "tests/support/trace_lines.h"
 
 #include <gtest/gtest.h>
 
@@ -223,6 +224,7 @@ TEST_F(InstanceManagerTest, LongestPipeNameFits) {
 #if !defined(_WIN32)
 TEST_F(InstanceManagerTest, TooLongPipeNameEmptiesTheSettingAndEndsTheProcess) {
     test::setChannel(L"before", 0);
+    const TraceLines trace;
     std::uint32_t exitCode = 0;
 
     try {
@@ -233,6 +235,8 @@ TEST_F(InstanceManagerTest, TooLongPipeNameEmptiesTheSettingAndEndsTheProcess) {
 
     EXPECT_EQ(exitCode, 0xC0000417U);
     EXPECT_STREQ(tern::channelSettings().inputPipe.data(), L"");
+    EXPECT_EQ(trace.all(),
+              std::vector<std::string>{"TERNA - inputPipe has 256 characters, the limit is 255"});
 }
 #endif
 
@@ -244,6 +248,8 @@ TEST_F(InstanceManagerTest, ModuleIsRecordedOnce) {
 
     EXPECT_EQ(manager.getModuleCount(), 2);
     NativeHandle module = nullptr;
+    EXPECT_TRUE(manager.getModule(0, module));
+    EXPECT_EQ(module, moduleNumber(4));
     EXPECT_TRUE(manager.getModule(1, module));
     EXPECT_EQ(module, moduleNumber(8));
 }
@@ -288,6 +294,8 @@ TEST_F(InstanceManagerTest, NoTextAndNoResourceIsFoundInTheModules) {
     EXPECT_EQ(manager.findInModules(L"name", L"type", 9), nullptr);
     EXPECT_EQ(manager.findInModules(L"name", L"type", 9, result), nullptr);
     EXPECT_EQ(result, nullptr);
+    EXPECT_FALSE(manager.findStringInModule(300, moduleNumber(4), string));
+    EXPECT_FALSE(manager.findResourceInModule(L"name", L"type", 9, moduleNumber(4), result));
 }
 
 TEST(InstanceManagerHooksTest, ModulesAreAskedInOrderUntilOneAnswers) {
@@ -316,24 +324,6 @@ TEST(InstanceManagerHooksTest, ModulesAreAskedInOrderUntilOneAnswers) {
 
     EXPECT_EQ(manager.asked, (std::vector<NativeHandle>{moduleNumber(4), moduleNumber(8),
                                                         moduleNumber(4), moduleNumber(8)}));
-}
-
-TEST(InstanceManagerRunTest, RunIsTheLoopOfTheBroker) {
-    test::TestManager<> manager;
-    manager.onPump = [&] { manager.broker.stop(nullptr, 0); };
-
-    EXPECT_EQ(manager.run(), 0U);
-    EXPECT_EQ(manager.pumps, 1);
-}
-
-TEST(InstanceManagerRunTest, RunThatIsNotReadyAnswersAllOnes) {
-    struct Unready : test::TestManager<> {
-        bool initialize() override { return false; }
-    } unready;
-
-    EXPECT_EQ(unready.run(), 0xFFFFFFFFU);
-    EXPECT_EQ(unready.runLoop(), 0xFFFFFFFFU);
-    EXPECT_EQ(unready.pumps, 0);
 }
 
 TEST_F(InstanceManagerTest, AddAndRemoveComponentAreTheBrokers) {
@@ -377,64 +367,4 @@ TEST_F(InstanceManagerTest, QuitMessageInTheMiddleOfTheRunIsDropped) {
     EXPECT_EQ(manager.run(), 0U);
 
     EXPECT_TRUE(afterQuit);
-}
-
-TEST(NewInstanceManagerTest, ArgumentsAreAcceptedAndNotUsed) {
-    const char* const arguments[] = {"inputPipe=x", "y"};
-    test::setChannel(L"before", 5);
-    IInstanceManager* manager = tern::NewInstanceManager("version=1.0.0.0", 2, arguments);
-    ASSERT_NE(manager, nullptr);
-    EXPECT_STREQ(tern::channelSettings().inputPipe.data(), L"before");
-
-    tern::TERN_DeleteInstanceManager(manager);
-    EXPECT_EQ(manager, nullptr);
-
-    manager = tern::NewInstanceManager("version=1.0.0.0", 0, nullptr);
-    EXPECT_NE(manager, nullptr);
-    tern::TERN_DeleteInstanceManager(manager);
-    tern::TERN_DeleteInstanceManager(manager);  // nothing left: harmless
-}
-
-TEST(NewInstanceManagerTest, ComponentsGoWhileTheDatabaseStillStands) {
-    IInstanceManager* manager = tern::NewInstanceManager("", 0, nullptr);
-    bool registryStood = false;
-    auto* listener = new test::ListenerComponent([](arbor::IMessage&) { return false; });
-    arbor::IDatabase* database = manager->getDatabase();
-    listener->onDestruction = [&registryStood, database] {
-        registryStood = database->contains(L"/VeloListener/GUID");
-    };
-    ASSERT_TRUE(manager->addComponent(listener));
-
-    tern::TERN_DeleteInstanceManager(manager);
-
-    EXPECT_TRUE(registryStood);
-}
-
-TEST(NewInstanceManagerTest, StatusChannelRunsFromCommandLineToListener) {
-    contract::PipeServer server(test::newPipeName());
-    IInstanceManager* manager = tern::NewInstanceManager("version=1.0.0.0", 0, nullptr);
-    std::vector<std::int32_t> statuses;
-    auto* listener = new test::ListenerComponent([&](arbor::IMessage& message) {
-        statuses.push_back(message.getProperties()->getInt(L"status", -1));
-        if (statuses.size() == 2) manager->getEventBroker()->stop(nullptr, 0);
-        return false;
-    });
-    ASSERT_TRUE(manager->addComponent(listener));
-    const std::string name = [&] {
-        std::string narrow;
-        for (const wchar_t c : server.path().substr(9))
-            narrow += static_cast<char>(c);
-        return narrow;
-    }();
-    // Spaces part the arguments, so this pipe's name has none.
-    ASSERT_EQ(name.find(' '), std::string::npos);
-    ASSERT_TRUE(manager->createInstance("VeloEventGenerator",
-                                        ("inputPipe=" + name + " printerid=7").c_str()));
-    server.write(records::record(2, 3, records::number(41)));
-    server.write(records::record(2, 3, records::number(42)));
-
-    EXPECT_EQ(manager->run(), 0U);
-
-    EXPECT_EQ(statuses, (std::vector<std::int32_t>{41, 42}));
-    tern::TERN_DeleteInstanceManager(manager);
 }

@@ -9,6 +9,10 @@
 #include <string>
 #include <vector>
 
+#if !defined(_WIN32)
+#include "platform/simulated/world.h"
+#endif
+
 using records::header;
 using records::number;
 using records::record;
@@ -21,6 +25,9 @@ using Kind = StatusChannel<>::Kind;
 using Pieces = std::vector<std::string>;
 
 constexpr std::size_t kHeaderBytes = 20;
+#if !defined(_WIN32)
+constexpr std::size_t kPathPrefixUnits = 9;
+#endif
 constexpr std::uint32_t kBodyLimit = 1048576;
 
 Pieces singleBytes(const std::string& bytes) {
@@ -206,6 +213,22 @@ TEST_P(VeloChannelTest, GeneratorTellsThatItHasFinished) {
     EXPECT_EQ(ear.lastCode, 3U);
     EXPECT_TRUE(channel.generator->isFinished());
 }
+
+TEST_P(VeloChannelTest, ThreadEndsWithCodeZeroWhenTheChannelIsOver) {
+    std::uint32_t code = 99;
+
+    channel.play({kFive});
+
+    EXPECT_TRUE(platform::threadExitCode(*channel.generator->getHandle(), code));
+    EXPECT_EQ(code, 0U);
+}
+
+#if !defined(_WIN32)
+TEST_P(VeloChannelTest, PipeIsReadInMessageMode) {
+    EXPECT_TRUE(platform::simulated::world().pipes.isInMessageMode(
+        channel.server.path().substr(kPathPrefixUnits)));
+}
+#endif
 
 TEST(VeloChannelStartTest, GeneratorTakesThePipeThatTheSettingsName) {
     StatusChannel<> channel;

@@ -138,6 +138,13 @@ TEST_F(VeloEventGeneratorTest, CartridgeReport) {
     EXPECT_EQ(typeOf(bag, L"blackSN"), arbor::PT_INT);
 }
 
+TEST_F(VeloEventGeneratorTest, CartridgeReportIsNoMediaReportWhateverFollows) {
+    const auto& bag = bagOf(record(2, 11, text("SerialNumber=5\n") + text("DISPLAY=\"A4\"")));
+
+    EXPECT_EQ(keysOf(bag), (Keys{L"subcode", L"blackSN"}));
+    EXPECT_EQ(bag.getInt(L"blackSN", 0), 5);
+}
+
 TEST_F(VeloEventGeneratorTest, CartridgeReportWithoutANumberGivesZero) {
     const auto& bag = bagOf(record(2, 11, text("SerialNumber=none\n")));
 
@@ -183,6 +190,30 @@ TEST_F(VeloEventGeneratorTest, UnknownClassesAndSubcodesGiveTheSubcodeAlone) {
     }
 }
 
+TEST_F(VeloEventGeneratorTest, NumbersThatAreNotThereReadAsZero) {
+    channel.play(
+        {record(0, 2, ""), record(0, 3, ""), record(0, 4, ""), record(0, 5, ""), record(2, 3, "")});
+
+    ASSERT_EQ(channel.messages().size(), 5U);
+    const std::vector<const wchar_t*> numbers[] = {
+        {L"jobID"}, {L"jobID"}, {L"jobID"}, {L"severity", L"status"}, {L"status"}};
+    for (std::size_t index = 0; index < 5; ++index) {
+        const auto& bag = *channel.messages()[index]->getProperties();
+        for (const wchar_t* key : numbers[index])
+            EXPECT_EQ(bag.getInt(key, -1), 0) << index;
+    }
+}
+
+TEST_F(VeloEventGeneratorTest, OemRecordHasNoOtherFieldsWhateverItsSubcode) {
+    channel.play({record(1, 3, number(7)), record(1, 5, number(7)), record(1, 11, text("x"))});
+
+    ASSERT_EQ(channel.messages().size(), 3U);
+    for (const auto& message : channel.messages()) {
+        EXPECT_EQ(keysOf(*message->getProperties()),
+                  (Keys{L"subcode", L"oemMessages", L"oembufferSize"}));
+    }
+}
+
 TEST_F(VeloEventGeneratorTest, OemRecordPointsAtTheGeneratorsCopyOfTheBlock) {
     const auto& bag = bagOf(record(1, 9, std::string_view("a\0bc", 4)));
 
@@ -191,6 +222,13 @@ TEST_F(VeloEventGeneratorTest, OemRecordPointsAtTheGeneratorsCopyOfTheBlock) {
     ASSERT_EQ(bag.getInt(L"oembufferSize", 0), 4);
     EXPECT_FALSE(bag.getProperty(L"oemMessages")->isOpaque());
     EXPECT_EQ(std::memcmp(bag.getPointer(L"oemMessages", nullptr), "a\0bc", 4), 0);
+}
+
+TEST_F(VeloEventGeneratorTest, OemBlockMayBeOneByte) {
+    const auto& bag = bagOf(record(1, 0, "x"));
+
+    ASSERT_EQ(bag.getInt(L"oembufferSize", 0), 1);
+    EXPECT_EQ(*static_cast<const char*>(bag.getPointer(L"oemMessages", nullptr)), 'x');
 }
 
 TEST_F(VeloEventGeneratorTest, NextOemRecordOverwritesTheBlock) {

@@ -3,6 +3,7 @@
 #include "tern/event_broker.h"
 #include "tern/instance_manager.h"
 
+#include "arbor/abstract_thread.h"
 #include "arbor/property.h"
 #include "platform/simulated/world.h"
 #include "tern/class_ids.h"
@@ -13,8 +14,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <memory>
 #include <string>
+#include <vector>
 
 using arbor::Guid;
 using platform::simulated::Call;
@@ -146,6 +149,39 @@ TEST_P(TernTortureTest, ComponentIsTakenWholeOrNotAtAll) {
             std::vector<std::unique_ptr<ListenerComponent>>().swap(offered);
         },
         5);
+}
+
+TEST_P(TernTortureTest, ThreadOfARefusedComponentIsNeverStartedThoughItHasAsked) {
+    constexpr std::size_t kComponents = 10;  // more than the broker's arrays keep inside themselves
+    std::array<test::CountingThread, kComponents> threads;
+    std::unique_ptr<test::TestManager<>> manager;
+    std::vector<std::unique_ptr<ListenerComponent>> offered;
+    torment(
+        [&] {
+            manager = std::make_unique<test::TestManager<>>();
+            manager->onPump = [&] { manager->broker.stop(nullptr, 0); };
+            for (test::CountingThread& thread : threads) {
+                thread.starts = 0;
+                offered.push_back(std::make_unique<ListenerComponent>(passes));
+                offered.back()->setPointer(L"thread", static_cast<arbor::IThread*>(&thread));
+                arbor::AbstractThread::ThreadMessage asks(arbor::ThreadCode::StartRequest, &thread);
+                EXPECT_TRUE(manager->broker.notify(&asks));
+            }
+            return [&] {
+                for (auto& component : offered) {
+                    if (!manager->broker.addComponent(component.get())) continue;
+                    static_cast<void>(component.release());
+                }
+            };
+        },
+        [&](long) {
+            manager->broker.run();
+            for (std::size_t index = 0; index < kComponents; ++index)
+                EXPECT_EQ(threads[index].starts, offered[index] != nullptr ? 0 : 2);
+            manager.reset();
+            std::vector<std::unique_ptr<ListenerComponent>>().swap(offered);
+        },
+        3);
 }
 
 TEST_P(TernTortureTest, InstanceManagerIsWholeOrNull) {
