@@ -124,6 +124,14 @@ TEST(VeloRecordTest, MediaNameIsTheQuotedTextAfterDisplay) {
     EXPECT_EQ(mediaIn("DISPLAY=\"A4"), "A4");
 }
 
+TEST(VeloRecordTest, MediaNameTakesThePlaceOfAnEarlierOne) {
+    std::string name = "Letter";
+
+    EXPECT_TRUE(findMediaName("DISPLAY=\"A4\"", name));
+
+    EXPECT_EQ(name, "A4");
+}
+
 TEST(VeloRecordTest, QuoteMustStandWithinTenCharactersOfDisplay) {
     EXPECT_EQ(mediaIn("DISPLAY = \"A4\""), "A4");
     EXPECT_EQ(mediaIn("DISPLAY =  \"A4\""), "none");
