@@ -15,6 +15,10 @@ namespace {
 // ends: any thread may be about to write its last line.
 std::atomic<HANDLE> traceFile{nullptr};
 
+// Not every system finds the end of a file and writes there in one step (Wine does not): two
+// threads would write to the same place, and a line would be lost.
+SRWLOCK oneLineAtATime = SRWLOCK_INIT;
+
 HANDLE openWantedFile() noexcept {
     constexpr DWORD kPathUnits = 1024;
     wchar_t path[kPathUnits];
@@ -60,7 +64,10 @@ void keepTraceLine(std::string_view line) noexcept {
     *end++ = '\n';
     const DWORD lastError = ::GetLastError();
     DWORD written = 0;
-    ::WriteFile(openedFile(), text, static_cast<DWORD>(end - text), &written, nullptr);
+    const HANDLE file = openedFile();
+    ::AcquireSRWLockExclusive(&oneLineAtATime);
+    ::WriteFile(file, text, static_cast<DWORD>(end - text), &written, nullptr);
+    ::ReleaseSRWLockExclusive(&oneLineAtATime);
     ::SetLastError(lastError);
 }
 

@@ -58,8 +58,10 @@ TEST(TraceFileTest, ATraceLeavesTheLastErrorAlone) {
     EXPECT_EQ(::GetLastError(), static_cast<DWORD>(ERROR_BROKEN_PIPE));
 }
 
+constexpr int kLinesOfAThread = 500;
+
 std::uint32_t traceLines(void*) {
-    for (int i = 0; i < 100; ++i)
+    for (int i = 0; i < kLinesOfAThread; ++i)
         platform::trace("<%s>", std::string(80, 'x').c_str());
     return 0;
 }
@@ -79,7 +81,7 @@ TEST(TraceFileTest, LinesOfSeveralThreadsDoNotMix) {
     int count = 0;
     for (auto at = all.find(whole); at != std::string::npos; at = all.find(whole, at + 1))
         ++count;
-    EXPECT_EQ(count, 300);
+    EXPECT_EQ(count, 3 * kLinesOfAThread);
 }
 
 }  // namespace
