@@ -1,12 +1,14 @@
 #include "tests/ui/windows/alert_desktop.h"
 
+#include "platform/file.h"
+#include "platform/text.h"
 #include "ui/alert_factory.h"
 #include "ui/alert_keys.h"
 #include "ui/alert_window.h"
 #include "ui/localized_text.h"
 #include "ui/windows/gdi_handles.h"
 
-#include <cstdio>
+#include <string>
 
 namespace alert_desktop {
 
@@ -132,12 +134,10 @@ void savePicture(HWND window, const std::wstring& path) {
     header.bfType = kBitmapMagic;
     header.bfOffBits = sizeof(header) + sizeof(info.bmiHeader);
     header.bfSize = header.bfOffBits + static_cast<DWORD>(byteCount);
-    std::FILE* file = ::_wfopen(path.c_str(), L"wb");
-    if (file == nullptr) return;
-    std::fwrite(&header, sizeof(header), 1, file);
-    std::fwrite(&info.bmiHeader, sizeof(info.bmiHeader), 1, file);
-    std::fwrite(pixels, 1, byteCount, file);
-    std::fclose(file);
+    std::string picture(reinterpret_cast<const char*>(&header), sizeof(header));
+    picture.append(reinterpret_cast<const char*>(&info.bmiHeader), sizeof(info.bmiHeader));
+    picture.append(static_cast<const char*>(pixels), byteCount);
+    static_cast<void>(platform::writeFile(platform::narrowed(path).c_str(), picture));
 }
 
 }  // namespace alert_desktop

@@ -120,8 +120,12 @@ TEST_F(AlertWindowTest, IsNotMadeFromATemplateThatIsMissing) {
     EXPECT_EQ(dialog.window(), nullptr);
 }
 
+BOOL WINAPI refuseTheForeground(HWND) {
+    return FALSE;
+}
+
 TEST_F(AlertWindowTest, IsPutOnTopWhereTheSystemRefusesTheForeground) {
-    setForegroundFunction([](HWND) -> BOOL { return FALSE; });
+    setForegroundFunction(&refuseTheForeground);
 
     open(0);
 
@@ -398,6 +402,13 @@ TEST_F(AlertWindowTest, IsMirroredWithUnmirroredPicturesOnADesktopFromRightToLef
     EXPECT_GT(icon.left, (window.left + window.right) / 2);
 }
 
+BOOL CALLBACK countDialog(HWND window, LPARAM count) {
+    wchar_t name[32] = {};
+    ::GetClassNameW(window, name, 32);
+    if (std::wstring(name) == L"#32770") ++*reinterpret_cast<int*>(count);
+    return TRUE;
+}
+
 TEST_F(AlertWindowTest, LeavesNothingBehindAfterFiveHundredAlerts) {
     constexpr int kWarmUp = 33, kAlerts = 500, kTypes = 33;
     const auto openAndEnd = [this](int i) {
@@ -419,15 +430,7 @@ TEST_F(AlertWindowTest, LeavesNothingBehindAfterFiveHundredAlerts) {
     EXPECT_LE(after.handles, before.handles + 2);
     EXPECT_EQ(after.threads, before.threads);
     int windows = 0;
-    ::EnumThreadWindows(
-        ::GetCurrentThreadId(),
-        [](HWND window, LPARAM count) -> BOOL {
-            wchar_t name[32] = {};
-            ::GetClassNameW(window, name, 32);
-            if (std::wstring(name) == L"#32770") ++*reinterpret_cast<int*>(count);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&windows));
+    ::EnumThreadWindows(::GetCurrentThreadId(), &countDialog, reinterpret_cast<LPARAM>(&windows));
     EXPECT_EQ(windows, 0);
 }
 
