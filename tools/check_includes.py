@@ -67,7 +67,8 @@ def files(sources):
     headers = [name for name in sources.all if name.endswith(".h")
                and name.split("/")[0] in check_static.PRODUCT
                and name.removesuffix(".h") + ".cpp" not in names]
-    return [name for name in sorted(names | set(headers)) if not sources.is_windows(name)]
+    return [name for name in sorted(names | set(headers))
+            if "/windows/" not in name and not sources.is_windows(name)]
 
 
 def main():

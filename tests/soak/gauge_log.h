@@ -19,7 +19,10 @@ public:
     // What is counted along the run, for the table: "records".
     explicit GaugeLog(std::string unit) : _unit(std::move(unit)) {}
 
-    void add(std::uint64_t at, const Gauges& gauges) { _readings.push_back({at, gauges}); }
+    // `alerts`: how many the process that is read has opened so far.
+    void add(std::uint64_t at, const Gauges& gauges, std::uint64_t alerts = 0) {
+        _readings.push_back({at, gauges, alerts});
+    }
 
     // Gauges that are judged, by name, and what is wrong with each; empty when it is flat.
     struct Verdict {
@@ -35,6 +38,7 @@ private:
     struct Reading {
         std::uint64_t at;
         Gauges gauges;
+        std::uint64_t alerts;
     };
 
     std::string _unit;

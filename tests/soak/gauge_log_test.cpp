@@ -52,6 +52,20 @@ TEST(GaugeLogTest, MemoryMayGrowByTwoMebibytesButNotByMore) {
     EXPECT_EQ(problems(much), "memory KiB 5000 -> 7049;");
 }
 
+TEST(GaugeLogTest, EachAlertMayKeepAKibibyteOfMemory) {
+    soak::GaugeLog little("records");
+    soak::GaugeLog much("records");
+    for (int at = 0; at < kReadings; ++at) {
+        Gauges gauges;
+        gauges.memoryKiB = 100L * at;
+        little.add(static_cast<std::uint64_t>(at), gauges, static_cast<std::uint64_t>(100 * at));
+        much.add(static_cast<std::uint64_t>(at), gauges, static_cast<std::uint64_t>(10 * at));
+    }
+
+    EXPECT_EQ(problems(little), "");
+    EXPECT_EQ(problems(much), "memory KiB 2700 -> 5900;");
+}
+
 TEST(GaugeLogTest, GdiObjectsMayGrowByEightButNotByMore) {
     const auto few = logOf(&Gauges::gdiObjects, [](int at) { return at < 50 ? 245L : 253L; });
     const auto many = logOf(&Gauges::gdiObjects, [](int at) { return at < 50 ? 245L : 254L; });

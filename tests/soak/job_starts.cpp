@@ -15,6 +15,7 @@ namespace {
 
 constexpr std::uint64_t kKinds = 4;
 constexpr std::uint64_t kReadings = 60;
+constexpr ULONGLONG kMsPerSecond = 1000;
 constexpr std::uint32_t kFirstSerial = 50000000;
 constexpr std::uint32_t kTonerLow = 10209;
 constexpr std::size_t kHalfARecord = 13;
@@ -86,6 +87,7 @@ void playJobs(const Workplace& workplace, std::uint64_t jobs, Report& report) {
     GaugeLog log("jobs");
     const std::uint64_t answered = jobs / kKinds;
     const std::uint64_t step = std::max<std::uint64_t>(1, answered / kReadings);
+    const ULONGLONG began = ::GetTickCount64();
     int problems = 0;
     for (std::uint64_t number = 0; number < jobs; ++number) {
         const bool isRead = number / kKinds % step == 0;
@@ -95,8 +97,9 @@ void playJobs(const Workplace& workplace, std::uint64_t jobs, Report& report) {
         if (++problems <= kMostProblems)
             report.line("job " + std::to_string(number) + ": " + problem);
     }
-    report.expect(problems == 0, std::to_string(jobs) + " jobs with a monitor each, " +
-                                     std::to_string(problems) + " not as they should be");
+    report.expect(problems == 0, std::to_string(jobs) + " jobs with a monitor each, in " +
+                                     std::to_string((::GetTickCount64() - began) / kMsPerSecond) +
+                                     " s, " + std::to_string(problems) + " not as they should be");
     report.judge("The gauges of a job's monitor while an alert is open, along the jobs", log);
 }
 

@@ -18,6 +18,7 @@ constexpr std::uint64_t kFewestRounds = 20;
 constexpr std::uint64_t kGoodRounds = 100;
 constexpr std::uint64_t kMostDocumentsOfARound = 10;
 constexpr std::uint64_t kReadings = 60;
+constexpr ULONGLONG kMsPerSecond = 1000;
 constexpr std::uint32_t kFirstSerial = 1000;
 constexpr std::uint64_t kTogether = 8;  // records in one message, in every fourth document
 constexpr std::uint64_t kStep = 7;      // through the alerts, so that they meet in all pairs
@@ -31,6 +32,7 @@ public:
     }
 
     void play(Report& report, GaugeLog& log) {
+        const ULONGLONG began = ::GetTickCount64();
         send(printerRecord());
         send(statusRecord(kAnchor));
         const HWND anchor = _session.awaitAlerts(1).front();
@@ -41,16 +43,17 @@ public:
             playRound(round, anchor);
             if (round * kReadings / rounds != (round + 1) * kReadings / rounds ||
                 rounds <= kReadings)
-                log.add(_records, _session.settledGauges());
+                log.add(_records, _session.settledGauges(), _alerts);
             report.progress("records", _records, _wanted);
         }
         _session.answer(anchor, 0);
         const DWORD code = _session.awaitEnd();
-        report.expect(code == 0, "one monitor has read " + std::to_string(_records) +
-                                     " records of " + std::to_string(_document) +
-                                     " documents, shown " + std::to_string(_alerts) +
-                                     " alerts and ended with exit code " +
-                                     printpath::describeExitCode(code));
+        report.expect(code == 0,
+                      "one monitor has read " + std::to_string(_records) + " records of " +
+                          std::to_string(_document) + " documents, shown " +
+                          std::to_string(_alerts) + " alerts in " +
+                          std::to_string((::GetTickCount64() - began) / kMsPerSecond) +
+                          " s and ended with exit code " + printpath::describeExitCode(code));
     }
 
 private:
