@@ -30,6 +30,27 @@ every_package_has_a_purpose() {
     ! grep -v -e '^#' -e '^$' tools/packages.txt | grep -v -E '^[a-z0-9.+-]+ +(run|test|nightly)$' && echo all
 }
 
+# A night in which the commands only say how they ended: one is missing, one lies, one finds something.
+nightly_of_stubs() {
+    place=$(mktemp -d)
+    mkdir -p "$place/tools/test"
+    cp tools/test/nightly.sh "$place/tools/test/"
+    echo 'exit 0' >"$place/tools/install-packages.sh"
+    cat >"$place/test" <<'TEXT'
+case $1 in
+winelib) exit 2 ;;
+fuzz) echo "7 passed, 1 failed"; exit 1 ;;
+soak) echo "14 passed, 0 failed"; exit 1 ;;
+portability) echo "30 passed, 0 failed" ;;
+*) echo "0 passed, 0 failed" ;;
+esac
+TEXT
+    sh "$place/tools/test/nightly.sh"
+    ended=$?
+    rm -rf "$place"
+    return "$ended"
+}
+
 check "./run --help explains stories" 0 'SCENARIO' ./run --help
 check "./run --list lists every story with its text" 0 '^all$' every_story_is_listed
 check "./run refuses an unknown option" 2 'no option --sideways' ./run --sideways
@@ -40,5 +61,8 @@ for command in soak threads nightly; do
     check "./test $command refuses what it does not know" 2 'no --sideways' ./test "$command" --sideways
 done
 check "./test soak wants a number of jobs" 2 'jobs needs a number' ./test soak --jobs many
+check "a night goes on after a failure" 1 '^portability  *ok ' nightly_of_stubs
+check "a night counts what failed" 1 '^51 passed, 3 failed$' nightly_of_stubs
+check "a night does not believe a count against the exit code" 1 '^soak  *NOT OK .*exit code 1$' nightly_of_stubs
 check "every package is listed with its purpose" 0 '^all$' every_package_has_a_purpose
 exit "$failed"

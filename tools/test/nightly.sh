@@ -29,7 +29,7 @@ mkdir -p "$logs"
 rm -f "$logs"/*.log "$logs/table"
 passed=0 failed=0
 began=$(date +%s)
-since() { printf '%d:%02d h' $((($2 - $1) / 3600)) $((($2 - $1) / 60 % 60)); }
+since() { printf '%d:%02d:%02d' $((($2 - $1) / 3600)) $((($2 - $1) / 60 % 60)) $((($2 - $1) % 60)); }
 
 echo "$commands" | grep -v '^$' | cut -d'|' -f"$form" >"$logs/commands"
 while read -r command arguments; do
@@ -46,16 +46,17 @@ while read -r command arguments; do
         bad=${bad% failed} ;;
     *) good=0 bad=1 last='ended without a count' ;;
     esac
-    [ "$(cat "$logs/status")" = 0 ] || [ "$bad" -gt 0 ] || bad=1
+    status=$(cat "$logs/status")
+    [ "$status" = 0 ] || [ "$bad" -gt 0 ] || { bad=1 last="$last, but exit code $status"; }
     verdict=ok
     [ "$bad" -eq 0 ] || verdict='NOT OK'
-    printf '%-12s %-7s %9s   %s\n' "$command" "$verdict" "$(since "$start" "$(date +%s)")" "$last" >>"$logs/table"
+    printf '%-14s %-7s %9s   %s\n' "$command" "$verdict" "$(since "$start" "$(date +%s)")" "$last" >>"$logs/table"
     passed=$((passed + good)) failed=$((failed + bad))
 done <"$logs/commands"
 
-printf '\n%-12s %-7s %9s\n' command verdict time
+printf '\n%-14s %-7s %9s\n' command verdict time
 cat "$logs/table"
-printf '%-12s %-7s %9s\n' all '' "$(since "$began" "$(date +%s)")"
+printf '%-14s %-7s %9s\n' all '' "$(since "$began" "$(date +%s)")"
 echo "The logs are in build/nightly."
 echo "$passed passed, $failed failed"
 [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]
