@@ -3,9 +3,7 @@
 
 #include "arbor/abstract_thread.h"
 #include "arbor/simple_message.h"
-#include "tests/support/test_components.h"
-
-#include <gtest/gtest.h>
+#include "tests/tern/event_broker_fixture.h"
 
 #include <memory>
 
@@ -16,12 +14,11 @@ using arbor::IThread;
 using arbor::PropertyHolder;
 using arbor::SimpleMessage;
 using arbor::ThreadCode;
-using test::CountingThread;
+using test::kType;
 using test::ListenerComponent;
+using test::passes;
 
 namespace {
-
-constexpr Guid kType{1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
 
 // A component whose bag names a thread that is the test's.
 class ThreadComponent : public PropertyHolder {
@@ -38,20 +35,14 @@ private:
     int* _destroyed = nullptr;  // the test's
 };
 
-struct EventBrokerComponentsTest : testing::Test {
-    EventBrokerComponentsTest() {
-        manager.onPump = [this] { broker.stop(nullptr, 0); };
-    }
-    void runUntilIdle() { EXPECT_EQ(broker.run(), 0); }
-
+class EventBrokerComponentsTest : public test::EventBrokerFixture {
+protected:
     bool notify(std::uint32_t code) {
         AbstractThread::ThreadMessage message(static_cast<ThreadCode>(code), &thread);
         return broker.notify(&message);
     }
 
-    CountingThread thread;
-    test::TestManager<> manager;
-    tern::EventBroker& broker = manager.broker;
+    test::CountingThread& thread = startedThread;
 };
 
 }  // namespace
@@ -78,14 +69,13 @@ TEST_F(EventBrokerComponentsTest, AcceptedComponentFindsTheBrokerInItsBag) {
 }
 
 TEST_F(EventBrokerComponentsTest, ComponentWithThreadAndListenerIsBothAndOwnedOnce) {
-    auto* component = new ListenerComponent([](IMessage&) { return false; });
+    auto* component = new ListenerComponent(passes);
     int destroyed = 0;
     component->onDestruction = [&] { ++destroyed; };
     component->setPointer(L"thread", static_cast<IThread*>(&thread));
 
     EXPECT_TRUE(broker.addComponent(component));
-    SimpleMessage message(&kType, 0, 0);
-    broker.publish(&message);
+    publish(0);
     runUntilIdle();
 
     EXPECT_EQ(component->heard, 1);
@@ -96,17 +86,16 @@ TEST_F(EventBrokerComponentsTest, ComponentWithThreadAndListenerIsBothAndOwnedOn
 
 TEST_F(EventBrokerComponentsTest, ThreadIsStartedAtTheIdleTurnAndNotBefore) {
     broker.addComponent(new ThreadComponent(thread));
-    auto* listener = new ListenerComponent([&](IMessage&) {
+    auto& listener = addListener([&](IMessage&) {
         EXPECT_EQ(thread.starts, 0);
         return false;
     });
-    broker.addComponent(listener);
     broker.post(&kType, 0, 0, nullptr);
     EXPECT_EQ(thread.starts, 0);
 
     runUntilIdle();
 
-    EXPECT_EQ(listener->heard, 1);
+    EXPECT_EQ(listener.heard, 1);
     EXPECT_EQ(thread.starts, 1);
 }
 
@@ -140,16 +129,14 @@ TEST_F(EventBrokerComponentsTest, RemovedComponentIsDestroyedOnlyWhenAskedTo) {
 
 TEST_F(EventBrokerComponentsTest, ComponentThatWasNeverAddedIsNotDestroyed) {
     ThreadComponent stranger(thread);  // on the stack: destroying it would be a crash
-    ListenerComponent strangeListener([](IMessage&) { return false; });
-    auto* known = new ListenerComponent([](IMessage&) { return false; });
-    broker.addComponent(known);
+    ListenerComponent strangeListener(passes);
+    auto& known = addListener(passes);
 
     EXPECT_TRUE(broker.removeComponent(&stranger, true));
     EXPECT_TRUE(broker.removeComponent(&strangeListener, true));
 
-    SimpleMessage message(&kType, 0, 0);
-    broker.publish(&message);
-    EXPECT_EQ(known->heard, 1);
+    publish(0);
+    EXPECT_EQ(known.heard, 1);
 }
 
 TEST_F(EventBrokerComponentsTest, ThreadThatWaitsForItsStartStaysWaitingWhenItsComponentIsRemoved) {

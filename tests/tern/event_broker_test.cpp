@@ -3,58 +3,24 @@
 #include "arbor/abstract_thread.h"
 #include "arbor/message.h"
 #include "arbor/simple_message.h"
-#include "tests/support/test_components.h"
-
-#include <gtest/gtest.h>
+#include "tests/tern/event_broker_fixture.h"
 
 #include <memory>
 #include <string>
 #include <vector>
 
 using arbor::AbstractThread;
-using arbor::Guid;
 using arbor::IMessage;
-using arbor::IThread;
 using arbor::PropertyHolder;
 using arbor::SimpleMessage;
 using arbor::ThreadCode;
 using test::CountingThread;
+using test::kType;
 using test::ListenerComponent;
+using test::passes;
+using test::takes;
 
-namespace {
-
-constexpr Guid kType{1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
-
-bool takes(IMessage&) {
-    return true;
-}
-bool passes(IMessage&) {
-    return false;
-}
-
-struct EventBrokerTest : testing::Test {
-    EventBrokerTest() {
-        manager.onPump = [this] { broker.stop(nullptr, 0); };
-    }
-
-    ListenerComponent& addListener(ListenerComponent::Action action) {
-        auto* component = new ListenerComponent(std::move(action));
-        EXPECT_TRUE(broker.addComponent(component));
-        return *component;
-    }
-    // Delivers all that is queued, then stops at the first idle turn.
-    void runUntilIdle() { EXPECT_EQ(broker.run(), 0); }
-
-    void publish(std::uint32_t flags) {
-        SimpleMessage message(&kType, 0, flags);
-        broker.publish(&message);
-    }
-
-    test::TestManager<> manager;
-    tern::EventBroker& broker = manager.broker;
-};
-
-}  // namespace
+using EventBrokerTest = test::EventBrokerFixture;
 
 TEST_F(EventBrokerTest, KnowsItsInstanceManagerAndIsReady) {
     EXPECT_EQ(broker.getInstanceManager(), &manager);
