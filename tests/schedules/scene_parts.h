@@ -12,6 +12,8 @@
 #include "tern/velo_record.h"
 #include "tests/support/exploring/exploration.h"
 
+#include <gtest/gtest.h>
+
 #include <cstring>
 #include <functional>
 #include <memory>
@@ -22,8 +24,18 @@
 // What the scenes of broker, generators and shutdown are put together from.
 namespace scene {
 
+using exploring::require;
+
 inline constexpr wchar_t kPipe[] = L"channel";
 inline constexpr int kForcedSwitches = 3;
+
+using Codes = std::vector<std::uint32_t>;
+
+// Plays the scene of the running test in every order, under the name of that test.
+inline void playEverySchedule(const std::function<void()>& play) {
+    const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
+    EXPECT_GT(exploring::everySchedule(name, kForcedSwitches, play), 0);
+}
 
 // A monitor's framework with the real instance manager, the channel set to an existing pipe.
 class Framework {
@@ -42,7 +54,7 @@ public:
     tern::IInstanceManager& manager() { return *_manager; }
     tern::EventBroker& broker() { return *_manager->getEventBroker(); }
     void stop() { broker().stop(&tern::kVeloListenerId, 0); }
-    void run() { exploring::require(_manager->run() == 0, "run() returns 0"); }
+    void run() { require(_manager->run() == 0, "run() returns 0"); }
 
     // The parameters that the instance manager gives to a generator.
     [[nodiscard]] arbor::PropertyHolder& parameters() {
@@ -52,7 +64,7 @@ public:
     // Adds a component of the test; returns it, now the broker's.
     template <typename Component>
     Component* add(std::unique_ptr<Component> component) {
-        exploring::require(broker().addComponent(component.get()), "the broker takes a component");
+        require(broker().addComponent(component.get()), "the broker takes a component");
         return component.release();
     }
 
@@ -69,7 +81,7 @@ public:
 
     [[nodiscard]] const arbor::Guid* getClassId() const override { return &tern::kVeloListenerId; }
     bool notify(arbor::IMessage* message) override {
-        exploring::require(exploring::locksHeld() == 0, "no lock is held while a listener runs");
+        require(exploring::locksHeld() == 0, "no lock is held while a listener runs");
         _action(*message);
         return false;
     }
@@ -81,7 +93,7 @@ private:
 // Posts messages with the codes that it is given, then ends.
 class Producer : public tern::AbstractEventGenerator {
 public:
-    Producer(Framework& framework, std::vector<std::uint32_t> codes)
+    Producer(Framework& framework, Codes codes)
         : AbstractEventGenerator(framework.parameters(), &framework.manager()),
           _codes(std::move(codes)) {}
     ~Producer() override { endThreadUse(); }
@@ -96,8 +108,13 @@ public:
     }
 
 private:
-    std::vector<std::uint32_t> _codes;
+    Codes _codes;
 };
+
+// Ends the loop at the first message that it hears.
+inline void stopAtFirstMessage(Framework& framework) {
+    framework.add(std::make_unique<Listener>([&framework](arbor::IMessage&) { framework.stop(); }));
+}
 
 // A thread of the scene's own, outside of the framework. The scene waits for it at its end.
 class OutsideThread {
