@@ -1,0 +1,142 @@
+// Keys and clicks that reach alerts from the system.
+#include "tests/ui/windows/alert_window_test.h"
+
+#include <algorithm>
+
+namespace {
+
+TEST_F(AlertWindowTest, TellsItsActionsFromClicks) {
+    open(0);
+
+    for (const int button : {1018, 134, 130}) {
+        ::PostMessageW(control(button), BM_CLICK, 0, 0);
+        alert_desktop::pump();
+    }
+
+    EXPECT_EQ(codes, (Codes{104, 101, 2}));
+}
+
+TEST_F(AlertWindowTest, TakesEnterForOkWhereverTheFocusIs) {
+    open(0);
+
+    pressKey(131, VK_RETURN);
+
+    EXPECT_EQ(codes, (Codes{2}));
+}
+
+TEST_F(AlertWindowTest, TakesEscForCancel) {
+    open(0);
+
+    pressKey(1018, VK_ESCAPE);
+
+    EXPECT_EQ(codes, (Codes{1}));
+}
+
+TEST_F(AlertWindowTest, MovesTheFocusWithTabInTheOrderOfItsButtons) {
+    open(4);
+    ::SetFocus(control(1008));
+    std::vector<int> order;
+    for (int i = 0; i < 5; ++i) {
+        order.push_back(focused());
+        pressKey(focused(), VK_TAB);
+    }
+
+    EXPECT_EQ(order, (std::vector<int>{1008, 130, 131, 1018, 134}));
+    EXPECT_EQ(focused(), 1008);
+}
+
+TEST_F(AlertWindowTest, StartsWithTheFocusOnOkOrOnTheListOfTimes) {
+    open(0);
+    EXPECT_EQ(focused(), 130);
+    alert.reset();
+
+    open(4);
+
+    EXPECT_EQ(focused(), 1008);
+}
+
+TEST_F(AlertWindowTest, ChoosesInTheListWithArrows) {
+    open(4);
+
+    pressKey(1008, VK_DOWN);
+    pressKey(1008, VK_DOWN);
+
+    EXPECT_EQ(::SendMessageW(control(1008), CB_GETCURSEL, 0, 0), 2);
+    EXPECT_EQ(focused(), 1008);
+}
+
+TEST_F(AlertWindowTest, HearsItsKeysWhileAButtonHasTheFocus) {
+    open(0);
+
+    typeLetter(control(130), L'U');
+    typeLetter(control(131), L'R');
+    typeLetter(control(1018), L'u');
+
+    EXPECT_EQ(codes, (Codes{104, 101}));
+}
+
+TEST_F(AlertWindowTest, LeavesLettersToTheListThatWantsThem) {
+    open(4);
+
+    typeLetter(control(1008), L'U');
+
+    EXPECT_EQ(codes.end(), std::find(codes.begin(), codes.end(), 104U));
+}
+
+TEST_F(AlertWindowTest, HearsAltAndASmallLetter) {
+    open(0);
+
+    ::SendMessageW(alert->window(), WM_MENUCHAR, MAKEWPARAM('u', MF_SYSMENU), 0);
+
+    EXPECT_EQ(codes, (Codes{104}));
+}
+
+TEST_F(AlertWindowTest, LeavesTheKeyboardOfOtherWindowsAlone) {
+    open(0);
+    const HWND other = ::CreateWindowExW(0, L"Button", L"other", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
+                                         0, 0, 50, 50, nullptr, nullptr, nullptr, nullptr);
+
+    ::PostMessageW(other, WM_KEYDOWN, VK_ESCAPE, 1);
+    ::PostMessageW(other, WM_CHAR, L'U', 1);
+    alert_desktop::pump();
+
+    EXPECT_TRUE(codes.empty());
+    ::DestroyWindow(other);
+}
+
+TEST_F(AlertWindowTest, MakesALinkOfTheDetailOfACompactAlert) {
+    open(27);
+    compactAlertWindow(alert->window(), true);
+    codes.clear();
+
+    ::SendMessageW(control(1012), WM_LBUTTONDOWN, 0, 0);
+    ::SendMessageW(control(1012), WM_LBUTTONUP, 0, 0);
+    alert_desktop::pump();
+
+    EXPECT_EQ(codes, (Codes{1012}));
+}
+
+std::wstring boxText;
+std::wstring boxCaption;
+
+void CALLBACK readAndCloseBox(HWND, UINT, UINT_PTR timer, DWORD) {
+    ::KillTimer(nullptr, timer);
+    const HWND box = ::GetLastActivePopup(::FindWindowW(L"#32770", boxCaption.c_str()));
+    wchar_t text[2048] = {};
+    ::GetDlgItemTextW(box, 65535, text, 2048);
+    boxText = text;
+    ::PostMessageW(box, WM_CLOSE, 0, 0);
+}
+
+TEST_F(AlertWindowTest, ShowsItsHelpInABox) {
+    open(0);
+    boxCaption = alert_desktop::kPrinterName;
+    ::SetTimer(nullptr, 0, 50, readAndCloseBox);
+
+    ::SendMessageW(control(131), BM_CLICK, 0, 0);
+
+    EXPECT_EQ(boxText, alert_desktop::text(265));
+    EXPECT_TRUE(codes.empty());
+}
+
+}  // namespace
