@@ -32,8 +32,8 @@ struct AlertContext {
 
 // A picture or a text that differs between the K7400 family and other printers.
 struct PerPrinter {
-    int other = 0;
-    int family = 0;
+    int other;
+    int family;
 };
 
 // The supplies block, for the types that have one.
@@ -44,19 +44,19 @@ struct SuppliesColumn {
 };
 
 struct AlertRow {
-    int type = 0;
-    int icon = 0;      // severity
-    int headline = 0;  // string ids; 0: none
-    int message = 0;
+    int type;
+    int icon;      // severity
+    int headline;  // string ids; 0: none
+    int message;
     PerPrinter detail;
     PerPrinter picture;
-    const SuppliesColumn* supplies = nullptr;        // null: no supplies block
-    int suppliesDetail = 0;                          // string id of the detail beside the block
-    int returns = 0;                                 // string id of the returns link
-    void (*further)(AlertContext& alert) = nullptr;  // what no column holds; null: nothing
+    const SuppliesColumn* supplies;        // null: no supplies block
+    int suppliesDetail;                    // string id of the detail beside the block
+    int returns;                           // string id of the returns link
+    void (*further)(AlertContext& alert);  // what no column holds; null: nothing
 };
 
-constexpr PerPrinter kNone{};
+constexpr PerPrinter kNone{0, 0};
 constexpr PerPrinter kClosed{IDB_PRINTER, IDB_PRINTER_K};
 constexpr PerPrinter kLoad{IDB_LOAD_PAPER, IDB_LOAD_PAPER_K};
 constexpr PerPrinter kDoor{IDB_CLOSE_DOOR, IDB_CLOSE_DOOR_K};

@@ -37,9 +37,9 @@ platform::LanguageId choose(platform::NativeHandle module, platform::LanguageId 
 platform::LanguageId chosenLanguage(platform::NativeHandle module) {
     static platform::NativeHandle chosenFor = nullptr;
     static platform::LanguageId wanted = 0;
-    static platform::LanguageId chosen = 0;
+    static platform::LanguageId chosen = kEnglish;
     const platform::LanguageId userLanguage = platform::userInterfaceLanguage();
-    if (chosen == 0 || chosenFor != module || wanted != userLanguage) {
+    if (chosenFor != module || wanted != userLanguage) {
         chosen = choose(module, userLanguage);
         chosenFor = module;
         wanted = userLanguage;

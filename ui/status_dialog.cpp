@@ -19,8 +19,7 @@
 
 namespace {
 
-constexpr int kFirstPosition = 100;  // pixels, until the owner sets another one
-constexpr std::int32_t kAbsent = -1;
+constexpr int kFirstPosition = 100;               // pixels, until the owner sets another one
 constexpr wchar_t kNoMessageText[] = L"unknown";  // what a description without the text reads
 constexpr char kNoPartNumber[] = "unknown";
 constexpr MessageWord kLowWord = 0xFFFF;
@@ -95,13 +94,10 @@ std::wstring StatusDialog::messageText(const arbor::IPropertyHolder& description
         formatText(textOf(description, alert_key::kMessage), {_printerText}, kTextUnits);
     if (const std::wstring format = textOf(description, alert_key::kMediaMessage);
         !format.empty()) {
-        const auto textOfCode = [&](const wchar_t* key) {
-            const std::int32_t id = description.getInt(key, kAbsent);
-            return id != kAbsent ? text(asId(id)) : std::wstring();
-        };
-        message = formatText(
-            format, {message, textOfCode(alert_key::kMediaCode), textOfCode(alert_key::kTrayCode)},
-            kTextUnits);
+        message = formatText(format,
+                             {message, textOf(description, alert_key::kMediaCode),
+                              textOf(description, alert_key::kTrayCode)},
+                             kTextUnits);
     }
     if (const std::wstring literal = bagText(description, alert_key::kMessageText, kNoMessageText);
         literal != kNoMessageText) {

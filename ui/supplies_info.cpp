@@ -33,7 +33,6 @@ void fillSuppliesInfo(arbor::IPropertyHolder& description, bool estimateUnknown,
                       int conditionIcon) {
     void* strings = description.getPointer(alert_key::kStringModule,
                                            description.getPointer(alert_key::kModule, nullptr));
-    description.removeProperty(alert_key::kTemplate);
     putInt(description, alert_key::kTemplate, IDD_SUPPLIES_ALERT);
     putInt(description, alert_key::kShowSupplies, 1);
     putInt(description, alert_key::kSuppliesPicture, IDB_CARTRIDGE);

@@ -2,6 +2,7 @@
 
 #include "platform/text.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -31,28 +32,20 @@ bool placeholderKind(wchar_t letter, TextArgument::Kind& kind) {
     }
 }
 
-void append(std::wstring& text, const TextArgument& argument) {
-    switch (argument.kind) {
-        case TextArgument::Kind::Wide:
-            text += argument.wideText;
-            break;
-        case TextArgument::Kind::Narrow:
-            text += platform::widened(argument.narrowText);
-            break;
-        case TextArgument::Kind::Number:
-            text += numberText(argument.number);
-            break;
-    }
+std::wstring inserted(const TextArgument& argument) {
+    if (argument.kind == TextArgument::Kind::Number) return numberText(argument.number);
+    if (argument.kind == TextArgument::Kind::Narrow) return platform::widened(argument.narrowText);
+    return std::wstring(argument.wideText);
 }
 
 }  // namespace
 
 std::wstring formatText(std::wstring_view format, std::initializer_list<TextArgument> arguments,
                         std::size_t units) {
-    const std::size_t limit = units > 0 ? units - 1 : 0;
+    const std::size_t limit = std::max<std::size_t>(units, 1) - 1;
     std::wstring text;
     const TextArgument* next = arguments.begin();
-    for (std::size_t i = 0; i < format.size() && text.size() < limit; ++i) {
+    for (std::size_t i = 0; i < format.size(); ++i) {
         const wchar_t following = i + 1 < format.size() ? format[i + 1] : L'\0';
         TextArgument::Kind kind{};
         if (format[i] != L'%') {
@@ -62,7 +55,7 @@ std::wstring formatText(std::wstring_view format, std::initializer_list<TextArgu
             ++i;
         } else if (placeholderKind(following, kind)) {
             if (next != arguments.end()) {
-                if (next->kind == kind) append(text, *next);
+                if (next->kind == kind) text += inserted(*next);
                 ++next;
             }
             ++i;
@@ -70,6 +63,6 @@ std::wstring formatText(std::wstring_view format, std::initializer_list<TextArgu
             text += L'%';
         }
     }
-    if (text.size() > limit) text.resize(limit);
+    text.resize(std::min(text.size(), limit));
     return text;
 }
