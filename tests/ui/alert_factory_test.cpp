@@ -122,7 +122,6 @@ TEST_F(AlertFactoryTest, ShowsPrintersOfTheFamilyTheirOwnPictures) {
     useFamilyPrinter();
     for (const Expected& row : kExpected) {
         if (row.type == 28) continue;
-        arbor::PropertyHolder fresh;
         open(row.type, row.status);
         SCOPED_TRACE("type " + std::to_string(row.type));
         EXPECT_EQ(picture(133), row.familyPicture);

@@ -5,41 +5,72 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <set>
 
 // The tables of the alerts against the lists of the people who write the texts, in plain numbers.
 
 namespace {
 
+// Statuses from `first` to `last`, both included, with the help that they have of their own.
 struct HelpCase {
-    int status;
+    int first, last;
     unsigned text, caption;
 };
 
-TEST(HelpTexts, FollowTheListOfStatuses) {
-    const HelpCase cases[] = {
-        {40999, 278, 0},   {41000, 265, 0},   {41099, 265, 0},   {41100, 265, 0}, {41199, 265, 0},
-        {41200, 278, 0},   {41201, 265, 0},   {41299, 265, 0},   {41300, 278, 0}, {41301, 265, 0},
-        {41399, 265, 0},   {41400, 278, 0},   {41900, 265, 0},   {30119, 265, 0}, {277, 277, 0},
-        {10209, 281, 357}, {10219, 268, 358}, {10300, 354, 359}, {10301, 278, 0}, {10403, 267, 0},
-        {10404, 278, 0},   {10407, 267, 0},   {10500, 278, 0},   {10511, 278, 0}, {10512, 266, 0},
-        {30017, 270, 0},   {40010, 270, 0},   {40017, 270, 0},   {40018, 278, 0}, {40019, 278, 0},
-        {40020, 262, 0},   {40021, 262, 0},   {40120, 176, 0},   {40121, 278, 0}, {40600, 271, 0},
-        {40608, 269, 0},   {40609, 278, 0},   {40610, 269, 0},   {40612, 269, 0}, {40614, 269, 0},
-        {40625, 266, 0},   {42000, 261, 0},   {42001, 261, 0},   {42002, 261, 0}, {42003, 278, 0},
-        {42004, 279, 0},   {50003, 274, 0},   {50005, 276, 0},   {50007, 274, 0}, {50008, 274, 0},
-        {50012, 278, 0},   {50025, 274, 0},   {100000, 278, 0},  {0, 278, 0},     {-1, 278, 0}};
-    for (const HelpCase& expected : cases) {
-        const HelpText help = helpText(expected.status);
-        EXPECT_EQ(help.text, expected.text) << expected.status;
-        EXPECT_EQ(help.caption, expected.caption) << expected.status;
+// clang-format off
+constexpr HelpCase kHelpCases[] = {
+    {  277,   277, 277, 0},
+    {10209, 10209, 281, 357},
+    {10219, 10219, 268, 358},
+    {10300, 10300, 354, 359},
+    {10403, 10403, 267, 0},
+    {10407, 10407, 267, 0},
+    {10512, 10512, 266, 0},
+    {30017, 30017, 270, 0},
+    {30119, 30119, 265, 0},
+    {40010, 40010, 270, 0},
+    {40017, 40017, 270, 0},
+    {40020, 40021, 262, 0},
+    {40120, 40120, 176, 0},
+    {40600, 40600, 271, 0},
+    {40608, 40608, 269, 0},
+    {40610, 40610, 269, 0},
+    {40612, 40612, 269, 0},
+    {40614, 40614, 269, 0},
+    {40625, 40625, 266, 0},
+    {41000, 41199, 265, 0},
+    {41201, 41299, 265, 0},
+    {41301, 41399, 265, 0},
+    {41900, 41900, 265, 0},
+    {42000, 42002, 261, 0},
+    {42004, 42004, 279, 0},
+    {50003, 50003, 274, 0},
+    {50005, 50005, 276, 0},
+    {50007, 50008, 274, 0},
+    {50025, 50025, 274, 0},
+};
+// clang-format on
+
+TEST(HelpTexts, FollowTheListOfStatusesAndAreGeneralBetweenThem) {
+    constexpr int kLastStatus = 65535;
+    const HelpCase* next = kHelpCases;
+    for (int status = -1; status <= kLastStatus; ++status) {
+        if (next != std::end(kHelpCases) && status > next->last) ++next;
+        const bool isListed = next != std::end(kHelpCases) && status >= next->first;
+        const HelpText help = helpText(status);
+        EXPECT_EQ(help.text, isListed ? next->text : 278U) << status;
+        EXPECT_EQ(help.caption, isListed ? next->caption : 0U) << status;
     }
+    EXPECT_EQ(next, std::end(kHelpCases)) << "every row was looked at";
 }
 
 TEST(HelpTexts, CompareTheForeignCartridgeInSixteenBits) {
     EXPECT_EQ(helpText(0x10000 + 10403).text, 267U);
     EXPECT_EQ(helpText(0x10000 + 10407).text, 267U);
+    EXPECT_EQ(helpText(0x10000 + 10404).text, 278U);
     EXPECT_EQ(helpText(0x10000 + 10512).text, 278U);
+    EXPECT_EQ(helpText(0x10000 + 41000).text, 278U);
 }
 
 TEST(ButtonFaces, FollowTheListOfPictures) {
@@ -83,6 +114,8 @@ TEST(PictureNames, AreNotGivenToAPictureThatIsNotThere) {
     EXPECT_EQ(pictureName(133, 0), 0U);
     EXPECT_EQ(pictureName(1002, 163), 0U);
     EXPECT_EQ(pictureName(130, 149), 0U);
+    EXPECT_EQ(pictureName(1002, 0), 0U);
+    EXPECT_EQ(pictureName(137, 149), 0U);
 }
 
 TEST(CartridgeCheckTexts, HaveTheIdsOfTheirControls) {

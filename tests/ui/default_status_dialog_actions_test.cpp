@@ -26,6 +26,16 @@ TEST_F(DefaultStatusDialogTest, TellsTheActionOfEachControl) {
         EXPECT_EQ(told.back().dialog, static_cast<void*>(alert.get()));
     }
     EXPECT_EQ(told.size(), std::size(kCases));
+    EXPECT_TRUE(headless::messages().empty());
+}
+
+TEST_F(DefaultStatusDialogTest, SaysThatItsMessagesNeedNothingMore) {
+    openQuietly(0, 41100);
+
+    EXPECT_EQ(alert->onInitDialog(window(), 0, 0), 1);
+    EXPECT_EQ(alert->onCommand(window(), 130, 0), 1);
+    EXPECT_EQ(alert->onCommand(window(), 130 | kFromAccelerator, 0), 1);
+    EXPECT_EQ(alert->onChar(window(), L'x', 0), 1);
 }
 
 TEST_F(DefaultStatusDialogTest, TellsItsWindowOnlyWithActionsThatHaveNoRule) {
@@ -35,6 +45,7 @@ TEST_F(DefaultStatusDialogTest, TellsItsWindowOnlyWithActionsThatHaveNoRule) {
     headless::sendCommand(window(), 1012, 5);
 
     EXPECT_EQ(told[0].window, nullptr);
+    EXPECT_EQ(told[0].wParam, 0);
     EXPECT_EQ(told[0].lParam, 0);
     EXPECT_EQ(told[1].window, static_cast<void*>(window()));
     EXPECT_EQ(told[1].wParam, 1012);

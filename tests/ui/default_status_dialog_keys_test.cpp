@@ -95,6 +95,15 @@ TEST_F(DefaultStatusDialogTest, AcceptsOkByKeyWhileTheButtonShowsTheCaptionOfThe
     EXPECT_EQ(codes(), (Codes{2}));
 }
 
+TEST_F(DefaultStatusDialogTest, TellsOneActionForEachKeyWhateverTheButtonShows) {
+    openWithCaption(50012, L"&Continue");
+
+    for (const wchar_t letter : std::wstring(L"URx"))
+        headless::typeKey(window(), letter);
+
+    EXPECT_EQ(codes(), (Codes{104, 101}));
+}
+
 TEST_F(DefaultStatusDialogTest, AsksForAReminderTimeByKeyToo) {
     openQuietly(4, 10209);
 

@@ -60,11 +60,53 @@ TEST_F(DefaultStatusDialogTest, HidesPicturesThatItDoesNotHave) {
     open(26, 100000);
     EXPECT_FALSE(control(133).visible);
     alert.reset();
-    arbor::PropertyHolder fresh;
 
     open(25, 1);
 
     EXPECT_FALSE(control(1002).visible);
+}
+
+TEST_F(DefaultStatusDialogTest, HidesPicturesThatItsDescriptionDoesNotName) {
+    for (const auto& [templateId, pictures] :
+         {std::pair{137, std::vector{133, 1002}}, std::pair{139, std::vector{230, 231, 232}},
+          std::pair{210, std::vector{133, 136, 137, 1002}}}) {
+        arbor::PropertyHolder bare;
+        bare.setInt(L"dialogID", templateId);
+
+        const DefaultStatusDialog dialog(bare, true);
+
+        for (const int picture : pictures) {
+            EXPECT_FALSE(headless::control(dialog.window(), picture).visible) << picture;
+        }
+    }
+}
+
+TEST_F(DefaultStatusDialogTest, HidesTheMessageOfANewCartridgeOutsideChineseSystems) {
+    describe(25, 1);
+    description.setInt(L"ids1", 360);
+
+    openDescribed();
+
+    EXPECT_EQ(control(132).text, text(360));
+    EXPECT_FALSE(control(132).visible);
+    EXPECT_FALSE(control(132).isLink);
+}
+
+TEST_F(DefaultStatusDialogTest, HidesAMessageThatItDoesNotHave) {
+    open(0, 41100);
+    EXPECT_FALSE(control(132).visible);
+    alert.reset();
+
+    open(9, 50021);
+
+    EXPECT_TRUE(control(132).visible);
+}
+
+TEST_F(DefaultStatusDialogTest, PrintsTheTitleOfManualDuplexLikeAHeadline) {
+    open(3, 40120);
+
+    EXPECT_TRUE(control(1014).isHeadline);
+    EXPECT_FALSE(control(1015).isHeadline);
 }
 
 TEST_F(DefaultStatusDialogTest, HidesDuplexStepsWithoutAPicture) {
@@ -84,7 +126,6 @@ TEST_F(DefaultStatusDialogTest, PutsTheMessageInThePlaceOfADetailThatIsEmpty) {
     EXPECT_EQ(control(132).placedAt, 1012);
     EXPECT_FALSE(control(1012).visible);
     alert.reset();
-    arbor::PropertyHolder fresh;
 
     open(10, 50012);
 

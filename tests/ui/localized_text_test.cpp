@@ -13,7 +13,9 @@ using platform::simulated::Call;
 using platform::simulated::Fault;
 using platform::simulated::world;
 
-constexpr platform::LanguageId kEnglish = 1033, kGerman = 1031, kAustrian = 3079, kFrench = 1036;
+constexpr platform::LanguageId kEnglish = 1033, kGerman = 1031, kFrench = 1036;
+constexpr platform::LanguageId kSwissGerman = 2055, kAustrian = 3079, kGermanAlone = 7;
+constexpr platform::LanguageId kLastGerman = 0xFC07;  // the variant with the highest number
 constexpr platform::LanguageId kArabic = 1025, kEgyptian = 3073, kHebrew = 1037, kPersian = 1065;
 constexpr unsigned kProbe = 107;  // a text that every language has
 
@@ -49,6 +51,42 @@ TEST_F(LocalizedTextTest, IsInAnotherVariantOfTheLanguageWhereTheExactOneIsMissi
     EXPECT_EQ(localizedText(module, 200), L"Hilfe");
 }
 
+TEST_F(LocalizedTextTest, FindsTheLanguageFromEveryVariantOfIt) {
+    for (const platform::LanguageId user : {kGermanAlone, kSwissGerman, kAustrian, kLastGerman}) {
+        speak(user);
+        EXPECT_EQ(chosenLanguage(module), kGerman) << user;
+    }
+}
+
+TEST_F(LocalizedTextTest, FindsEveryVariantThatALibraryMayHave) {
+    for (const platform::LanguageId there : {kGermanAlone, kSwissGerman, kAustrian, kLastGerman}) {
+        const std::wstring name = L"variant" + std::to_wstring(there);
+        const platform::NativeHandle library = world().texts.addModule(name);
+        world().texts.add(library, there, kProbe, L"probe");
+
+        speak(kGerman);
+
+        EXPECT_EQ(chosenLanguage(library), there);
+    }
+}
+
+TEST_F(LocalizedTextTest, PrefersTheExactVariantToTheOthers) {
+    world().texts.add(module, kAustrian, kProbe, L"probe");
+    speak(kAustrian);
+
+    EXPECT_EQ(chosenLanguage(module), kAustrian);
+}
+
+TEST_F(LocalizedTextTest, IsChosenForEachLibraryOfItsOwn) {
+    const platform::NativeHandle english = world().texts.addModule(L"english.dll");
+    world().texts.add(english, kEnglish, kProbe, L"probe");
+    speak(kGerman);
+
+    EXPECT_EQ(chosenLanguage(module), kGerman);
+    EXPECT_EQ(chosenLanguage(english), kEnglish);
+    EXPECT_EQ(chosenLanguage(module), kGerman);
+}
+
 TEST_F(LocalizedTextTest, IsEnglishForALanguageThatTheLibraryDoesNotSpeak) {
     speak(kFrench);
 
@@ -62,10 +100,21 @@ TEST_F(LocalizedTextTest, NeverMixesLanguages) {
 }
 
 TEST_F(LocalizedTextTest, IsEmptyForIdZeroAMissingTextAndIdsThatNoResourceHas) {
+    world().texts.add(module, kEnglish, 0, L"id of no text");
+    world().texts.add(module, kEnglish, 0x10000 + 200, L"id of no resource");
+
     EXPECT_EQ(localizedText(module, 0), L"");
     EXPECT_EQ(localizedText(module, 201), L"");
     EXPECT_EQ(localizedText(module, 0x10000 + 200), L"");
     EXPECT_EQ(localizedText(module, 0xFFFFFFFF), L"");
+}
+
+TEST_F(LocalizedTextTest, MayHaveAnyIdOfAResource) {
+    world().texts.add(module, kEnglish, 1, L"first");
+    world().texts.add(module, kEnglish, 0xFFFF, L"last");
+
+    EXPECT_EQ(localizedText(module, 1), L"first");
+    EXPECT_EQ(localizedText(module, 0xFFFF), L"last");
 }
 
 TEST_F(LocalizedTextTest, IsEmptyWithoutALibrary) {
@@ -78,6 +127,13 @@ TEST_F(LocalizedTextTest, IsCutAtTheBuffer) {
     EXPECT_EQ(std::wstring(loadText(module, 201)).size(), 1023U);
     EXPECT_EQ(localizedText(module, 201, 512).size(), 511U);
     EXPECT_EQ(localizedText(module, 201, 0), L"");
+}
+
+TEST_F(LocalizedTextTest, IsWholeWhereItFitsItsBufferExactly) {
+    EXPECT_EQ(localizedText(module, 200, 6), L"Help");
+    EXPECT_EQ(localizedText(module, 200, 5), L"Help");
+    EXPECT_EQ(localizedText(module, 200, 4), L"Hel");
+    EXPECT_EQ(localizedText(module, 200, 1), L"");
 }
 
 TEST_F(LocalizedTextTest, LoadsIntoFourBuffersInTurn) {

@@ -101,6 +101,27 @@ TEST_F(StatusDialogTest, LeavesMediaAndTrayOutWhereTheirKeysAreAbsent) {
     EXPECT_EQ(control(132).text, L"[||]");
 }
 
+// Whatever the library has there: the number says that there is no text.
+TEST_F(StatusDialogTest, ShowsNothingForKeysThatAreAbsent) {
+    for (const unsigned id : {0U, 1U})
+        replaceText(id, L"of no key");
+    arbor::PropertyHolder bare;
+    bare.setPointer(L"hSinstance", strings);
+    bare.setPointer(L"eventBroker", &broker);
+    bare.setInt(L"dialogID", headless::kLinksTemplate);
+
+    const DefaultStatusDialog dialog(bare, true);
+
+    for (const auto& [id, control] : headless::find(dialog.window())->controls) {
+        const bool isButton = id == 130 || id == 131 || id == 134 || id == 1018;
+        EXPECT_EQ(control.text, isButton ? control.text : L"") << id;
+        EXPECT_EQ(control.picture, 0) << id;
+    }
+    EXPECT_EQ(headless::find(dialog.window())->title, L"");
+    EXPECT_EQ(dialog.dialogType(), 0);
+    EXPECT_TRUE(told.empty());
+}
+
 TEST_F(StatusDialogTest, LetsALiteralMessageReplaceTheOnesBefore) {
     describe(13, 1);
     description.setInt(L"ids2", newText(L"two"));
@@ -188,6 +209,8 @@ TEST_F(StatusDialogTest, AnnouncesEveryExtraTextWithItsWindow) {
     for (const Told& one : told) {
         EXPECT_EQ(one.window, static_cast<void*>(window()));
         EXPECT_EQ(one.dialog, static_cast<void*>(alert.get()));
+        EXPECT_EQ(one.wParam, 0);
+        EXPECT_EQ(one.lParam, 0);
     }
 }
 
@@ -228,6 +251,8 @@ public:
     explicit PlainDialog(const arbor::IPropertyHolder& description)
         : StatusDialog(description, false) {}
     ~PlainDialog() = default;
+
+    [[nodiscard]] const auto& snoozeChoices() const { return _snoozeChoices; }
 };
 
 TEST_F(StatusDialogTest, TellsThePlainActionsOfAPlainAlert) {
@@ -246,6 +271,21 @@ TEST_F(StatusDialogTest, TellsThePlainActionsOfAPlainAlert) {
     EXPECT_EQ(told[6].window, static_cast<void*>(plain.window()));
     EXPECT_EQ(told[6].wParam, 135);
     EXPECT_EQ(told[6].lParam, 7);
+}
+
+TEST_F(StatusDialogTest, KeepsTheEightReminderTimesOfItsDescriptionInOrder) {
+    constexpr const wchar_t* kKeys[] = {L"ids1Hour", L"ids4Hours", L"ids1Day",   L"ids2Days",
+                                        L"ids3Days", L"ids1Week",  L"ids2Weeks", L"idsSnoozeNever"};
+    describe(0, 41100);
+    std::vector<std::wstring> expected;
+    for (const wchar_t* key : kKeys) {
+        expected.push_back(std::wstring(L"reminder of ") + key);
+        description.setInt(key, newText(expected.back()));
+    }
+
+    const PlainDialog plain(description);
+
+    EXPECT_EQ(std::vector(plain.snoozeChoices().begin(), plain.snoozeChoices().end()), expected);
 }
 
 TEST_F(StatusDialogTest, DropsActionsWithoutABroker) {

@@ -31,12 +31,21 @@ TEST(TextFormat, KeepsAPerCentSignThatIsNoPlaceholder) {
     EXPECT_EQ(formatText(L"100 % n%x%% %", {L"unused"}, kUnits), L"100 % n%x% %");
 }
 
+TEST(TextFormat, ReadsNothingBehindTheEndOfItsFormat) {
+    const std::wstring_view percentAlone = std::wstring_view(L"50%s").substr(0, 3);
+
+    EXPECT_EQ(formatText(percentAlone, {L"unused"}, kUnits), L"50%");
+}
+
 TEST(TextFormat, DoesNotReadPlaceholdersInWhatItInserts) {
     EXPECT_EQ(formatText(L"%s %s", {L"%s%d", L"end"}, kUnits), L"%s%d end");
 }
 
 TEST(TextFormat, CutsTheTextAtTheBufferItIsFor) {
     EXPECT_EQ(formatText(L"abc%s", {L"defgh"}, 6), L"abcde");
+    EXPECT_EQ(formatText(L"abc%s", {L"de"}, 6), L"abcde");
+    EXPECT_EQ(formatText(L"abcdef%s", {L"g"}, 6), L"abcde");
+    EXPECT_EQ(formatText(L"abc", {}, 2), L"a");
     EXPECT_EQ(formatText(L"abc", {}, 1), L"");
     EXPECT_EQ(formatText(L"abc", {}, 0), L"");
 }

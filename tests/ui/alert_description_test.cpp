@@ -1,0 +1,223 @@
+// What the factory writes into the description of an alert, in the numbers of the people who write
+// the texts and draw the pictures.
+#include "ui/alert_factory.h"
+
+#include "monitor/facts/media_types.h"
+#include "platform/simulated/world.h"
+#include "tests/ui/alert_test.h"
+
+#include <map>
+#include <string>
+
+using platform::simulated::world;
+
+namespace {
+
+using Ids = std::map<std::wstring, int>;
+
+// One number for printers of the K7400 family and one for the others.
+struct ByPrinter {
+    int other, family;
+};
+
+// 0: the key is not there.
+struct Row {
+    int type, icon, headline;
+    ByPrinter detail;
+    int message;
+    ByPrinter picture;
+    int returns, shop;
+    bool hasSupplies;
+    int condition;
+    unsigned suppliesDetail;
+};
+
+// clang-format off
+constexpr Row kRows[] = {
+    // type icon headline detail     message picture     returns shop supplies condition, detail
+    {-1, 149, 0,    {0, 0},     0,   {205, 206}, 0,   217, false, 0,   0},
+    { 0, 149, 149,  {351, 150}, 0,   {198, 199}, 0,   217, false, 0,   0},
+    { 1, 149, 160,  {154, 154}, 0,   {198, 199}, 0,   217, false, 0,   0},
+    { 2, 149, 0,    {154, 154}, 0,   {205, 206}, 0,   217, false, 0,   0},
+    { 4, 150, 284,  {0, 0},     0,   {205, 206}, 218, 217, true,  207, 281},
+    { 5, 149, 213,  {0, 0},     0,   {205, 206}, 0,   217, true,  0,   0},
+    { 6, 149, 212,  {0, 0},     0,   {205, 206}, 0,   217, true,  207, 0},
+    { 7, 148, 352,  {0, 0},     0,   {205, 206}, 218, 217, true,  208, 0},
+    { 8, 150, 363,  {0, 0},     0,   {205, 206}, 218, 217, true,  207, 210},
+    { 9, 149, 1009, {0, 0},     165, {205, 206}, 0,   217, false, 0,   0},
+    {10, 149, 1008, {125, 125}, 0,   {205, 206}, 0,   217, false, 0,   0},
+    {11, 149, 166,  {0, 0},     165, {205, 206}, 0,   217, false, 0,   0},
+    {12, 149, 175,  {0, 0},     165, {205, 206}, 0,   217, false, 0,   0},
+    {13, 149, 0,    {0, 0},     0,   {205, 206}, 0,   217, false, 0,   0},
+    {14, 149, 167,  {0, 0},     165, {205, 206}, 0,   217, false, 0,   0},
+    {15, 149, 168,  {0, 0},     165, {205, 206}, 0,   217, false, 0,   0},
+    {16, 149, 169,  {0, 0},     165, {205, 206}, 0,   217, false, 0,   0},
+    {17, 149, 170,  {0, 0},     165, {205, 206}, 0,   217, false, 0,   0},
+    {18, 149, 173,  {0, 0},     165, {205, 206}, 0,   217, false, 0,   0},
+    {19, 149, 231,  {0, 0},     0,   {200, 201}, 0,   217, false, 0,   0},
+    {20, 149, 220,  {0, 0},     0,   {200, 201}, 0,   217, false, 0,   0},
+    {21, 149, 232,  {0, 0},     0,   {196, 197}, 0,   217, false, 0,   0},
+    {22, 149, 234,  {0, 0},     0,   {182, 182}, 0,   217, false, 0,   0},
+    {23, 149, 233,  {0, 0},     0,   {205, 206}, 0,   217, false, 0,   0},
+    {24, 148, 353,  {0, 0},     0,   {205, 206}, 0,   217, true,  207, 0},
+    {28, 149, 0,    {0, 0},     172, {205, 206}, 0,   217, false, 0,   0},
+    {29, 150, 222,  {0, 0},     0,   {205, 206}, 218, 217, true,  207, 210},
+    {30, 150, 285,  {0, 0},     0,   {205, 206}, 218, 217, true,  207, 268},
+    {31, 150, 355,  {0, 0},     0,   {205, 206}, 218, 217, true,  207, 354},
+    {32, 149, 212,  {0, 0},     0,   {205, 206}, 0,   217, true,  207, 0},
+    {33, 149, 0,    {0, 0},     0,   {205, 206}, 0,   217, false, 0,   0},
+};
+// clang-format on
+
+constexpr int kNeedsAttention = 10500;  // the status of every description here
+
+class AlertDescriptionTest : public AlertTest {
+protected:
+    // Every number that the factory wrote for a type.
+    Ids written(int type) {
+        constexpr const wchar_t* kKeys[] = {L"dialogID",
+                                            L"idsTitle",
+                                            L"idsSubTitle",
+                                            L"idsSubTitle1",
+                                            L"idbPrinter",
+                                            L"idbIcon",
+                                            L"idsShop",
+                                            L"idsReturns",
+                                            L"ids1",
+                                            L"idsFaxReceived",
+                                            L"idsManualTitle",
+                                            L"idsManual1",
+                                            L"idsManual2",
+                                            L"idsManual3",
+                                            L"idbDuplex1",
+                                            L"idbDuplex2",
+                                            L"idbDuplex3",
+                                            L"idsDialogCaption",
+                                            L"genuine cartridge",
+                                            L"disalbeHelpBtn",
+                                            L"disalbeRecycleBtn",
+                                            L"showSupplies",
+                                            L"suppliesIconID",
+                                            L"suppliesIconConditionID",
+                                            L"buttonMessage",
+                                            L"idsFraud",
+                                            L"idsFaxReceivedTB",
+                                            L"ids2",
+                                            L"idsSnoozeSelect",
+                                            L"idsSnoozeRemindAfter"};
+        fresh = std::make_unique<arbor::PropertyHolder>();
+        fresh->setPointer(L"hSinstance", strings);
+        fresh->setWString(L"idsPrinter", kPrinter);
+        fresh->setInt(L"status", kNeedsAttention);
+        fresh->setInt(L"dialog type", type);
+        EXPECT_NE(createAlertDialog(*fresh), nullptr);
+        Ids ids;
+        for (const wchar_t* key : kKeys) {
+            if (fresh->hasProperty(key)) ids[key] = fresh->getInt(key, 0);
+        }
+        return ids;
+    }
+
+    static Ids expected(const Row& row, bool isFamilyPrinter) {
+        const auto forPrinter = [isFamilyPrinter](const ByPrinter& ids) {
+            return isFamilyPrinter ? ids.family : ids.other;
+        };
+        Ids ids = {{L"dialogID", row.hasSupplies ? 210 : 137},
+                   {L"idsTitle", 107},
+                   {L"idbIcon", row.icon},
+                   {L"idsSubTitle", row.headline},
+                   {L"idsSubTitle1", forPrinter(row.detail)},
+                   {L"ids1", row.message},
+                   {L"idbPrinter", forPrinter(row.picture)},
+                   {L"idsReturns", row.returns},
+                   {L"idsShop", row.shop},
+                   {L"showSupplies", row.hasSupplies ? 1 : 0},
+                   {L"suppliesIconID", row.hasSupplies ? 209 : 0},
+                   {L"suppliesIconConditionID", row.condition}};
+        std::erase_if(ids, [](const auto& id) { return id.second == 0; });
+        return ids;
+    }
+
+    std::unique_ptr<arbor::PropertyHolder> fresh;
+};
+
+TEST_F(AlertDescriptionTest, HasTheIdsOfItsTypeAndNoOthers) {
+    for (const Row& row : kRows) {
+        EXPECT_EQ(written(row.type), expected(row, false)) << "type " << row.type;
+    }
+}
+
+TEST_F(AlertDescriptionTest, HasTheIdsOfTheFamilyForItsPrinters) {
+    useFamilyPrinter();
+
+    for (const Row& row : kRows) {
+        EXPECT_EQ(written(row.type), expected(row, true)) << "type " << row.type;
+    }
+}
+
+TEST_F(AlertDescriptionTest, HasTheTextBesideTheSuppliesForTheTypesThatHaveOne) {
+    for (const Row& row : kRows) {
+        written(row.type);
+        EXPECT_EQ(fresh->hasProperty(L"alertDetail"), row.suppliesDetail != 0) << row.type;
+    }
+    for (const int type : {3, 25, 26, 27}) {
+        written(type);
+        EXPECT_FALSE(fresh->hasProperty(L"alertDetail")) << type;
+    }
+}
+
+TEST_F(AlertDescriptionTest, HasAFilledDetailForTheMediaAlertsOnly) {
+    for (const Row& row : kRows) {
+        written(row.type);
+        EXPECT_EQ(fresh->hasProperty(L"subtitle1"), row.type == 1 || row.type == 2) << row.type;
+    }
+}
+
+TEST_F(AlertDescriptionTest, HasTheStepsOfManualDuplex) {
+    const Ids steps = {{L"dialogID", 139},       {L"idsTitle", 107},   {L"idbIcon", 149},
+                       {L"idbPrinter", 205},     {L"idsShop", 217},    {L"idsDialogCaption", 181},
+                       {L"idsManualTitle", 176}, {L"idsManual1", 177}, {L"idsManual2", 178},
+                       {L"idsManual3", 180},     {L"idbDuplex1", 186}, {L"idbDuplex2", 187},
+                       {L"idbDuplex3", 188}};
+
+    EXPECT_EQ(written(3), steps);
+}
+
+TEST_F(AlertDescriptionTest, HasNoIconAndNoHelpForANewCartridge) {
+    const Ids greeting = {{L"dialogID", 137},    {L"idsTitle", 107},    {L"idbPrinter", 205},
+                          {L"idsShop", 217},     {L"idsSubTitle", 250}, {L"genuine cartridge", 1},
+                          {L"disalbeHelpBtn", 1}};
+
+    EXPECT_EQ(written(25), greeting);
+}
+
+TEST_F(AlertDescriptionTest, HasALinkToTheCheckOnChineseSystems) {
+    world().texts.setSystemLanguage(2052);
+    const Ids offer = {{L"dialogID", 137},        {L"idsTitle", 107},    {L"idbPrinter", 205},
+                       {L"idsShop", 217},         {L"idsSubTitle", 347}, {L"ids1", 360},
+                       {L"genuine cartridge", 1}, {L"disalbeHelpBtn", 1}};
+
+    EXPECT_EQ(written(25), offer);
+}
+
+TEST_F(AlertDescriptionTest, HasNeitherPictureNorShopForAFax) {
+    const auto fax = [](const wchar_t* marker, int detail) {
+        return Ids{{L"dialogID", 137},    {L"idsTitle", 107},        {L"idbIcon", 148},
+                   {L"idsSubTitle", 350}, {L"idsSubTitle1", detail}, {marker, detail},
+                   {L"disalbeHelpBtn", 1}};
+    };
+
+    EXPECT_EQ(written(26), fax(L"idsFaxReceived", 348));
+    EXPECT_EQ(written(27), fax(L"idsFaxReceivedTB", 349));
+}
+
+TEST_F(AlertDescriptionTest, IsThatOfTheFirstTypeWhereNoTypeIsNamed) {
+    arbor::PropertyHolder untyped;
+    untyped.setPointer(L"hSinstance", strings);
+
+    EXPECT_NE(createAlertDialog(untyped), nullptr);
+
+    EXPECT_EQ(untyped.getInt(L"idsSubTitle", 0), 149);
+}
+
+}  // namespace
