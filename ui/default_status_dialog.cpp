@@ -152,7 +152,7 @@ void DefaultStatusDialog::showSnoozeList(WindowHandle window) const {
 // and is no stop on their way.
 void DefaultStatusDialog::nameControls(WindowHandle window) const {
     for (const ButtonFace& face : buttonFaces()) {
-        setIfGiven(window, face.control, buttonCaption(face.control));
+        setIfGiven(window, face.control, buttonCaption(face));
     }
     const struct {
         int control;
@@ -169,10 +169,9 @@ void DefaultStatusDialog::nameControls(WindowHandle window) const {
     dialog_controls::setName(window, IDC_ALERT_BANNER, _printerName);
 }
 
-std::wstring DefaultStatusDialog::buttonCaption(int control) const {
-    if (control == IDC_ALERT_OK && !_okCaption.empty()) return _okCaption;
-    const ButtonFace* face = buttonFace(control);
-    return face != nullptr ? localizedText(_stringModule, face->caption) : std::wstring();
+std::wstring DefaultStatusDialog::buttonCaption(const ButtonFace& face) const {
+    if (face.control == IDC_ALERT_OK && !_okCaption.empty()) return _okCaption;
+    return localizedText(_stringModule, face.caption);
 }
 
 DialogResult DefaultStatusDialog::onCommand(WindowHandle window, MessageWord wParam,

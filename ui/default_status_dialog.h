@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <string>
 
+struct ButtonFace;
+
 // The alert as people meet it: the base's frame with manual duplex steps, the genuine-cartridge
 // link, the supplies block, the snooze list, Help and owner-drawn buttons.
 class DefaultStatusDialog final : public StatusDialog {
@@ -44,7 +46,7 @@ private:
     void acceptOk(WindowHandle window);
     void showHelp(WindowHandle window) const;
     // The caption that is drawn on a button.
-    [[nodiscard]] std::wstring buttonCaption(int control) const;
+    [[nodiscard]] std::wstring buttonCaption(const ButtonFace& face) const;
 
     int _dialogType;
     std::int32_t _status;

@@ -104,7 +104,7 @@ DialogResult DefaultStatusDialog::onDrawItem(WindowHandle window, MessageWord, M
     } else {
         paintBitmap(item.hDC, module, pressed ? face->pressed : face->normal);
     }
-    drawLabel(item.hDC, item.hwndItem, buttonCaption(face->control), colour,
+    drawLabel(item.hDC, item.hwndItem, buttonCaption(*face), colour,
               (item.itemState & ODS_NOACCEL) != 0);
     paintFocus(item);
     return TRUE;
