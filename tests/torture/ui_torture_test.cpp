@@ -1,4 +1,5 @@
 #include "platform/simulated/world.h"
+#include "strings/string_ids.h"
 #include "tern/event_broker.h"
 #include "tests/support/allocation_torture.h"
 #include "tests/support/clean_platform.h"
@@ -115,6 +116,25 @@ TEST_P(UiTortureTest, AnAlertThatCannotTellOfItsEndStaysOpen) {
 
     EXPECT_GE(outcome.points, 1);
     EXPECT_EQ(outcome.leakedAt, 0);
+}
+
+// The button is pressed for the user, so doubt must not press it.
+TEST_P(UiTortureTest, AnAlertThatCannotReadItsButtonDoesNotAskThePrinterToGoOn) {
+    cleanPlatform();
+    headless::reset();
+    arbor::PropertyHolder description;
+    describe(description, speakEnglish(), 10, 50012);
+    description.setInt(L"buttonMessage", IDS_CONTINUE);
+    const std::unique_ptr<DefaultStatusDialog> alert = createAlertDialog(description);
+    ASSERT_NE(alert, nullptr);
+    bool asksToGoOn = false;
+    const auto scene = [&] { return [&] { asksToGoOn = alert->canResume(); }; };
+    const auto check = [&](long failed) { EXPECT_EQ(asksToGoOn, failed == 0); };
+
+    const torture::Outcome outcome = torture::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GE(outcome.points, 1);
+    cleanPlatform();
 }
 
 // All that is asked on the way to an alert with a supplies block.

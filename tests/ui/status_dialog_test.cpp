@@ -248,12 +248,23 @@ TEST_F(StatusDialogTest, MakesLinksOfTheThreeLinkTextsWhereTheTemplateHasThem) {
 // The rules of the base alone.
 class PlainDialog final : public StatusDialog {
 public:
-    explicit PlainDialog(const arbor::IPropertyHolder& description)
-        : StatusDialog(description, false) {}
+    explicit PlainDialog(const arbor::IPropertyHolder& description, bool createNow = false)
+        : StatusDialog(description, createNow) {}
     ~PlainDialog() = default;
 
     [[nodiscard]] const auto& snoozeChoices() const { return _snoozeChoices; }
 };
+
+TEST_F(StatusDialogTest, OpensAPlainAlertAtOnceWhenAsked) {
+    describe(0, 41100);
+    description.setInt(L"dialogID", headless::kLinksTemplate);
+
+    const PlainDialog opened(description, true);
+    const PlainDialog waiting(description, false);
+
+    EXPECT_NE(opened.window(), nullptr);
+    EXPECT_EQ(waiting.window(), nullptr);
+}
 
 TEST_F(StatusDialogTest, TellsThePlainActionsOfAPlainAlert) {
     describe(0, 41100);
