@@ -207,14 +207,16 @@ class Workshop:
                 self._proven[judging, file] = lives(self, judging, file, lines, place)
             return self._proven[judging, file]
 
-    def took(self, judging, file, seconds):
-        self._longest[judging, file] = max(seconds, self._longest.get((judging, file), 0))
+    def took(self, judging, file, program, seconds):
+        key = judging, file, program
+        self._longest[key] = max(seconds, self._longest.get(key, 0))
 
-    def patience(self, judging, file):
-        """How long a mutant of a file may run; the file itself, which comes first, as long as it likes."""
-        if (judging, file) not in self._longest:
+    def patience(self, judging, file, program):
+        """How long a program may run with a mutant of a file; with the file itself, which comes first, as
+        long as it likes."""
+        if (judging, file, program) not in self._longest:
             return None
-        return max(LEAST_PATIENCE_SECONDS, PATIENCE * self._longest[judging, file])
+        return max(LEAST_PATIENCE_SECONDS, PATIENCE * self._longest[judging, file, program])
 
     def compile(self, judging, file, source, target):
         """Compiles what stands in source as file is compiled, but quickly and with checked containers."""
@@ -291,9 +293,9 @@ def lives(workshop, judging, file, lines, place):
         if not workshop.link(judging, name, file, changed, program):
             return None
         started = time.monotonic()
-        if not passes(judging, program, workshop.patience(judging, file)):
+        if not passes(judging, program, workshop.patience(judging, file, name)):
             return False
-        workshop.took(judging, file, time.monotonic() - started)
+        workshop.took(judging, file, name, time.monotonic() - started)
     return True
 
 

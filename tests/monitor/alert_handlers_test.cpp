@@ -215,6 +215,7 @@ TEST_P(EveryAlertTest, OpensItsTypeAndClosesWithTheDocumentOnlyWhereItBelongsToT
     job(tern::kDocumentEnd);
 
     EXPECT_EQ(openTypes().empty(), row.closesWithDocument);
+    EXPECT_EQ(headless::dismissedWindows(), row.closesWithDocument ? 1 : 0);
     EXPECT_EQ(channelIsStopped(), row.closesWithDocument);
 }
 
