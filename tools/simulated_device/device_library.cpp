@@ -9,8 +9,9 @@
 
 // What the C++ library keeps for exceptions without memory, 72 KiB; it says this for leak checkers.
 namespace __gnu_cxx {
+// NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the library's own name
 void __freeres() noexcept;
-}
+}  // namespace __gnu_cxx
 
 namespace {
 
