@@ -189,8 +189,12 @@ class Workshop:
 
     def __init__(self):
         commands = json.loads((BUILD / "compile_commands.json").read_text(encoding="utf-8"))
-        self._compile = {str(pathlib.Path(c["file"]).relative_to(ROOT)): shlex.split(c["command"])
-                         for c in commands if c["file"].startswith(str(ROOT))}
+        self._compile = {}
+        for entry in (c for c in commands if c["file"].startswith(str(ROOT))):
+            file, command = str(pathlib.Path(entry["file"]).relative_to(ROOT)), shlex.split(entry["command"])
+            # Programs may compile a source for themselves, with other flags: its own library's count.
+            if command[command.index("-o") + 1].startswith(f"{pathlib.Path(file).parent}/CMakeFiles/"):
+                self._compile[file] = command
         self._heads = {}
         self._proven = {}
         self._proving = threading.Lock()
