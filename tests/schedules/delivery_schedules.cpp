@@ -2,6 +2,9 @@
 #include "tests/schedules/scene_parts.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
 
 namespace scene {
 namespace {

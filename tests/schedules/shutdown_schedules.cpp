@@ -1,6 +1,8 @@
 // Ends of the framework while its generators are somewhere in their work, in every order.
 #include "tests/schedules/scene_parts.h"
 
+#include <memory>
+
 namespace scene {
 namespace {
 

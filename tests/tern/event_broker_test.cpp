@@ -5,6 +5,7 @@
 #include "arbor/simple_message.h"
 #include "tests/tern/event_broker_fixture.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>

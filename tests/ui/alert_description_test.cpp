@@ -2,11 +2,11 @@
 // the texts and draw the pictures.
 #include "ui/alert_factory.h"
 
-#include "monitor/facts/media_types.h"
 #include "platform/simulated/world.h"
 #include "tests/ui/alert_test.h"
 
 #include <map>
+#include <memory>
 #include <string>
 
 using platform::simulated::world;

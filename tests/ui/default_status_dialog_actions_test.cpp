@@ -5,6 +5,7 @@
 #include "tests/ui/default_status_dialog_test.h"
 #include "ui/alert_window.h"
 
+#include <cstdint>
 #include <functional>
 #include <iterator>
 

@@ -4,6 +4,9 @@
 #include "tests/support/trace_lines.h"
 #include "tests/ui/default_status_dialog_test.h"
 
+#include <cstddef>
+#include <string>
+
 namespace {
 
 TEST_F(DefaultStatusDialogTest, AnswersItsKeys) {

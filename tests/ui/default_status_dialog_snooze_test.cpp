@@ -6,8 +6,12 @@
 #include "tests/ui/default_status_dialog_test.h"
 #include "ui/snooze_choice.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <string>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 namespace {
 

@@ -3,6 +3,11 @@
 #include "tests/ui/alert_test.h"
 #include "ui/alert_window.h"
 
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
 // How the description of an alert becomes its texts, also by keys that no alert of today sets.
 
 namespace {

@@ -2,6 +2,8 @@
 #include "tests/ui/windows/alert_window_test.h"
 
 #include <algorithm>
+#include <string>
+#include <vector>
 
 namespace {
 

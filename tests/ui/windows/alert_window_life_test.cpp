@@ -4,6 +4,9 @@
 #include "ui/alert_factory.h"
 #include "ui/alert_keys.h"
 
+#include <functional>
+#include <string>
+
 namespace {
 
 TEST_F(AlertWindowTest, IsNotMadeFromATemplateThatIsMissing) {
