@@ -14,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
@@ -338,6 +339,15 @@ TEST_F(InstanceManagerTest, AddAndRemoveComponentAreTheBrokers) {
     EXPECT_TRUE(manager.removeComponent(listener, true));
 
     EXPECT_EQ(gone, 1);
+}
+
+TEST_F(InstanceManagerTest, TurnWithoutAMessageSleepsATenthOfASecond) {
+    constexpr std::chrono::milliseconds kAtLeast{90};  // clocks may differ by a tick
+    const auto before = std::chrono::steady_clock::now();
+
+    manager.pumpOnce();
+
+    EXPECT_GE(std::chrono::steady_clock::now() - before, kAtLeast);
 }
 
 TEST_F(InstanceManagerTest, QuitMessageDoesNotEndTheRun) {
