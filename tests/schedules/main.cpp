@@ -3,8 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+
 int main(int argumentCount, char** arguments) {
     exploring::readOptions(argumentCount, arguments);
     testing::InitGoogleTest(&argumentCount, arguments);
-    return RUN_ALL_TESTS();
+    const int result = RUN_ALL_TESTS();
+    std::printf("figure: orders of threads played: %ld\n", exploring::schedulesPlayed());
+    return result;
 }

@@ -9,6 +9,7 @@ from contextlib import redirect_stdout
 
 sys.path.insert(0, os.path.join(os.path.dirname(__file__), "..", "..", "tools", "test"))
 import count_tests  # noqa: E402
+from one_line_a_case import run  # noqa: E402
 
 
 def block(name, output, verdict):
@@ -72,14 +73,4 @@ class CountTests(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    # One line a case, as ./test counts them.
-    suite = unittest.defaultTestLoader.loadTestsFromModule(sys.modules[__name__])
-    success = True
-    for case in suite._tests[0]:
-        result = case.run()
-        good = result.wasSuccessful()
-        success = success and good
-        print(("ok " if good else "not ok ") + case.id())
-        for _, trace in result.failures + result.errors:
-            print(trace)
-    sys.exit(0 if success else 1)
+    sys.exit(run(sys.modules[__name__]))

@@ -9,6 +9,8 @@
 namespace exploring {
 namespace {
 
+long playedInAll = 0;
+
 void playOnce(const std::string& name, Schedule& schedule, const std::function<void()>& scene) {
     auto& world = platform::simulated::world();
     const int mutexes = world.openMutexes;
@@ -81,7 +83,12 @@ long everySchedule(const std::string& name, int forcedSwitches,
     }
     std::printf("%8ld schedules of %s\n", played, name.c_str());
     std::fflush(stdout);
+    playedInAll += played;
     return played;
+}
+
+long schedulesPlayed() {
+    return playedInAll;
 }
 
 void require(bool isKept, const std::string& promise) {

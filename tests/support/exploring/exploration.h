@@ -25,6 +25,9 @@ void readOptions(int& argumentCount, char** arguments);
 // end and a crash print the choices and end the process.
 long everySchedule(const std::string& name, int forcedSwitches, const std::function<void()>& scene);
 
+// How many schedules this process has played, all scenes together.
+[[nodiscard]] long schedulesPlayed();
+
 // For scenes: a promise. A broken one is a failure of the schedule.
 void require(bool isKept, const std::string& promise);
 // Locks that the calling thread holds.
