@@ -37,8 +37,12 @@ if(WIN32)
   if(WINELIB)
     include(${CMAKE_CURRENT_LIST_DIR}/winelib/settings.cmake)
   else()
+    add_link_options(-Wl,--no-insert-timestamp)
+  endif()
+  # A section for each of the many descriptions of places would keep the linker busy for a minute.
+  if(NOT WINELIB AND NOT BEAMLINE_WINDOWS_UBSAN)
     add_compile_options(-ffunction-sections -fdata-sections)
-    add_link_options(-Wl,--gc-sections -Wl,--no-insert-timestamp)
+    add_link_options(-Wl,--gc-sections)
   endif()
 endif()
 

@@ -1,12 +1,13 @@
 #!/bin/sh
-# install-packages.sh run|test|nightly: installs the packages of tools/packages.txt that are missing,
+# install-packages.sh run|test|ci|nightly: installs the packages of tools/packages.txt that are missing,
 # with sudo when it is not root. Each purpose needs what the ones before it need. Says nothing when
 # nothing is missing.
 set -eu
 case $1 in
 run) purposes=' run ' ;;
 test) purposes=' run test ' ;;
-*) purposes=' run test nightly ' ;;
+ci) purposes=' run test ci ' ;;
+*) purposes=' run test ci nightly ' ;;
 esac
 list=$(dirname "$0")/packages.txt
 

@@ -5,6 +5,7 @@
 set -u
 root=$(cd "$(dirname "$0")/../.." && pwd)
 cd "$root"
+sh tools/install-packages.sh ci || { echo "0 passed, 1 failed"; exit 1; }
 table() { python3 tools/test/coverage_table.py "$@"; }
 
 # measure SCOPE PRESET JOBS GCOV FILTER...

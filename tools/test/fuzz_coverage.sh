@@ -6,6 +6,6 @@
 set -u
 root=$(cd "$(dirname "$0")/../.." && pwd)
 cd "$root"
-cmake --preset host-coverage >/dev/null &&
+sh tools/install-packages.sh test &&
     sh tools/build-quietly.sh host-coverage replay_corpora || { echo "0 passed, 1 failed"; exit 1; }
 exec python3 tools/test/fuzz_coverage.py build/host-coverage "$@"

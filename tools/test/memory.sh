@@ -7,6 +7,7 @@
 set -u
 root=$(cd "$(dirname "$0")/../.." && pwd)
 cd "$root"
+sh tools/install-packages.sh ci || { echo "0 passed, 1 failed"; exit 1; }
 programs=$*
 if [ -z "$programs" ]; then
     sh tools/build-quietly.sh host || { echo "0 passed, 1 failed"; exit 1; }

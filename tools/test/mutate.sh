@@ -1,4 +1,6 @@
 #!/bin/sh
 # usage: mutate [--changed] [--survivors] [FILE|FOLDER...]   changes the logic token by token and demands that a test fails
 set -u
-exec "$(dirname "$0")/../mutate.py" --jobs "$(nproc)" "$@"
+tools=$(dirname "$0")/..
+sh "$tools/install-packages.sh" nightly || { echo "0 passed, 1 failed"; exit 1; }
+exec "$tools/mutate.py" --jobs "$(nproc)" "$@"

@@ -1,0 +1,45 @@
+#!/bin/sh
+# series.sh NAME: runs the commands of ./test that stand on its standard input, one a line, and ends with
+# a table of them and the sum of their "N passed, N failed". One that fails does not keep the others from
+# running. The logs stay in build/NAME.
+set -u
+name=$1
+root=$(cd "$(dirname "$0")/.." && pwd)
+cd "$root" || exit 1
+logs=$root/build/$name
+mkdir -p "$logs"
+rm -f "$logs"/*.log "$logs/table" build/figures.log
+passed=0 failed=0
+began=$(date +%s)
+since() { printf '%d:%02d:%02d' $((($2 - $1) / 3600)) $((($2 - $1) / 60 % 60)) $((($2 - $1) % 60)); }
+
+while read -r command arguments; do
+    [ -n "$command" ] || continue
+    printf '\n== ./test %s\n' "$command${arguments:+ $arguments}"
+    start=$(date +%s)
+    # A missing command is a failure too. Its arguments are words.
+    # shellcheck disable=SC2086
+    { sh "$root/test" "$command" $arguments </dev/null 2>&1; echo "$?" >"$logs/status"; } | tee "$logs/$command.log"
+    last=$(tail -n 1 "$logs/$command.log")
+    case $last in
+    *[0-9]' passed, '*[0-9]' failed')
+        good=${last%% passed*}
+        bad=${last##*, }
+        bad=${bad% failed} ;;
+    *) good=0 bad=1 last='ended without a count' ;;
+    esac
+    status=$(cat "$logs/status")
+    [ "$status" = 0 ] || [ "$bad" -gt 0 ] || { bad=1 last="$last, but exit code $status"; }
+    verdict=ok
+    [ "$bad" -eq 0 ] || verdict='NOT OK'
+    printf '%-14s %-7s %8s   %s\n' "$command" "$verdict" "$(since "$start" "$(date +%s)")" "$last" >>"$logs/table"
+    passed=$((passed + good)) failed=$((failed + bad))
+done
+
+printf '\n%-14s %-7s %8s\n' command verdict time
+cat "$logs/table"
+printf '%-14s %-7s %8s\n' all '' "$(since "$began" "$(date +%s)")"
+python3 tools/test/figures.py "$logs"/*.log build/figures.log
+echo "The logs are in build/$name."
+echo "$passed passed, $failed failed"
+[ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]

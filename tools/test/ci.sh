@@ -1,0 +1,12 @@
+#!/bin/sh
+# usage: ci   ./test, and what is checked besides before a change is taken: analysers, Valgrind, coverage
+set -u
+root=$(cd "$(dirname "$0")/../.." && pwd)
+sh "$root/tools/install-packages.sh" ci || { echo "0 passed, 1 failed"; exit 1; }
+sh "$root/tools/series.sh" ci <<'COMMANDS'
+all
+coverage
+fuzz_coverage
+memory
+static
+COMMANDS
