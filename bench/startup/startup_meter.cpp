@@ -230,6 +230,12 @@ int report(const Measured& all, double monitorKiB, double emptyKiB, bool check) 
         median.monitor, median.monitor / median.empty, awake.monitor / awake.empty, working.monitor,
         working.monitor / working.empty, committed.monitor, committed.monitor / committed.empty,
         monitorKiB);
+    std::printf(
+        "figure: start to visible alert: %.2f\nfigure: start without the loop's sleep: %.2f\n"
+        "figure: peak working set: %.2f\nfigure: peak committed memory: %.2f\n"
+        "figure: size of the program: %.0f KiB\n",
+        median.monitor / median.empty, awake.monitor / awake.empty, working.monitor / working.empty,
+        committed.monitor / committed.empty, monitorKiB);
     if (!check) return 0;
     const bool isSmall = holds("size of the program in KiB", monitorKiB, kSizeLimitKiB);
     const bool isLean = holds("peak working set beside an empty program's",
