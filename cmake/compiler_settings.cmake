@@ -39,8 +39,9 @@ if(WIN32)
   else()
     add_link_options(-Wl,--no-insert-timestamp)
   endif()
-  # A section for each of the many descriptions of places would keep the linker busy for a minute.
-  if(NOT WINELIB AND NOT BEAMLINE_WINDOWS_UBSAN)
+  # A section for each of the many descriptions of places, or counters, would keep the linker busy for
+  # a minute a program.
+  if(NOT WINELIB AND NOT BEAMLINE_WINDOWS_UBSAN AND NOT BEAMLINE_COVERAGE)
     add_compile_options(-ffunction-sections -fdata-sections)
     add_link_options(-Wl,--gc-sections)
   endif()
