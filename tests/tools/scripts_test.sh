@@ -60,6 +60,7 @@ check "./test refuses what it does not know" 2 'no sideways' ./test sideways
 for command in soak threads nightly; do
     check "./test $command refuses what it does not know" 2 'no --sideways' ./test "$command" --sideways
 done
+check "./test threads wants a number of rounds" 2 'rounds needs a number' ./test threads --rounds many
 check "./test soak wants a number of jobs" 2 'jobs needs a number' ./test soak --jobs many
 check "a night goes on after a failure" 1 '^portability  *ok ' nightly_of_stubs
 check "a night counts what failed" 1 '^51 passed, 3 failed$' nightly_of_stubs

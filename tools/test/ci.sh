@@ -8,5 +8,6 @@ all
 coverage
 fuzz_coverage
 memory
+threads --schedules 2000 --rounds 100
 static
 COMMANDS

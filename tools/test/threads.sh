@@ -1,5 +1,5 @@
 #!/bin/sh
-# usage: threads [--short]   random orders of the threads, and the stress tests a thousand times under two thread sanitizers
+# usage: threads [--short] [--schedules N] [--rounds N]   random orders of the threads, and the stress tests a thousand times under two thread sanitizers
 #
 # Random schedules reach what more than three forced switches are needed for; the sanitizers watch
 # threads that really run at once, which one compiler instruments in other places than the other.
@@ -7,11 +7,19 @@ set -u
 root=$(cd "$(dirname "$0")/../.." && pwd)
 cd "$root" || exit 1
 schedules=100000 rounds=1000
-case ${1:-} in
-'') ;;
---short) schedules=2000 rounds=20 ;;
-*) echo "threads.sh: there is no $1" >&2; exit 2 ;;
-esac
+while [ $# -gt 0 ]; do
+    case $1 in
+    --short) schedules=2000 rounds=20 ;;
+    --schedules | --rounds)
+        case ${2:-} in
+        '' | *[!0-9]*) echo "threads.sh: $1 needs a number" >&2; exit 2 ;;
+        esac
+        [ "$1" = --rounds ] && rounds=$2 || schedules=$2
+        shift ;;
+    *) echo "threads.sh: there is no $1" >&2; exit 2 ;;
+    esac
+    shift
+done
 sh tools/install-packages.sh test || { echo "0 passed, 1 failed"; exit 1; }
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
