@@ -13,7 +13,7 @@ struct HelpRow {
     std::int32_t mask = kAllBits;  // of the status, before it is compared
 };
 
-// What is not listed needs attention.
+// The first match wins; what is not listed needs attention, as two ranges say of themselves.
 // clang-format off
 constexpr HelpRow kHelpRows[] = {
     {41000, 41199, {IDS_HELP_LOAD_PAPER, 0}},
@@ -27,10 +27,12 @@ constexpr HelpRow kHelpRows[] = {
     {10300, 10300, {IDS_CARTRIDGE_EMPTY_DETAIL, IDS_CARTRIDGE_EMPTY_CAPTION}},
     {10403, 10403, {IDS_HELP_NOT_QV_CARTRIDGE, 0}, kLow16Bits},
     {10407, 10407, {IDS_HELP_NOT_QV_CARTRIDGE, 0}, kLow16Bits},
+    {10301, 10511, {IDS_HELP_NEEDS_ATTENTION, 0}},
     {10512, 10512, {IDS_HELP_CARTRIDGE_NOT_ACCEPTED, 0}},
     {30017, 30017, {IDS_HELP_CARTRIDGE_MEMORY, 0}},
     {40010, 40010, {IDS_HELP_CARTRIDGE_MEMORY, 0}},
     {40017, 40017, {IDS_HELP_CARTRIDGE_MEMORY, 0}},
+    {40018, 40019, {IDS_HELP_NEEDS_ATTENTION, 0}},
     {40020, 40021, {IDS_HELP_DOOR, 0}},
     {40120, 40120, {IDS_DUPLEX_TITLE, 0}},
     {40600, 40600, {IDS_HELP_NO_CARTRIDGE, 0}},
