@@ -272,10 +272,12 @@ void DefaultStatusDialog::showHelp(WindowHandle window) const {
     dialog_controls::showMessage(window, explanation, caption, isRightToLeftUI());
 }
 
-bool DefaultStatusDialog::canResume() const try {
+bool DefaultStatusDialog::canResume() const {
     if (_status == kManualDuplex || _status == kManualDuplexAgain) return true;
-    // Without a strings library both are empty, and equal.
-    return text(IDS_CONTINUE) == _okCaption;
-} catch (const std::bad_alloc&) {
-    return false;  // as for nearly every alert: whoever closes one must not be kept from it
+    try {
+        // Without a strings library both are empty, and equal.
+        return text(IDS_CONTINUE) == _okCaption;
+    } catch (const std::bad_alloc&) {
+        return false;  // as for nearly every alert: whoever closes one must not be kept from it
+    }
 }

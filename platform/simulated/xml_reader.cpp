@@ -34,12 +34,13 @@ constexpr unsigned classesOf(unsigned byte) {
 struct ClassTable {
     unsigned char of[256];
 };
-constexpr ClassTable kClasses = [] {
+constexpr ClassTable classTable() {
     ClassTable table{};
-    for (unsigned byte = 0; byte < sizeof table.of; ++byte)
+    for (unsigned byte = 0; byte < sizeof(table.of); ++byte)
         table.of[byte] = static_cast<unsigned char>(classesOf(byte));
     return table;
-}();
+}
+constexpr ClassTable kClasses = classTable();
 
 bool is(unsigned wanted, char character) {
     return (kClasses.of[static_cast<unsigned char>(character)] & wanted) != 0;

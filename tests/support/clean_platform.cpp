@@ -1,6 +1,6 @@
 #include "tests/support/clean_platform.h"
 
-#if defined(_WIN32)
+#if defined(_WIN32) && !defined(BEAMLINE_SIMULATED_PLATFORM)
 #include <windows.h>
 
 void cleanPlatform() {
