@@ -1,6 +1,8 @@
 #include "monitor/facts/media_types.h"
 #include "tests/monitor/alerts_fixture.h"
 
+#include <cstdint>
+#include <ostream>
 #include <tuple>
 
 namespace {
@@ -202,6 +204,11 @@ struct AlertRow {
     std::int32_t code;
     int dialogType;
     bool closesWithDocument;
+
+    // In place of its bytes, of which some are nobody's.
+    friend std::ostream& operator<<(std::ostream& out, const AlertRow& row) {
+        return out << "status " << row.code;
+    }
 };
 
 class EveryAlertTest : public AlertHandlersTest, public testing::WithParamInterface<AlertRow> {};

@@ -39,6 +39,10 @@ struct Effects {
 struct ActionRow {
     std::uint32_t action;
     Effects effects;
+
+    friend std::ostream& operator<<(std::ostream& out, const ActionRow& row) {
+        return out << "action " << row.action << ": " << row.effects;
+    }
 };
 
 class DialogActionTest : public AlertsFixture, public testing::WithParamInterface<ActionRow> {
