@@ -4,7 +4,6 @@
 
 #include <windows.h>
 
-#include <cstring>
 #include <string>
 
 // What the C++ library keeps for exceptions without memory, 72 KiB; it says this for leak checkers.
@@ -103,8 +102,7 @@ __declspec(dllexport) BOOL WINAPI
         folder.log("page-too-large " + name);
         return FALSE;
     }
-    std::memcpy(buffer, page.data(), page.size());
-    *received = static_cast<DWORD>(page.size());
+    *received = static_cast<DWORD>(page.copy(buffer, page.size()));
     folder.log("page " + name);
     return TRUE;
 }

@@ -14,7 +14,7 @@ int thePrinter;
 
 extern "C" {
 
-__declspec(dllexport) BOOL WINAPI OpenPrinterW(wchar_t* name, HANDLE* printer, void*) {
+__declspec(dllexport) BOOL WINAPI OpenPrinterW(const wchar_t* name, HANDLE* printer, void*) {
     if (name == nullptr || *name == L'\0') return FALSE;
     *printer = &thePrinter;
     return TRUE;

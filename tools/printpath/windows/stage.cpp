@@ -22,7 +22,7 @@ constexpr wchar_t kMachineKeys[] = L"SOFTWARE\\Corvane";
 std::filesystem::path newWorkFolder() {
     const std::wstring name = L"printpath-" + std::to_wstring(::GetCurrentProcessId()) + L"-" +
                               std::to_wstring(::GetTickCount64());
-    const std::filesystem::path folder = std::filesystem::temp_directory_path() / name;
+    std::filesystem::path folder = std::filesystem::temp_directory_path() / name;
     std::filesystem::create_directories(folder);
     return folder;
 }
@@ -162,7 +162,7 @@ void Stage::waitUntil(const Step& step, const std::string& what,
 
 void Stage::settle() {
     monitor();
-    const DWORD timeout = static_cast<DWORD>(_options.timeoutSeconds * kMsPerSecond);
+    const DWORD timeout = static_cast<DWORD>(_options.timeoutSeconds) * kMsPerSecond;
     if (pipe && pipe->connected() && !pipe->drain(timeout)) {
         monitor();
         throw Failure("the monitor does not read its pipe; " + describeOpenDialogs(),
