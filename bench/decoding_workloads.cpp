@@ -110,6 +110,8 @@ public:
                     tern::IInstanceManager* owner)
         : VeloEventGenerator(parameters, owner), _tape(times) {}
 
+    using AbstractThread::runOnThisThread;
+
     void* readInput(void* destination, std::uint32_t count) override {
         if (!_tape.read(destination, count)) throw std::domain_error("end of the tape");
         return destination;
@@ -145,8 +147,8 @@ std::uint64_t decodedBy(Run run, Arguments... arguments) {
     return broker.sink.sum();
 }
 
-void runHere(tern::VeloEventGenerator& generator) {
-    generator.run();
+void runHere(MemoryGenerator& generator) {
+    generator.runOnThisThread();
 }
 
 // A read of the pipe belongs on the generator's own thread.

@@ -34,11 +34,6 @@ std::string readFailure(platform::NativeHandle pipe, std::uint32_t error) {
     return text.data();
 }
 
-bool namesPrinter(const VeloHeader& header) {
-    return header.recordClass == static_cast<std::uint32_t>(RecordClass::Job) &&
-           (header.subcode == kPrinterNarrow || header.subcode == kPrinterWide);
-}
-
 std::int32_t asInt(std::uint32_t number) {
     return static_cast<std::int32_t>(number);
 }
@@ -116,9 +111,13 @@ std::uint32_t VeloEventGenerator::reserveBuffer(Buffer& buffer, std::uint32_t ca
 
 void* VeloEventGenerator::readInput(void* destination, std::uint32_t count) {
     const platform::NativeHandle pipe = _input->pipe;
+    // Who hears the printer's name asks the spooler about it. The main loop still sleeps, so the
+    // spooler's library is loaded here meanwhile: most of what a first alert would wait for.
+    const bool preparesSpooler = std::exchange(_printerNamed, false);
     auto* at = static_cast<unsigned char*>(destination);
     for (std::uint32_t missing = count; missing > 0;) {
         Outside outside(*this);
+        if (preparesSpooler) platform::prepareSpooler();
         const platform::PipeRead read = platform::readPipe(pipe, at, missing);
         outside.back();
         if (read.failed) throw std::domain_error(readFailure(pipe, read.error));
@@ -191,24 +190,17 @@ void VeloEventGenerator::buildMessage(const VeloHeader& header, EventBroker* bro
             break;
     }
     broker->enqueue(std::move(message));
-    if (namesPrinter(header)) prepareListeners();
-}
-
-// Who hears the printer's name asks the spooler about it. The main loop still sleeps, so the
-// spooler's library is loaded here meanwhile: most of what a first alert would wait for.
-void VeloEventGenerator::prepareListeners() {
-    Outside outside(*this);
-    platform::prepareSpooler();
-    outside.back();
 }
 
 void VeloEventGenerator::addJobFields(std::uint32_t subcode, arbor::IPropertyHolder& properties) {
     switch (subcode) {
         case kPrinterNarrow:
+            _printerNamed = true;
             properties.setString(L"portName", readText());
             properties.setString(L"printerName", readText());
             break;
         case kPrinterWide:
+            _printerNamed = true;
             properties.setWString(L"portName", readWText().c_str());
             properties.setWString(L"printerName", readWText().c_str());
             break;

@@ -69,9 +69,9 @@ private:
     void addJobFields(std::uint32_t subcode, arbor::IPropertyHolder& properties);
     void addOemBlock(arbor::IPropertyHolder& properties);
     void addStatusFields(std::uint32_t subcode, arbor::IPropertyHolder& properties);
-    void prepareListeners();
 
     std::shared_ptr<Input> _input;
+    bool _printerNamed = false;  // by the record that was read last
 };
 
 }  // namespace tern
