@@ -12,6 +12,8 @@ namespace {
 
 constexpr UINT kAnswerMs = 5000;
 constexpr DWORD kRaiseMs = 150;  // for the window to come to the front
+constexpr int kRaiseTries = 20;  // and as often again while a box of its own still keeps it busy
+constexpr LONG kScreenUnits = 65536;  // width and height of a screen for absolute mouse input
 constexpr int kClassUnits = 64;
 constexpr LPARAM kOnePress = 1;  // repeat count of a key message
 constexpr LPARAM kKeyReleased = 0xC0000001;
@@ -82,8 +84,23 @@ void send(std::vector<INPUT>& inputs) {
 }
 
 void raise(HWND dialog) {
-    ::SetForegroundWindow(dialog);
-    ::Sleep(kRaiseMs);
+    for (int tries = 0; tries < kRaiseTries; ++tries) {
+        ::SetForegroundWindow(dialog);
+        ::Sleep(kRaiseMs);
+        if (::IsWindowEnabled(dialog) && ::GetForegroundWindow() == dialog) return;
+    }
+}
+
+// The place is part of the input: a pointer that is moved first may have been moved back since.
+INPUT mouseInput(POINT place, DWORD button) {
+    const LONG width = ::GetSystemMetrics(SM_CXSCREEN);
+    const LONG height = ::GetSystemMetrics(SM_CYSCREEN);
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dx = (place.x * kScreenUnits + width / 2) / width;
+    input.mi.dy = (place.y * kScreenUnits + height / 2) / height;
+    input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE | button;
+    return input;
 }
 
 }  // namespace
@@ -116,13 +133,10 @@ void clickControl(HWND dialog, int id) {
     raise(dialog);
     RECT place{};
     ::GetWindowRect(control, &place);
-    ::SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-    INPUT down{};
-    down.type = INPUT_MOUSE;
-    down.mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
-    INPUT up = down;
-    up.mi.dwFlags = MOUSEEVENTF_LEFTUP;
-    std::vector<INPUT> inputs{down, up};
+    const POINT middle{(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+    ::SetCursorPos(middle.x, middle.y);
+    std::vector<INPUT> inputs{mouseInput(middle, MOUSEEVENTF_LEFTDOWN),
+                              mouseInput(middle, MOUSEEVENTF_LEFTUP)};
     send(inputs);
 }
 
