@@ -20,6 +20,7 @@
 namespace {
 
 constexpr int kFirstPosition = 100;               // pixels, until the owner sets another one
+constexpr std::int32_t kAbsent = -1;              // the text of no medium and of no tray
 constexpr wchar_t kNoMessageText[] = L"unknown";  // what a description without the text reads
 constexpr char kNoPartNumber[] = "unknown";
 constexpr MessageWord kLowWord = 0xFFFF;
@@ -94,10 +95,12 @@ std::wstring StatusDialog::messageText(const arbor::IPropertyHolder& description
         formatText(textOf(description, alert_key::kMessage), {_printerText}, kTextUnits);
     if (const std::wstring format = textOf(description, alert_key::kMediaMessage);
         !format.empty()) {
-        message = formatText(format,
-                             {message, textOf(description, alert_key::kMediaCode),
-                              textOf(description, alert_key::kTrayCode)},
-                             kTextUnits);
+        const auto textOfCode = [this, &description](const wchar_t* key) {
+            return text(asId(description.getInt(key, kAbsent)));
+        };
+        message = formatText(
+            format, {message, textOfCode(alert_key::kMediaCode), textOfCode(alert_key::kTrayCode)},
+            kTextUnits);
     }
     if (const std::wstring literal = bagText(description, alert_key::kMessageText, kNoMessageText);
         literal != kNoMessageText) {

@@ -106,6 +106,19 @@ TEST_F(StatusDialogTest, LeavesMediaAndTrayOutWhereTheirKeysAreAbsent) {
     EXPECT_EQ(control(132).text, L"[||]");
 }
 
+// A medium or tray that the listener does not know is written as -1, which numbers no text.
+TEST_F(StatusDialogTest, LeavesMediaAndTrayOutWhereTheyAreNotKnown) {
+    describe(13, 1);
+    description.setInt(L"ids2", newText(L"[%s|%s|%s]"));
+    replaceText(0xFFFFFFFF, L"of no medium");
+    description.setInt(L"mediaCode", -1);
+    description.setInt(L"trayCode", -1);
+
+    openDescribed();
+
+    EXPECT_EQ(control(132).text, L"[||]");
+}
+
 // Whatever the library has there: the number says that there is no text.
 TEST_F(StatusDialogTest, ShowsNothingForKeysThatAreAbsent) {
     for (const unsigned id : {0U, 1U})
