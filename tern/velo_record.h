@@ -15,7 +15,7 @@ inline constexpr std::uint32_t kVeloMagic = 0x4F4C4556;  // "VELO" read little-e
 // Bytes of a body that are kept; the rest is read and dropped. Fuzzers run with a limit that their
 // short inputs go over, since mapping big blocks would take all of their time.
 #if defined(BEAMLINE_FUZZING)
-inline constexpr std::uint32_t kVeloBodyLimit = 1024;
+inline constexpr std::uint32_t kVeloBodyLimit = 256;
 #else
 inline constexpr std::uint32_t kVeloBodyLimit = 1048576;
 #endif

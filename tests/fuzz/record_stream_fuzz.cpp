@@ -1,5 +1,6 @@
 // What a print path may send: any bytes, in any pieces. The first byte is the largest count that
 // one read returns, the second the size of a pipe message; 0 is no limit. The rest is the stream.
+// There are a few dozen pieces at most: hundreds of a size take time and show nothing new.
 #include "platform/simulated/world.h"
 #include "platform/text.h"
 #include "tern/abstract_instance_manager.h"
@@ -10,6 +11,7 @@
 #include "tests/fuzz/fuzz_input.h"
 #include "tests/fuzz/result_notes.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
@@ -17,6 +19,8 @@
 namespace {
 
 using platform::simulated::world;
+
+constexpr std::size_t kMostPieces = 32;
 
 // Reads all that a message carries, as a listener does, and drops it.
 class ReadingBroker : public tern::EventBroker {
@@ -68,14 +72,19 @@ public:
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FuzzInput input(data, size);
-    const unsigned readLimit = input.byte();
-    const std::size_t messageBytes = input.byte();
+    const std::size_t leastPiece = size / kMostPieces;
+    const auto pieceBytes = [&input, size, leastPiece]() -> std::size_t {
+        const std::size_t wanted = input.byte();
+        return wanted != 0 ? std::max(wanted, leastPiece) : size;
+    };
+    const std::size_t readLimit = pieceBytes();
+    const std::size_t messageBytes = pieceBytes();
 
     world().pipes.reset();
     world().pipes.create(L"f");
-    world().pipes.limitReads(L"f", readLimit);
+    world().pipes.limitReads(L"f", static_cast<std::uint32_t>(readLimit));
     while (!input.empty())
-        world().pipes.feed(L"f", input.text(messageBytes != 0 ? messageBytes : size));
+        world().pipes.feed(L"f", input.text(messageBytes));
     world().pipes.close(L"f");
 
     auto& settings = tern::channelSettings();
