@@ -1,9 +1,14 @@
-// Commits the fault that it is told to, on purpose. A sanitizer must stop it: otherwise a lost
-// compiler flag would pass for clean code.
+// Commits the fault that it is told to, on purpose. A sanitizer, or Valgrind, must stop it:
+// otherwise a lost compiler flag or a missing header would pass for clean code.
 #include "platform/lock.h"
+#include "platform/native_handle.h"
+#include "platform/pipe.h"
+#include "platform/registry.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <limits>
+#include <memory>
 #include <string_view>
 #include <thread>
 #include <vector>
@@ -47,6 +52,31 @@ void takeTwoLocksInBothOrders() {
     std::thread([&a, &b] { takeBoth(b, a); }).join();
 }
 
+// Blocks without a value, which the compiler must not see through.
+constexpr unsigned kBlockBytes = 16;
+struct Freed {
+    void operator()(void* block) const { std::free(block); }
+};
+std::unique_ptr<void, Freed> undefinedBlock() {
+    void* volatile block = std::malloc(kBlockBytes);
+    return std::unique_ptr<void, Freed>(block);
+}
+
+void writeUndefinedBytesToAPipe() {
+    platform::writePipe(platform::invalidHandle(), undefinedBlock().get(), kBlockBytes);
+}
+
+void writeUndefinedBytesToTheRegistry() {
+    platform::RegistryKey key;
+    if (key.createForWriting(platform::Hive::CurrentUser, L"Canary") != platform::kSuccess) return;
+    static_cast<void>(
+        key.write(L"Value", platform::ValueType::Binary, undefinedBlock().get(), kBlockBytes));
+}
+
+void loseABlock() {
+    static_cast<void>(undefinedBlock().release());
+}
+
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
@@ -55,6 +85,9 @@ int main(int argumentCount, char** arguments) {
     if (fault == "undefined") overflowANumber(argumentCount);
     if (fault == "thread") raceForAVariable();
     if (fault == "lock_order") takeTwoLocksInBothOrders();
+    if (fault == "undefined_to_pipe") writeUndefinedBytesToAPipe();
+    if (fault == "undefined_to_registry") writeUndefinedBytesToTheRegistry();
+    if (fault == "leak") loseABlock();
     std::puts("the canary survived");
     return 0;
 }

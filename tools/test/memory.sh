@@ -9,22 +9,46 @@ root=$(cd "$(dirname "$0")/../.." && pwd)
 cd "$root"
 sh tools/install-packages.sh ci || { echo "0 passed, 1 failed"; exit 1; }
 programs=$*
+sh tools/build-quietly.sh host ${programs:+sanitizer_canary} || { echo "0 passed, 1 failed"; exit 1; }
 if [ -z "$programs" ]; then
-    sh tools/build-quietly.sh host || { echo "0 passed, 1 failed"; exit 1; }
     programs=$(find build/host/tests -maxdepth 1 -name '*_tests' -type f ! -name 'schedule_tests' | sort)
 fi
 passed=0 failed=0
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
-for program in $programs; do
-    if valgrind -q --error-exitcode=99 --leak-check=full --errors-for-leak-kinds=definite,possible \
-        --track-origins=yes --fair-sched=yes --suppressions=tools/test/valgrind.supp \
-        "$program" --gtest_brief=1 --gtest_filter='-*DeathTest*:*Stress*' >"$log" 2>&1 </dev/null; then
+
+# under_valgrind PROGRAM ARGUMENTS...: its output stands in $log; 99 for a finding.
+under_valgrind() {
+    valgrind -q --error-exitcode=99 --leak-check=full --errors-for-leak-kinds=definite,possible \
+        --track-origins=yes --fair-sched=yes --suppressions=tools/test/valgrind.supp "$@" >"$log" 2>&1 </dev/null
+}
+
+# not_ok NAME: counts a failure and shows what it printed.
+not_ok() {
+    failed=$((failed + 1))
+    echo "== $1"
+    cat "$log"
+}
+
+# Each commits a fault that must be found: see tests/canary/canary.cpp.
+while read -r fault report; do
+    under_valgrind build/host/tests/sanitizer_canary "$fault"
+    if [ $? -eq 99 ] && grep -q "$report" "$log"; then
         passed=$((passed + 1))
     else
-        failed=$((failed + 1))
-        echo "== $program"
-        cat "$log"
+        not_ok "the fault $fault was not found"
+    fi
+done <<'CANARIES'
+undefined_to_pipe Uninitialised byte(s) found
+undefined_to_registry Uninitialised byte(s) found
+leak definitely lost
+CANARIES
+
+for program in $programs; do
+    if under_valgrind "$program" --gtest_brief=1 --gtest_filter='-*DeathTest*:*Stress*'; then
+        passed=$((passed + 1))
+    else
+        not_ok "$program"
     fi
 done
 echo "$passed passed, $failed failed"
