@@ -6,7 +6,7 @@
 # their own, where Valgrind would watch those instead.
 set -u
 root=$(cd "$(dirname "$0")/../.." && pwd)
-cd "$root"
+cd "$root" || exit 1
 sh tools/install-packages.sh ci || { echo "0 passed, 1 failed"; exit 1; }
 programs=$*
 sh tools/build-quietly.sh host ${programs:+sanitizer_canary} || { echo "0 passed, 1 failed"; exit 1; }
