@@ -32,7 +32,8 @@ echo "Installing:$missing"
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 export DEBIAN_FRONTEND=noninteractive
-{ $as_root apt-get -q update && # shellcheck disable=SC2086
+# shellcheck disable=SC2086
+{ $as_root apt-get -q update &&
     $as_root apt-get -q install -y --no-install-recommends $missing; } >"$log" 2>&1 </dev/null || {
     cat "$log" >&2
     exit 1

@@ -4,7 +4,7 @@
 # Counts of the last run are thrown away first, those of earlier tests of the same run add up.
 set -u
 root=$(cd "$(dirname "$0")/../.." && pwd)
-cd "$root"
+cd "$root" || exit 1
 sh tools/install-packages.sh ci || { echo "0 passed, 1 failed"; exit 1; }
 table() { python3 tools/test/coverage_table.py "$@"; }
 

@@ -89,7 +89,7 @@ for target in $targets; do
     folder=$work/$target
     mkdir -p "$folder/shared"
     touch "$work/began"
-    for turns in 1 2; do
+    for _ in 1 2; do
         take_turn_1 "$target" "$folder"
         take_turn_2 "$target" "$folder"
     done

@@ -5,7 +5,7 @@
 # input can reach, with the reason.
 set -u
 root=$(cd "$(dirname "$0")/../.." && pwd)
-cd "$root"
+cd "$root" || exit 1
 sh tools/install-packages.sh test &&
     sh tools/build-quietly.sh host-coverage replay_corpora || { echo "0 passed, 1 failed"; exit 1; }
 exec python3 tools/test/fuzz_coverage.py build/host-coverage "$@"

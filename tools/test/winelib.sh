@@ -4,7 +4,7 @@
 # REGEX: only tests of ctest whose names match. What does not run there stands, with the reason, in
 # tests/winelib/left_out.txt.
 set -u
-cd "$(dirname "$0")/../.."
+cd "$(dirname "$0")/../.." || exit 1
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 tests=build/winelib/Testing/Temporary/LastTest.log
