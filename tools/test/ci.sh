@@ -8,6 +8,6 @@ all
 coverage
 fuzz_coverage
 memory
-threads --schedules 2000 --rounds 100
+threads --schedules 2000 --rounds 30
 static
 COMMANDS
