@@ -150,6 +150,9 @@ bool XmlReader::readProlog() {
 
 bool XmlReader::readMarkup() {
     constexpr std::string_view kCData = "<![CDATA[";
+    // Tags first: nearly all markup is one.
+    if (_rest.size() > 1 && startsName(_rest[1])) return readStartTag();
+    if (at("</")) return readEndTag();
     if (at("<!--")) {
         _rest.remove_prefix(std::string_view("<!--").size());
         return readUntil("-->");
@@ -162,14 +165,13 @@ bool XmlReader::readMarkup() {
         return true;
     }
     if (at("<!DOCTYPE")) return !_hasRoot && skipDoctype();
-    if (at("<?")) return !at("<?xml ") && readUntil("?>");
-    return at("</") ? readEndTag() : readStartTag();
+    return at("<?") && !at("<?xml ") && readUntil("?>");
 }
 
 bool XmlReader::readStartTag() {
     _rest.remove_prefix(1);
     const std::string_view name = readName();
-    if (name.empty() || (_open.empty() && _hasRoot) || !readAttributes()) return false;
+    if ((_open.empty() && _hasRoot) || !readAttributes()) return false;
     enter(name);
     if (at("/>")) {
         leave();
