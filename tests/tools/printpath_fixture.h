@@ -34,9 +34,12 @@ inline std::string contents(const fs::path& file) {
 
 class PrintpathTest : public testing::Test {
 protected:
+    // A folder for each test: who reports a crash may write into the last test's for a while yet.
     PrintpathTest() {
+        static int tests = 0;
         _folder = fs::temp_directory_path() /
-                  ("printpath-test-" + std::to_string(::GetCurrentProcessId()));
+                  ("printpath-test-" + std::to_string(::GetCurrentProcessId()) + "-" +
+                   std::to_string(++tests));
         fs::create_directories(_folder);
     }
     ~PrintpathTest() override {
@@ -57,6 +60,7 @@ protected:
         SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
         const HANDLE out = ::CreateFileW(log.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit,
                                          CREATE_ALWAYS, 0, nullptr);
+        EXPECT_NE(out, INVALID_HANDLE_VALUE);
         STARTUPINFOW startup{};
         startup.cb = sizeof startup;
         startup.dwFlags = STARTF_USESTDHANDLES;
