@@ -2,9 +2,9 @@
 #include "arbor/i_property_holder.h"
 #include "arbor/property_holder.h"
 #include "monitor/default_lms_listener.h"
-#include "monitor/facts/cartridge_record.h"
-#include "monitor/facts/cartridge_store.h"
 #include "monitor/status_codes.h"
+#include "printer/cartridge_record.h"
+#include "printer/cartridge_store.h"
 
 #include <cstdint>
 

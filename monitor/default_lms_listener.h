@@ -3,9 +3,9 @@
 #include "arbor/guid.h"
 #include "arbor/i_listener.h"
 #include "arbor/i_property_holder.h"
-#include "monitor/facts/printer_identity.h"
 #include "monitor/open_alerts.h"
 #include "platform/native_handle.h"
+#include "printer/printer_identity.h"
 #include "tern/abstract_listener.h"
 
 #include <cstdint>

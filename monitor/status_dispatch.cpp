@@ -1,8 +1,8 @@
 #include "monitor/status_dispatch.h"
 
 #include "monitor/default_lms_listener.h"
-#include "monitor/facts/status_texts.h"
 #include "monitor/status_codes.h"
+#include "printer/status_texts.h"
 
 #include <limits>
 

@@ -1,10 +1,10 @@
 #include "ui/alert_factory.h"
 
 #include "arbor/i_property_holder.h"
-#include "monitor/facts/media_types.h"
-#include "monitor/facts/printer_identity.h"
-#include "monitor/facts/status_texts.h"
 #include "platform/resource_text.h"
+#include "printer/media_types.h"
+#include "printer/printer_identity.h"
+#include "printer/status_texts.h"
 #include "strings/string_ids.h"
 #include "ui/alert_keys.h"
 #include "ui/bag_text.h"

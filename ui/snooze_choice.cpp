@@ -1,6 +1,6 @@
 #include "ui/snooze_choice.h"
 
-#include "monitor/facts/cartridge_store.h"
+#include "printer/cartridge_store.h"
 #include "ui/default_status_dialog.h"
 #include "ui/dialog_controls.h"
 #include "ui/resource_ids.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "monitor/facts/cartridge_record.h"
+#include "printer/cartridge_record.h"
 #include "ui/window_types.h"
 
 class DefaultStatusDialog;

@@ -1,7 +1,7 @@
 #include "ui/supplies_info.h"
 
 #include "arbor/i_property_holder.h"
-#include "monitor/facts/consumables.h"
+#include "printer/consumables.h"
 #include "strings/string_ids.h"
 #include "ui/alert_keys.h"
 #include "ui/bag_text.h"

@@ -1,6 +1,6 @@
-#include "monitor/facts/cartridge_store.h"
 #include "platform/registry.h"
 #include "platform/simulated/world.h"
+#include "printer/cartridge_store.h"
 #include "tests/fuzz/fuzz_input.h"
 #include "tests/fuzz/result_notes.h"
 

@@ -1,10 +1,10 @@
 #include "device/cartridge_validation.h"
 #include "device/ews_intf.h"
-#include "monitor/facts/cartridge_store.h"
-#include "monitor/facts/consumables.h"
 #include "platform/simulated/world.h"
 #include "platform/text.h"
 #include "platform/xml_query.h"
+#include "printer/cartridge_store.h"
+#include "printer/consumables.h"
 #include "tests/fuzz/fuzz_input.h"
 #include "tests/fuzz/result_notes.h"
 

@@ -1,6 +1,6 @@
 #include "device/cartridge_validation.h"
-#include "monitor/facts/media_types.h"
 #include "platform/simulated/world.h"
+#include "printer/media_types.h"
 #include "tests/fuzz/fuzz_input.h"
 #include "tests/fuzz/result_notes.h"
 

@@ -1,5 +1,5 @@
 #include "monitor/default_lms_listener.h"
-#include "monitor/facts/media_types.h"
+#include "printer/media_types.h"
 #include "tests/monitor/listener_fixture.h"
 
 #include <tuple>

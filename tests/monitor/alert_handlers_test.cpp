@@ -1,4 +1,4 @@
-#include "monitor/facts/media_types.h"
+#include "printer/media_types.h"
 #include "tests/monitor/alerts_fixture.h"
 
 #include <cstdint>

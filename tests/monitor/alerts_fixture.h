@@ -1,6 +1,6 @@
 #pragma once
 
-#include "monitor/facts/cartridge_store.h"
+#include "printer/cartridge_store.h"
 #include "tests/monitor/listener_fixture.h"
 #include "tests/support/headless_dialogs/headless_dialogs.h"
 #include "ui/default_status_dialog.h"

@@ -58,7 +58,7 @@ class CountTests(unittest.TestCase):
 
     def test_a_program_that_had_to_be_stopped_and_was_has_passed(self):
         verdict = "Test Pass Reason:\nRequired regular expression found. Regex=[data race]"
-        printed, code = self.counted(block("canary", "a data race\n", verdict))
+        printed, code = self.counted(block("planted fault", "a data race\n", verdict))
         self.assertEqual((printed, code), ("1 passed, 0 failed\n", 0))
 
     def test_no_test_at_all_is_a_failure(self):

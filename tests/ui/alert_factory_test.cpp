@@ -1,7 +1,7 @@
 #include "ui/alert_factory.h"
 
-#include "monitor/facts/media_types.h"
 #include "platform/simulated/world.h"
+#include "printer/media_types.h"
 #include "tests/ui/alert_test.h"
 #include "ui/supplies_info.h"
 

@@ -1,8 +1,8 @@
 #include "tests/ui/alert_test.h"
 
-#include "monitor/facts/cartridge_store.h"
-#include "monitor/facts/media_types.h"
 #include "platform/simulated/world.h"
+#include "printer/cartridge_store.h"
+#include "printer/media_types.h"
 #include "tests/support/clean_platform.h"
 #include "tests/support/strings_table.h"
 #include "tests/support/test_components.h"

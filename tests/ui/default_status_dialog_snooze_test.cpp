@@ -1,8 +1,8 @@
 // The reminder times of the toner alerts.
 #include "ui/default_status_dialog.h"
 
-#include "monitor/facts/cartridge_store.h"
 #include "platform/simulated/world.h"
+#include "printer/cartridge_store.h"
 #include "tests/ui/default_status_dialog_test.h"
 #include "ui/snooze_choice.h"
 

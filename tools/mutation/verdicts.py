@@ -22,7 +22,7 @@ class Verdicts:
         self._path = STATE / (file.replace("/", "@") + ".json")
         folder = folder_of(file)
         self._code = digest([ROOT / file, *(ROOT / folder).glob("*.h")])
-        torture = (f"tests/torture/{name}_test.cpp" for name in LATE_PROGRAMS[folder])
+        torture = (f"tests/fault_injection/{name}_test.cpp" for name in LATE_PROGRAMS[folder])
         self._tests = digest([*(ROOT / "tests" / folder).glob("*"), *(ROOT / name for name in torture)])
         kept = json.loads(self._path.read_text()) if self._path.exists() else {}
         self._verdicts = kept.get("verdicts", {}) if kept.get("code") == self._code else {}

@@ -23,18 +23,18 @@ PROGRAMS = {
     "arbor": ["arbor_tests"],
     "tern": ["tern_tests"],
     "device": ["device_tests"],
-    "monitor/facts": ["facts_tests"],
+    "printer": ["printer_tests"],
     "monitor": ["monitor_tests"],
     "ui": ["ui_tests"],
 }
 # Those that have a last look, quickest first.
 LATE_PROGRAMS = {
-    "arbor": ["arbor_torture"],
-    "tern": ["tern_torture"],
-    "device": ["device_torture"],
-    "monitor/facts": ["facts_torture"],
-    "monitor": ["monitor_torture"],
-    "ui": ["ui_torture"],
+    "arbor": ["arbor_faults"],
+    "tern": ["tern_faults"],
+    "device": ["device_faults"],
+    "printer": ["printer_faults"],
+    "monitor": ["monitor_faults"],
+    "ui": ["ui_faults"],
 }
 
 
@@ -60,7 +60,7 @@ CHECKED = Round("checked",
 
 
 def folder_of(file):
-    return next(folder for folder in ("monitor/facts", *PROGRAMS) if file.startswith(folder + "/"))
+    return next(folder for folder in ("printer", *PROGRAMS) if file.startswith(folder + "/"))
 
 
 class Workshop:

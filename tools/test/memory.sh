@@ -9,7 +9,7 @@ root=$(cd "$(dirname "$0")/../.." && pwd)
 cd "$root" || exit 1
 sh tools/install-packages.sh ci || { echo "0 passed, 1 failed"; exit 1; }
 programs=$*
-sh tools/build-quietly.sh host ${programs:+sanitizer_canary} || { echo "0 passed, 1 failed"; exit 1; }
+sh tools/build-quietly.sh host ${programs:+sanitizer_faults} || { echo "0 passed, 1 failed"; exit 1; }
 if [ -z "$programs" ]; then
     programs=$(find build/host/tests -maxdepth 1 -name '*_tests' -type f ! -name 'schedule_tests' | sort)
 fi
@@ -30,9 +30,9 @@ not_ok() {
     cat "$log"
 }
 
-# Each commits a fault that must be found: see tests/canary/canary.cpp.
+# Each commits a fault that must be found: see tests/planted_faults/planted_fault.cpp.
 while read -r fault report; do
-    under_valgrind build/host/tests/sanitizer_canary "$fault"
+    under_valgrind build/host/tests/sanitizer_faults "$fault"
     if [ $? -eq 99 ] && grep -q "$report" "$log"; then
         passed=$((passed + 1))
     else

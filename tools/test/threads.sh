@@ -47,15 +47,15 @@ stress() {
 }
 # A sanitizer that lost its flag would find nothing.
 canary() {
-    ! build/"$1"/tests/sanitizer_canary thread && grep -q 'ThreadSanitizer: data race' "$log"
+    ! build/"$1"/tests/sanitizer_faults thread && grep -q 'ThreadSanitizer: data race' "$log"
 }
 
 check "the schedules are built" sh tools/build-quietly.sh host schedule_tests
 check "$schedules random schedules of each scene" \
     build/host/tests/schedule_tests --random="$schedules" --seed=1 --gtest_brief=1 \
-    --gtest_filter=-ScheduleCanary*  # which are to fail
+    --gtest_filter=-SchedulePlantedFault*  # which are to fail
 for preset in host-tsan host-tsan-clang; do
-    check "$preset is built" sh tools/build-quietly.sh "$preset" tern_thread_tests sanitizer_canary
+    check "$preset is built" sh tools/build-quietly.sh "$preset" tern_thread_tests sanitizer_faults
     check "$preset stops its canary" canary "$preset"
     check "$rounds shuffled rounds of the stress tests, $preset" stress "$preset"
 done

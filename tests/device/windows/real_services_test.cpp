@@ -1,9 +1,9 @@
 #include "device/cartridge_validation.h"
 #include "device/ews_intf.h"
 #include "device/web_links.h"
-#include "monitor/facts/consumables.h"
 #include "platform/registry.h"
-#include "tests/monitor/facts/stored_values.h"
+#include "printer/consumables.h"
+#include "tests/printer/stored_values.h"
 #include "tests/support/trace_lines.h"
 
 #include <gtest/gtest.h>

@@ -1,0 +1,233 @@
+#include "printer/cartridge_store.h"
+
+#include "platform/clock.h"
+#include "platform/native_handle.h"
+#include "platform/registry.h"
+#include "platform/trace.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <limits>
+
+using platform::Hive;
+using platform::RegistryKey;
+using platform::UnixSeconds;
+using platform::ValueType;
+
+namespace {
+
+constexpr wchar_t kKey[] = L"Software\\Corvane\\QVBL7400 SM";
+constexpr wchar_t kCurrentValue[] = L"CurrCart";
+constexpr wchar_t kVersionValue[] = L"CartDataVer";
+constexpr wchar_t kRecordValue[] = L"CartData";
+constexpr std::uint32_t kNoVersion = 0;  // as good as a missing one: no program ever wrote it
+
+// A cartridge without an entry is added in the first round and found in the second.
+constexpr int kRounds = 2;
+
+constexpr std::int64_t kSecondsPerHour = 3600;
+constexpr std::int64_t kNever = 175200;  // hours: twenty years
+
+// By the index in the snooze list; its line 0 is the prompt.
+struct SnoozeChoice {
+    int index;
+    std::int64_t hours;
+};
+constexpr SnoozeChoice kSnoozeChoices[] = {{1, 1},  {2, 4},   {3, 24},  {4, 48},
+                                           {5, 72}, {6, 168}, {7, 336}, {8, kNever}};
+
+struct TypeSlot {
+    int dialogType;
+    SnoozeSlot slot;
+};
+constexpr TypeSlot kTypeSlots[] = {{30, SnoozeSlot::VeryLow}, {31, SnoozeSlot::Out}};
+
+// The serial numbers are unsigned, the trace has always shown them signed.
+int shown(std::uint32_t number) {
+    return static_cast<int>(number);
+}
+
+bool readDword(const RegistryKey& key, const wchar_t* name, std::uint32_t& value) {
+    std::uint32_t read = 0;
+    std::uint32_t bytes = sizeof read;
+    ValueType type = ValueType::None;
+    if (key.read(name, type, &read, bytes) != platform::kSuccess) return false;
+    if (type != ValueType::Dword || bytes != sizeof read) return false;
+    value = read;
+    return true;
+}
+
+bool writeDword(RegistryKey& key, const wchar_t* name, std::uint32_t value) {
+    return key.write(name, ValueType::Dword, &value, sizeof value) == platform::kSuccess;
+}
+
+// True when a record of our version was read: all of it, or as much as there is. `version` tells
+// what stands in the registry, also after a failure.
+bool readRecord(CartridgeRecord& record, std::uint32_t& version) {
+    RegistryKey key;
+    if (key.openForReading(Hive::CurrentUser, kKey) != platform::kSuccess) return false;
+    if (!readDword(key, kVersionValue, version)) return false;
+    if (version != kCartridgeRecordVersion) {
+        platform::trace("TERNA GetCartData -- Version missmatch saved=%d, current=%d",
+                        shown(version), shown(kCartridgeRecordVersion));
+        return false;
+    }
+    ValueType type = ValueType::None;
+    auto bytes = static_cast<std::uint32_t>(kCartridgeRecordBytes);
+    return key.read(kRecordValue, type, record.bytes(), bytes) == platform::kSuccess &&
+           type == ValueType::Binary;
+}
+
+// The version goes first. When the record cannot follow it, the version that stood there comes
+// back: a record of another version must not pass for one of ours at the next start.
+bool saveRecord(const CartridgeRecord& record,
+                std::uint32_t versionBefore = kCartridgeRecordVersion) {
+    RegistryKey key;
+    if (key.createForWriting(Hive::CurrentUser, kKey) != platform::kSuccess) return false;
+    if (!writeDword(key, kVersionValue, kCartridgeRecordVersion)) return false;
+    if (key.write(kRecordValue, ValueType::Binary, record.bytes(),
+                  static_cast<std::uint32_t>(kCartridgeRecordBytes)) == platform::kSuccess) {
+        return true;
+    }
+    if (versionBefore != kCartridgeRecordVersion) writeDword(key, kVersionValue, versionBefore);
+    return false;
+}
+
+void makeCurrent(std::uint32_t serial) {
+    RegistryKey key;
+    if (key.createForWriting(Hive::CurrentUser, kKey) != platform::kSuccess) return;
+    writeDword(key, kCurrentValue, serial);
+}
+
+// Ends at the first and the last second that can be told instead of beginning anew at the other.
+UnixSeconds after(UnixSeconds now, std::int64_t hours) {
+    constexpr UnixSeconds kEpoch = 0;
+    constexpr UnixSeconds kFirst = std::numeric_limits<UnixSeconds>::min();
+    constexpr UnixSeconds kLast = std::numeric_limits<UnixSeconds>::max();
+    const std::int64_t seconds =
+        std::clamp(hours, kFirst / kSecondsPerHour, kLast / kSecondsPerHour) * kSecondsPerHour;
+    return now + std::clamp(seconds, kFirst - std::min(now, kEpoch), kLast - std::max(now, kEpoch));
+}
+
+// Loads the record and finds the cartridge's entry, which it makes when there is none. npos when
+// the registry does not keep it.
+std::size_t entryOf(CartridgeRecord& record, std::uint32_t serial) {
+    for (int round = 0; round < kRounds; ++round) {
+        GetCartData(record);
+        const std::size_t entry = record.find(serial);
+        if (entry != CartridgeRecord::npos) return entry;
+        AddCartIfNew(record, serial);
+    }
+    return CartridgeRecord::npos;
+}
+
+bool testAndSet(CartridgeRecord& record, std::uint32_t serial, CartridgeFlag flag) {
+    if (serial == kNoCartridge) return true;
+    const std::size_t entry = entryOf(record, serial);
+    if (entry == CartridgeRecord::npos) return false;
+    if (record.flag(entry, flag)) return true;
+    record.setFlag(entry, flag);
+    saveRecord(record);  // unsaved, the alert comes once more than it should: better than never
+    return false;
+}
+
+}  // namespace
+
+bool GetCartData(CartridgeRecord& record) {
+    platform::trace("TERNA GetCartData");
+    record.clear();
+    std::uint32_t version = kNoVersion;
+    if (readRecord(record, version)) return true;
+
+    platform::trace("TERNA GetCartData -- No reg key found or bad version, Initializing Cart Data");
+    record.clear();
+    saveRecord(record, version);
+    return false;
+}
+
+std::uint32_t GetCurrCart() {
+    platform::trace("TERNA GetCurrCart");
+    RegistryKey key;
+    if (key.openForReading(Hive::CurrentUser, kKey) != platform::kSuccess) return kNoCartridge;
+    std::uint32_t serial = kNoCartridge;
+    readDword(key, kCurrentValue, serial);
+    return serial;
+}
+
+void AddCartIfNew(CartridgeRecord& record, std::uint32_t serial) {
+    GetCurrCart();  // for its trace: what it held does not matter
+    makeCurrent(serial);
+    GetCartData(record);
+    if (record.find(serial) != CartridgeRecord::npos) return;
+    record.assign(record.entryToReplace(), serial, platform::now());
+    saveRecord(record);
+}
+
+bool SetSnooze(CartridgeRecord& record, std::uint32_t serial, std::int64_t hours, SnoozeSlot slot) {
+    platform::trace("TERNA SetSnooze SN=%d, hours=%d, veryLow=%d", shown(serial),
+                    static_cast<int>(hours), static_cast<int>(slot));
+    const UnixSeconds until = after(platform::now(), hours);
+    GetCartData(record);
+    const std::size_t entry = record.find(serial);
+    if (entry == CartridgeRecord::npos) return false;
+    record.setSnooze(entry, slot, until);
+    return saveRecord(record);
+}
+
+bool IsSnoozing(std::uint32_t serial, SnoozeSlot slot) {
+    platform::trace("TERNA IsSnoozing SN=%d", shown(serial));
+    CartridgeRecord record;
+    GetCartData(record);
+    const std::size_t entry = record.find(serial);
+    if (entry == CartridgeRecord::npos) {
+        platform::trace("TERNA IsSnoozing?  NO (snoozeIdx == -1)");
+        return false;
+    }
+    if (record.snooze(entry, slot) < platform::now()) {
+        platform::trace("TERNA IsSnoozing?  NO (difftime < 0)");
+        return false;
+    }
+    platform::trace("TERNA IsSnoozing?  YES");
+    return true;
+}
+
+bool IllegalCartOccured(CartridgeRecord& record, std::uint32_t serial) {
+    platform::trace("TERNA IllegalCartOccured SN=%d", shown(serial));
+    return testAndSet(record, serial, CartridgeFlag::IllegalCartOccured);
+}
+
+bool NonQvCartOccuredBefore(CartridgeRecord& record, std::uint32_t serial) {
+    platform::trace("TERNA NonQvCartOccuredBefore SN=%d", shown(serial));
+    return testAndSet(record, serial, CartridgeFlag::NonQvCartOccured);
+}
+
+bool ElableMemErrOccuredBefore(CartridgeRecord& record, std::uint32_t serial) {
+    platform::trace("TERNA ElableMemErrOccuredBefore SN=%d", shown(serial));
+    return testAndSet(record, serial, CartridgeFlag::ElableMemErrOccured);
+}
+
+bool takeWelcome() {
+    platform::trace("TERNA SetCartData");
+    const std::uint32_t serial = GetCurrCart();
+    if (serial == kNoCartridge) return false;
+    CartridgeRecord record;
+    const std::size_t entry = entryOf(record, serial);
+    if (entry == CartridgeRecord::npos || record.anyFlag(entry)) return false;
+    record.setFlag(entry, CartridgeFlag::WelcomeShown);
+    saveRecord(record);
+    return true;
+}
+
+std::int64_t snoozeHours(int index) {
+    for (const SnoozeChoice& row : kSnoozeChoices) {
+        if (row.index == index) return row.hours;
+    }
+    return 0;
+}
+
+SnoozeSlot snoozeSlotOfDialogType(int dialogType) {
+    for (const TypeSlot& row : kTypeSlots) {
+        if (row.dialogType == dialogType) return row.slot;
+    }
+    return SnoozeSlot::Low;
+}

@@ -1,0 +1,97 @@
+#include "printer/consumables.h"
+
+#include "device/ews_intf.h"
+#include "platform/text.h"
+#include "platform/xml_query.h"
+#include "printer/cartridge_record.h"
+#include "printer/cartridge_store.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <new>
+#include <string_view>
+
+namespace {
+
+constexpr char kConfigurationPage[] = "/DevMgmt/ConsumableConfigDyn.xml";
+constexpr char kUsagePage[] = "/DevMgmt/ProductUsageDyn.xml";
+constexpr char kSerialNumber[] = "//ccdyn:ConsumableInfo/dd:SerialNumber";
+constexpr char kProductNumber[] = "//ccdyn:ConsumableInfo/dd:ProductNumber";
+constexpr char kPagesRemaining[] =
+    "//pudyn:ConsumableSubunit/pudyn:Consumable/dd:EstimatedPagesRemaining";
+
+constexpr int kDecimal = 10;
+
+bool isSpace(char letter) {
+    return letter == ' ' || (letter >= '\t' && letter <= '\r');
+}
+
+bool isDigit(char letter) {
+    return letter >= '0' && letter <= '9';
+}
+
+// The number at the start of the text: white space, sign, digits; what follows is ignored and too
+// much ends at the nearest number of 32 bits. The run-time library's own function would count in 64
+// bits on other systems.
+std::int32_t leadingNumber(std::string_view text) {
+    constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
+    constexpr std::int64_t kLeast = std::numeric_limits<std::int32_t>::min();
+    auto at = std::find_if_not(text.begin(), text.end(), isSpace);
+    const bool negative = at != text.end() && *at == '-';
+    if (at != text.end() && (*at == '-' || *at == '+')) ++at;
+
+    std::int64_t magnitude = 0;
+    for (; at != text.end() && isDigit(*at); ++at) {
+        magnitude = std::min(magnitude * kDecimal + (*at - '0'), -kLeast);
+    }
+    return static_cast<std::int32_t>(negative ? -magnitude : std::min(magnitude, kMost));
+}
+
+// `text` into a buffer of kConsumableTextUnits, cut where it is too long.
+void copyText(std::wstring_view text, wchar_t* buffer) {
+    const std::size_t units = std::min(text.size(), kConsumableTextUnits - 1);
+    std::copy_n(text.begin(), units, buffer);
+    buffer[units] = L'\0';
+}
+
+void queryText(const std::string& page, const char* path, wchar_t* buffer) {
+    std::string text;
+    if (buffer == nullptr || !platform::queryXml(page, path, text) || text.empty()) return;
+    copyText(platform::widened(text), buffer);
+}
+
+}  // namespace
+
+void queryCartridgeSerial(const std::wstring& printerName) try {
+    EWSIntf device;
+    std::string page;
+    if (!device.get_page(printerName.c_str(), kConfigurationPage, page)) return;
+    std::string text;
+    if (!platform::queryXml(page, kSerialNumber, text)) return;
+    const std::int32_t serial = leadingNumber(text);
+    if (serial == 0) return;
+    CartridgeRecord record;
+    AddCartIfNew(record, static_cast<std::uint32_t>(serial));
+} catch (const std::bad_alloc&) {
+    // The cartridge stays the one that it was; the next document asks again.
+}
+
+void getConsumableInfo(const std::wstring& printerName, wchar_t* productNumber,
+                       wchar_t* pagesRemaining) try {
+    if (productNumber != nullptr) copyText(kNotKnown, productNumber);
+    if (pagesRemaining != nullptr) copyText(kNotKnown, pagesRemaining);
+    if (productNumber == nullptr && pagesRemaining == nullptr) return;
+
+    EWSIntf device;
+    std::string configuration;
+    std::string usage;
+    const bool configured = device.get_page(printerName.c_str(), kConfigurationPage, configuration);
+    const bool used = device.get_page(printerName.c_str(), kUsagePage, usage);
+    if (!configured || !used) return;
+
+    queryText(configuration, kProductNumber, productNumber);
+    queryText(usage, kPagesRemaining, pagesRemaining);
+} catch (const std::bad_alloc&) {
+    // Not known then.
+}

@@ -1,0 +1,286 @@
+#include "device/cartridge_validation.h"
+#include "device/ews_intf.h"
+#include "device/shop_page.h"
+#include "device/web_links.h"
+#include "platform/simulated/process_ended.h"
+#include "platform/simulated/world.h"
+#include "platform/trace.h"
+#include "tests/support/allocation_faults.h"
+#include "tests/support/clean_platform.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstring>
+#include <string>
+
+// Every allocation of the device's services fails in turn, alone and on top of platform faults.
+namespace {
+
+using fault_injection::Mode;
+using platform::simulated::Call;
+using platform::simulated::world;
+
+constexpr char kTemplate[] = "<html>\nform = document.stockline.XML_string.value;\n</html>\n";
+constexpr char kFilled[] = "<html>form = '<supplies>black</supplies>';</html>";
+constexpr char kInstalled[] = "C:\\Program Files\\QV\\QV Beamline K7400 MFP Series\\";
+constexpr char kCopied[] = "C:\\ProgramData\\QV\\QV Beamline K7400 MFP Series\\P7400OS.HTM";
+
+class DeviceFaultsTest : public testing::TestWithParam<Mode> {};
+
+// Hears whether the program traces a line, without any memory of its own. One at a time.
+class Ear {
+public:
+    explicit Ear(const char* line) {
+        awaited = line;
+        forget();
+        platform::setTraceSink(&listen);
+    }
+    ~Ear() { platform::setTraceSink(nullptr); }
+    Ear(const Ear&) = delete;
+    Ear& operator=(const Ear&) = delete;
+
+    [[nodiscard]] bool heard() const { return hasHeard; }
+    void forget() { hasHeard = false; }
+
+private:
+    static void listen(const char* line) {
+        if (std::strcmp(line, awaited) == 0) hasHeard = true;
+    }
+
+    static inline const char* awaited = nullptr;
+    static inline bool hasHeard = false;
+};
+
+void setScene() {
+    cleanPlatform();
+    world().device.install();
+    world().device.setPage("/DevMgmt/ShopForSupplies.xml", "<?xml?><supplies>black</supplies>");
+    world().device.setPage("/dev/qvLoyalty.xml",
+                           "<a><cartridge><cartLife>5</cartLife></cartridge>"
+                           "<printerModel>K 7400 with a long name</printerModel></a>");
+    for (const char* const file : {"P7400DEF.css", "P7400SIG.GIF", "P7400OS.HTM"}) {
+        world().files.put(std::string(kInstalled) + file, kTemplate);
+    }
+}
+
+// Last in each check: what the world remembers counts as live memory.
+void checkDeviceAndLeave() {
+    EXPECT_EQ(world().device.openDevices(), 0);
+    EXPECT_EQ(world().device.loadedLibraries(), 0);
+    EXPECT_EQ(world().registry.openKeys(), 0);
+    cleanPlatform();
+}
+
+// Only a page that was filled is ever opened.
+void checkShop(bool undisturbed) {
+    const auto opened = world().desktop.documents();
+    EXPECT_LE(opened.size(), 1U);
+    if (undisturbed) {
+        EXPECT_EQ(opened.size(), 1U);
+    }
+    const auto page = world().files.content(kCopied);
+    if (!opened.empty()) {
+        EXPECT_EQ(page, kFilled);
+    }
+    EXPECT_TRUE(!page || *page == kTemplate || *page == kFilled);
+}
+
+TEST_P(DeviceFaultsTest, APageArrivesWholeOrNotAtAll) {
+    std::string page;
+    bool arrived = false;
+    const auto scene = [&page, &arrived] {
+        setScene();
+        page = std::string();
+        return [&page, &arrived] {
+            arrived = EWSIntf().get_page(L"USB001", "/DevMgmt/ShopForSupplies.xml", page);
+        };
+    };
+    const auto check = [&page, &arrived](long failed) {
+        EXPECT_EQ(page, arrived ? "<?xml?><supplies>black</supplies>" : "");
+        if (failed == 0) {
+            EXPECT_TRUE(arrived);
+        }
+        page = std::string();
+        page.shrink_to_fit();
+        checkDeviceAndLeave();
+    };
+
+    const fault_injection::Outcome outcome =
+        fault_injection::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GE(outcome.points, 1);
+    EXPECT_EQ(outcome.leakedAt, 0);
+}
+
+TEST_P(DeviceFaultsTest, TheShopPageIsOpenedFilledOrNotAtAll) {
+    const auto scene = [] {
+        setScene();
+        return [port = std::wstring(L"USB001")] { openShopPage(port); };
+    };
+    const auto check = [](long failed) {
+        checkShop(failed == 0);
+        checkDeviceAndLeave();
+    };
+
+    const fault_injection::Outcome outcome =
+        fault_injection::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GT(outcome.points, 10);
+    EXPECT_EQ(outcome.leakedAt, 0);
+}
+
+TEST_P(DeviceFaultsTest, TheValidationEndsTheProcessWithCode0WhateverFails) {
+    std::uint32_t exitCode = 99;
+    const auto scene = [&exitCode] {
+        setScene();
+        exitCode = 99;
+        return [&exitCode, port = std::wstring(L"USB001")] {
+            try {
+                validateCartridge(port);
+            } catch (const platform::ProcessEnded& end) {
+                exitCode = end.code;
+            }
+        };
+    };
+    const auto check = [&exitCode](long failed) {
+        EXPECT_EQ(exitCode, 0U);
+        EXPECT_LE(world().desktop.addresses().size(), 1U);
+        if (failed == 0) {
+            EXPECT_EQ(world().desktop.addresses().size(), 1U);
+        }
+        checkDeviceAndLeave();
+    };
+
+    const fault_injection::Outcome outcome =
+        fault_injection::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GT(outcome.points, 10);
+    EXPECT_EQ(outcome.leakedAt, 0);
+}
+
+// What stops for want of memory says so and has opened nothing.
+TEST_P(DeviceFaultsTest, WantOfMemoryIsTraced) {
+    struct Row {
+        const char* line;
+        void (*part)();
+    };
+    const Row rows[] = {
+        {"TERNA - error: std::bad_alloc",
+         [] {
+             try {
+                 validateCartridge(L"USB001");
+             } catch (const platform::ProcessEnded&) {  // its usual end
+             }
+         }},
+        {"TERNA - no memory to open a link", [] { openRecyclePage(); }},
+        {"not get memory for shop page", [] { openShopPage(L""); }},
+    };
+    for (const Row& row : rows) {
+        Ear ear(row.line);
+        long told = 0;
+        const auto scene = [&] {
+            setScene();
+            ear.forget();
+            return row.part;
+        };
+        const auto check = [&](long failed) {
+            if (ear.heard()) {
+                ++told;
+                EXPECT_NE(failed, 0);
+                EXPECT_TRUE(world().desktop.addresses().empty());
+                EXPECT_TRUE(world().desktop.documents().empty());
+            }
+            checkDeviceAndLeave();
+        };
+
+        fault_injection::everyAllocation(GetParam(), scene, check);
+
+        EXPECT_GT(told, 0) << row.line;
+    }
+}
+
+TEST_P(DeviceFaultsTest, ALinkIsOpenedWholeOrNotAtAll) {
+    const auto scene = [] {
+        setScene();
+        return [] { openRecyclePage(); };
+    };
+    const auto check = [](long failed) {
+        for (const std::wstring& address : world().desktop.addresses()) {
+            EXPECT_EQ(address, L"https://www.corvane.example/go/recycle");
+        }
+        if (failed == 0) {
+            EXPECT_EQ(world().desktop.addresses().size(), 1U);
+        }
+        checkDeviceAndLeave();
+    };
+
+    EXPECT_EQ(fault_injection::everyAllocation(GetParam(), scene, check).leakedAt, 0);
+}
+
+constexpr Call kCalls[] = {Call::FolderLookup, Call::LibraryLoad, Call::FunctionLookup,
+                           Call::DeviceOpen,   Call::DevicePage,  Call::FileCopy,
+                           Call::FileRead,     Call::FileWrite,   Call::DocumentOpen};
+
+TEST_P(DeviceFaultsTest, AFaultOfThePlatformOnTopOpensNoHalfPage) {
+    for (const Call call : kCalls) {
+        bool everStruck = true;
+        for (long nth = 1; everStruck; ++nth) {
+            everStruck = false;
+            const auto scene = [call, nth] {
+                setScene();
+                EXPECT_TRUE(world().faults.add({call, nth, GetParam() == Mode::FromThenOn}));
+                return [port = std::wstring(L"USB001")] { openShopPage(port); };
+            };
+            const auto check = [&everStruck](long) {
+                everStruck = everStruck || world().faults.struck() > 0;
+                checkShop(false);
+                checkDeviceAndLeave();
+            };
+
+            EXPECT_EQ(fault_injection::everyAllocation(GetParam(), scene, check).leakedAt, 0);
+        }
+    }
+}
+
+constexpr Call kLinkCalls[] = {Call::LibraryLoad,  Call::FunctionLookup, Call::DeviceOpen,
+                               Call::DevicePage,   Call::XmlQuery,       Call::RegistryOpen,
+                               Call::RegistryRead, Call::AddressOpen,    Call::DeviceButton};
+
+TEST_P(DeviceFaultsTest, AFaultOfThePlatformOnTopEndsTheValidationWithCode0Too) {
+    for (const Call call : kLinkCalls) {
+        bool everStruck = true;
+        for (long nth = 1; everStruck; ++nth) {
+            everStruck = false;
+            bool ended = false;
+            const auto scene = [&] {
+                setScene();
+                EXPECT_TRUE(world().faults.add({call, nth, GetParam() == Mode::FromThenOn}));
+                ended = false;
+                return [&ended, port = std::wstring(L"USB001")] {
+                    openPrivacyPage();
+                    static_cast<void>(EWSIntf().push_button(port.c_str(), L"go"));
+                    try {
+                        validateCartridge(port);
+                    } catch (const platform::ProcessEnded& end) {
+                        ended = end.code == 0;
+                    }
+                };
+            };
+            const auto check = [&](long) {
+                everStruck = everStruck || world().faults.struck() > 0;
+                EXPECT_TRUE(ended);
+                EXPECT_LE(world().desktop.addresses().size(), 2U);
+                EXPECT_LE(world().device.presses().size(), 1U);
+                checkDeviceAndLeave();
+            };
+
+            EXPECT_EQ(fault_injection::everyAllocation(GetParam(), scene, check).leakedAt, 0);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(BothModes, DeviceFaultsTest,
+                         testing::Values(Mode::Once, Mode::FromThenOn));
+
+}  // namespace

@@ -1,0 +1,289 @@
+#include "platform/simulated/world.h"
+#include "printer/cartridge_store.h"
+#include "printer/consumables.h"
+#include "printer/printer_identity.h"
+#include "tests/support/allocation_faults.h"
+#include "tests/support/clean_platform.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+// Every allocation behind the printer's data fails in turn, alone and on top of every platform
+// fault.
+namespace {
+
+using fault_injection::Mode;
+using platform::Hive;
+using platform::simulated::Call;
+using platform::simulated::Fault;
+using platform::simulated::world;
+
+constexpr wchar_t kKey[] = L"Software\\Corvane\\QVBL7400 SM";
+constexpr wchar_t kPrinter[] = L"Beamline K7400";
+constexpr std::uint32_t kSerial = 4711;
+
+class PrinterFaultsTest : public testing::TestWithParam<Mode> {};
+
+// The registry holds a whole record or none, whatever happened; nothing stayed open. The last thing
+// in each check, since what the world remembers counts as live memory.
+void checkRegistryAndLeave() {
+    world().faults.clear();
+    const auto record = world().registry.value(Hive::CurrentUser, kKey, L"CartData");
+    EXPECT_TRUE(!record || record->bytes.size() == 280U);
+    const auto version = world().registry.dword(Hive::CurrentUser, kKey, L"CartDataVer");
+    EXPECT_TRUE(!version || *version == 4U || *version == 0U);
+    EXPECT_EQ(world().registry.openKeys(), 0);
+    EXPECT_EQ(world().printers.openPrinters(), 0);
+    EXPECT_EQ(world().device.openDevices(), 0);
+    EXPECT_EQ(world().device.loadedLibraries(), 0);
+}
+
+void serveDevice() {
+    world().device.install();
+    world().device.setPage(
+        "/DevMgmt/ConsumableConfigDyn.xml",
+        "<c:X xmlns:c=\"c\" xmlns:ccdyn=\"n\" xmlns:dd=\"d\"><ccdyn:ConsumableInfo>"
+        "<dd:SerialNumber>4711</dd:SerialNumber><dd:ProductNumber>QV-7400A of the long name"
+        "</dd:ProductNumber></ccdyn:ConsumableInfo></c:X>");
+    world().device.setPage(
+        "/DevMgmt/ProductUsageDyn.xml",
+        "<pudyn:ConsumableSubunit xmlns:pudyn=\"p\" xmlns:dd=\"d\"><pudyn:Consumable>"
+        "<dd:EstimatedPagesRemaining>1200</dd:EstimatedPagesRemaining>"
+        "</pudyn:Consumable></pudyn:ConsumableSubunit>");
+}
+
+TEST_P(PrinterFaultsTest, TheCartridgeMemoryStaysWhole) {
+    const auto scene = [] {
+        cleanPlatform();
+        CartridgeRecord earlier;
+        for (std::uint32_t serial = 1; serial <= 5; ++serial)
+            AddCartIfNew(earlier, serial);
+        return [] {
+            CartridgeRecord record;
+            AddCartIfNew(record, kSerial);
+            static_cast<void>(SetSnooze(record, kSerial, 336, SnoozeSlot::Low));
+            static_cast<void>(IsSnoozing(kSerial, SnoozeSlot::Low));
+            static_cast<void>(IllegalCartOccured(record, kSerial));
+            static_cast<void>(NonQvCartOccuredBefore(record, 1));
+            static_cast<void>(takeWelcome());
+        };
+    };
+    const auto check = [](long) {
+        checkRegistryAndLeave();
+        cleanPlatform();
+    };
+
+    const fault_injection::Outcome outcome =
+        fault_injection::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GT(outcome.points, 5);
+    EXPECT_EQ(outcome.leakedAt, 0);
+}
+
+TEST_P(PrinterFaultsTest, ATruthfulSnoozeIsStoredAndAFailedOneIsNot) {
+    bool saved = false;
+    const auto scene = [&saved] {
+        cleanPlatform();
+        CartridgeRecord earlier;
+        AddCartIfNew(earlier, kSerial);
+        saved = false;
+        return [&saved] {
+            CartridgeRecord buffer;
+            saved = SetSnooze(buffer, kSerial, 1, SnoozeSlot::Out);
+        };
+    };
+    const auto check = [&saved](long) {
+        EXPECT_EQ(IsSnoozing(kSerial, SnoozeSlot::Out), saved);
+        cleanPlatform();
+    };
+
+    EXPECT_EQ(fault_injection::everyAllocation(GetParam(), scene, check).leakedAt, 0);
+}
+
+struct Asked {
+    std::wstring product = std::wstring(kConsumableTextUnits, L'#');
+    std::wstring pages = std::wstring(kConsumableTextUnits, L'#');
+};
+
+TEST_P(PrinterFaultsTest, AConsumableIsToldOrNotKnown) {
+    Asked asked;
+    const auto scene = [&asked] {
+        cleanPlatform();
+        serveDevice();
+        return [&asked] { getConsumableInfo(kPrinter, asked.product.data(), asked.pages.data()); };
+    };
+    const auto check = [&asked](long failed) {
+        const std::wstring product = asked.product.c_str();
+        const std::wstring pages = asked.pages.c_str();
+        EXPECT_TRUE(product == L"QV-7400A of the long name" || product == L"Not Known") << failed;
+        EXPECT_TRUE(pages == L"1200" || pages == L"Not Known") << failed;
+        if (failed == 0) {
+            EXPECT_NE(pages, L"Not Known");
+        }
+        checkRegistryAndLeave();
+        cleanPlatform();
+    };
+
+    const fault_injection::Outcome outcome =
+        fault_injection::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GT(outcome.points, 3);
+    EXPECT_EQ(outcome.leakedAt, 0);
+}
+
+TEST_P(PrinterFaultsTest, ACartridgeIsRememberedOrNot) {
+    const auto scene = [] {
+        cleanPlatform();
+        serveDevice();
+        return [] { queryCartridgeSerial(kPrinter); };
+    };
+    const auto check = [](long failed) {
+        const std::uint32_t current = GetCurrCart();
+        EXPECT_TRUE(current == kSerial || (failed != 0 && current == kNoCartridge));
+        checkRegistryAndLeave();
+        cleanPlatform();
+    };
+
+    const fault_injection::Outcome outcome =
+        fault_injection::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GT(outcome.points, 3);
+    EXPECT_EQ(outcome.leakedAt, 0);
+}
+
+// Memory is wanted before the printer is opened: without it the answer is no.
+TEST_P(PrinterFaultsTest, ThePrinterIsSupportedOnlyWhenItWasAsked) {
+    bool supported = false;
+    const auto scene = [&supported] {
+        cleanPlatform();
+        world().printers.setTextOf(kPrinter, L"\\", L"Printer Driver", L"K7400");
+        return [&supported, name = std::wstring(kPrinter)]() mutable {
+            supported = true;
+            supported = isSupportedPrinter(name);
+        };
+    };
+    const auto check = [&supported](long failed) {
+        const bool wasAsked = world().faults.calls(Call::PrinterOpen) > 0;
+        EXPECT_EQ(supported, wasAsked);
+        EXPECT_TRUE(wasAsked || failed != 0);
+        checkRegistryAndLeave();
+        cleanPlatform();
+    };
+
+    const fault_injection::Outcome outcome =
+        fault_injection::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GT(outcome.points, 1);
+    EXPECT_EQ(outcome.leakedAt, 0);
+}
+
+TEST_P(PrinterFaultsTest, TheCompanionIsStartedOrItIsTold) {
+    bool started = false;
+    const auto scene = [&started] {
+        cleanPlatform();
+        world().diagnostics.keepTrace();
+        world().registry.setText(Hive::LocalMachine, L"SOFTWARE\\Corvane\\Orrery\\",
+                                 L"ApplicationPath", L"C:\\Program Files\\Orrery\\orrery.exe");
+        return [&started] {
+            started = true;
+            started = startCompanion();
+        };
+    };
+    const auto check = [&started](long failed) {
+        EXPECT_TRUE(started || failed != 0);
+        EXPECT_EQ(world().desktop.programs().size(), started ? 1U : 0U);
+        // The last allocation is the line itself, once memory is gone for good.
+        if (GetParam() == Mode::Once) {
+            EXPECT_NE(world().diagnostics.hasTraced("Failed to launch OrreryMX."), started);
+        }
+        checkRegistryAndLeave();
+        cleanPlatform();
+    };
+
+    const fault_injection::Outcome outcome =
+        fault_injection::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GT(outcome.points, 0);
+    EXPECT_EQ(outcome.leakedAt, 0);
+}
+
+// A fault of the platform, counted from the moment at which the part begins.
+constexpr Call kCalls[] = {Call::RegistryOpen,  Call::RegistryCreate, Call::RegistryRead,
+                           Call::RegistryWrite, Call::LibraryLoad,    Call::FunctionLookup,
+                           Call::DeviceOpen,    Call::DevicePage,     Call::XmlQuery};
+
+TEST_P(PrinterFaultsTest, AFaultOfThePlatformOnTopLeavesAWholeRecordToo) {
+    for (const Call call : kCalls) {
+        bool everStruck = true;
+        for (long nth = 1; everStruck; ++nth) {
+            everStruck = false;
+            const auto scene = [call, nth] {
+                cleanPlatform();
+                serveDevice();
+                EXPECT_TRUE(world().faults.add({call, nth, GetParam() == Mode::FromThenOn}));
+                return [] {
+                    queryCartridgeSerial(kPrinter);
+                    CartridgeRecord record;
+                    static_cast<void>(SetSnooze(record, kSerial, 1, SnoozeSlot::Low));
+                    static_cast<void>(takeWelcome());
+                };
+            };
+            const auto check = [&everStruck](long) {
+                everStruck = everStruck || world().faults.struck() > 0;
+                checkRegistryAndLeave();
+                cleanPlatform();
+            };
+
+            EXPECT_EQ(fault_injection::everyAllocation(GetParam(), scene, check).leakedAt, 0);
+        }
+    }
+}
+
+constexpr Call kPrinterCalls[] = {Call::PrinterOpen,    Call::PrinterDataRead, Call::ProgramStart,
+                                  Call::RegistryOpen,   Call::RegistryRead,    Call::RegistryWrite,
+                                  Call::RegistryCreate, Call::DeviceOpen,      Call::DevicePage,
+                                  Call::XmlQuery};
+
+TEST_P(PrinterFaultsTest, AFaultOfThePlatformOnTopLeavesNoPrinterOpen) {
+    for (const Call call : kPrinterCalls) {
+        bool everStruck = true;
+        for (long nth = 1; everStruck; ++nth) {
+            everStruck = false;
+            bool started = false;
+            Asked asked;
+            const auto scene = [&] {
+                cleanPlatform();
+                serveDevice();
+                world().printers.setTextOf(kPrinter, L"\\", L"Printer Driver", L"K7400");
+                world().registry.setText(Hive::LocalMachine, L"SOFTWARE\\Corvane\\Orrery\\",
+                                         L"ApplicationPath", L"C:\\Orrery\\orrery.exe");
+                EXPECT_TRUE(world().faults.add({call, nth, GetParam() == Mode::FromThenOn}));
+                started = false;
+                return [&, name = std::wstring(kPrinter)]() mutable {
+                    AlertClasses classes;
+                    readAlertClasses(name, classes);
+                    static_cast<void>(printerWantsStatus(name));
+                    started = startCompanion();
+                    getConsumableInfo(name, asked.product.data(), asked.pages.data());
+                    static_cast<void>(isSupportedPrinter(name));
+                };
+            };
+            const auto check = [&](long) {
+                everStruck = everStruck || world().faults.struck() > 0;
+                EXPECT_EQ(world().desktop.programs().size(), started ? 1U : 0U);
+                checkRegistryAndLeave();
+                cleanPlatform();
+            };
+
+            EXPECT_EQ(fault_injection::everyAllocation(GetParam(), scene, check).leakedAt, 0);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(BothModes, PrinterFaultsTest,
+                         testing::Values(Mode::Once, Mode::FromThenOn));
+
+}  // namespace

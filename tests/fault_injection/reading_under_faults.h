@@ -1,0 +1,74 @@
+#pragma once
+
+#include "arbor/property_holder.h"
+#include "platform/simulated/world.h"
+#include "tern/velo_event_generator.h"
+#include "tests/support/records.h"
+#include "tests/support/status_channel.h"
+#include "tests/support/test_components.h"
+
+#include <cstring>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+// Reading of records on the thread whose allocations fail.
+namespace fault_injection {
+
+// Reads what is fed on the calling thread, which is the one whose allocations fail. Drops its
+// messages, but counts those that came through whole.
+class CountingBroker : public tern::EventBroker {
+public:
+    using EventBroker::EventBroker;
+    bool enqueue(tern::MessageReference message) override {
+        ++messages;
+        if (message->getProperties()->getInt(L"status", -1) == 41100) ++whole;
+        return true;
+    }
+    bool stop(const arbor::Guid*, std::uint32_t) override {
+        ++stops;
+        return true;
+    }
+    int messages = 0;
+    int whole = 0;
+    int stops = 0;
+};
+
+class TellingGenerator : public tern::VeloEventGenerator {
+public:
+    using VeloEventGenerator::VeloEventGenerator;
+    ~TellingGenerator() override { endThreadUse(); }
+
+    void buildMessage(const tern::VeloHeader& header, tern::EventBroker* broker) override {
+        try {
+            VeloEventGenerator::buildMessage(header, broker);
+        } catch (const std::runtime_error& told) {
+            // Compared without memory of its own: there may be none.
+            if (std::strcmp(told.what(), "failed to create Message instance") == 0) ++refusals;
+            throw;
+        }
+    }
+    using AbstractThread::runOnThisThread;
+
+    int refusals = 0;
+};
+
+// A generator whose body runs on the test's thread, where memory fails.
+struct Reading {
+    explicit Reading(const std::string& bytes) {
+        platform::simulated::world().pipes.feed(L"faults", bytes);
+        platform::simulated::world().pipes.close(L"faults");
+        test::setChannel(L"faults", records::kPrinter);
+        arbor::PropertyHolder parameters;
+        generator = std::make_unique<TellingGenerator>(parameters, &manager);
+    }
+    ~Reading() {
+        generator.reset();
+        platform::simulated::world().pipes.reset();
+    }
+
+    test::TestManager<CountingBroker> manager;
+    std::unique_ptr<TellingGenerator> generator;
+};
+
+}  // namespace fault_injection

@@ -1,0 +1,283 @@
+// Memory and the platform fail at every place in turn, for the broker, the instance manager and the
+// reading of records.
+#include "tern/event_broker.h"
+#include "tern/instance_manager.h"
+
+#include "arbor/abstract_thread.h"
+#include "arbor/property.h"
+#include "platform/simulated/world.h"
+#include "tern/class_ids.h"
+#include "tests/fault_injection/reading_under_faults.h"
+#include "tests/support/allocation_faults.h"
+#include "tests/support/records.h"
+#include "tests/support/test_components.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+using arbor::Guid;
+using fault_injection::everyAllocation;
+using fault_injection::Mode;
+using fault_injection::Reading;
+using platform::simulated::Call;
+using platform::simulated::world;
+using test::ListenerComponent;
+
+namespace {
+
+constexpr Guid kType{1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
+
+bool passes(arbor::IMessage&) {
+    return false;
+}
+
+class TernFaultsTest : public testing::TestWithParam<Mode> {
+protected:
+    void SetUp() override { world().reset(); }
+
+    void failEachAllocation(const fault_injection::Scene& scene,
+                            const fault_injection::Check& check, long points) {
+        const fault_injection::Outcome outcome = everyAllocation(GetParam(), scene, check);
+        EXPECT_GE(outcome.points, points);
+        EXPECT_EQ(outcome.leakedAt, 0);
+    }
+};
+
+}  // namespace
+
+INSTANTIATE_TEST_SUITE_P(OnceAndForEver, TernFaultsTest,
+                         testing::Values(Mode::Once, Mode::FromThenOn), [](const auto& tested) {
+                             return tested.param == Mode::Once ? "Once" : "FromThenOn";
+                         });
+
+TEST_P(TernFaultsTest, MessageThatCannotBePostedIsNotQueued) {
+    std::unique_ptr<test::TestManager<>> manager;
+    bool posted = false;
+    int heard = 0;
+    failEachAllocation(
+        [&] {
+            manager = std::make_unique<test::TestManager<>>();
+            manager->onPump = [&] { manager->broker.stop(nullptr, 0); };
+            manager->broker.addComponent(new ListenerComponent([&](arbor::IMessage&) {
+                ++heard;
+                return false;
+            }));
+            posted = false;
+            heard = 0;
+            return [&] { posted = manager->broker.post(&kType, 1, 0, nullptr); };
+        },
+        [&](long failed) {
+            EXPECT_EQ(posted, failed == 0);
+            manager->broker.run();
+            EXPECT_EQ(heard, posted ? 1 : 0);
+            manager.reset();
+        },
+        1);
+}
+
+TEST_P(TernFaultsTest, QueueThatCannotGrowDropsTheMessageAndKeepsTheOthers) {
+    constexpr int kMessages = 200;  // more than the queue's first block
+    std::unique_ptr<test::TestManager<>> manager;
+    int accepted = 0;
+    int heard = 0;
+    failEachAllocation(
+        [&] {
+            manager = std::make_unique<test::TestManager<>>();
+            manager->onPump = [&] { manager->broker.stop(nullptr, 0); };
+            manager->broker.addComponent(new ListenerComponent([&](arbor::IMessage&) {
+                ++heard;
+                return false;
+            }));
+            accepted = heard = 0;
+            return [&] {
+                for (int number = 0; number < kMessages; ++number) {
+                    if (manager->broker.post(&kType, 1, 0, nullptr)) ++accepted;
+                }
+            };
+        },
+        [&](long) {
+            manager->broker.run();
+            EXPECT_EQ(heard, accepted);
+            manager.reset();
+        },
+        kMessages);
+}
+
+TEST_P(TernFaultsTest, ComponentIsTakenWholeOrNotAtAll) {
+    constexpr int kComponents = 10;  // more than the broker's arrays keep inside themselves
+    std::unique_ptr<test::TestManager<>> manager;
+    std::vector<std::unique_ptr<ListenerComponent>> offered;
+    std::vector<ListenerComponent*> taken;
+    test::CountingThread thread;
+    failEachAllocation(
+        [&] {
+            thread.starts = 0;
+            manager = std::make_unique<test::TestManager<>>();
+            manager->onPump = [&] { manager->broker.stop(nullptr, 0); };
+            taken.clear();
+            taken.reserve(kComponents);
+            for (int number = 0; number < kComponents; ++number) {
+                offered.push_back(std::make_unique<ListenerComponent>(passes));
+                offered.back()->setPointer(L"thread", static_cast<arbor::IThread*>(&thread));
+            }
+            return [&] {
+                for (auto& component : offered) {
+                    if (!manager->broker.addComponent(component.get())) continue;
+                    taken.push_back(component.release());
+                }
+            };
+        },
+        [&](long failed) {
+            if (failed == 0) {
+                EXPECT_EQ(taken.size(), static_cast<std::size_t>(kComponents));
+            }
+            for (const auto& refused : offered) {
+                if (refused) {
+                    EXPECT_FALSE(refused->hasProperty(L"eventBroker"));
+                }
+            }
+            offered.clear();  // destroys what was refused: nobody may call it any more
+            manager->broker.post(&kType, 1, 0, nullptr);
+            manager->broker.run();
+            for (const ListenerComponent* component : taken)
+                EXPECT_EQ(component->heard, 1);
+            manager.reset();
+            std::vector<ListenerComponent*>().swap(taken);
+            std::vector<std::unique_ptr<ListenerComponent>>().swap(offered);
+        },
+        5);
+}
+
+TEST_P(TernFaultsTest, ThreadOfARefusedComponentIsNeverStartedThoughItHasAsked) {
+    constexpr std::size_t kComponents = 10;  // more than the broker's arrays keep inside themselves
+    std::array<test::CountingThread, kComponents> threads;
+    std::unique_ptr<test::TestManager<>> manager;
+    std::vector<std::unique_ptr<ListenerComponent>> offered;
+    failEachAllocation(
+        [&] {
+            manager = std::make_unique<test::TestManager<>>();
+            manager->onPump = [&] { manager->broker.stop(nullptr, 0); };
+            for (test::CountingThread& thread : threads) {
+                thread.starts = 0;
+                offered.push_back(std::make_unique<ListenerComponent>(passes));
+                offered.back()->setPointer(L"thread", static_cast<arbor::IThread*>(&thread));
+                arbor::AbstractThread::ThreadMessage asks(arbor::ThreadCode::StartRequest, &thread);
+                EXPECT_TRUE(manager->broker.notify(&asks));
+            }
+            return [&] {
+                for (auto& component : offered) {
+                    if (!manager->broker.addComponent(component.get())) continue;
+                    static_cast<void>(component.release());
+                }
+            };
+        },
+        [&](long) {
+            manager->broker.run();
+            for (std::size_t index = 0; index < kComponents; ++index)
+                EXPECT_EQ(threads[index].starts, offered[index] != nullptr ? 0 : 2);
+            manager.reset();
+            std::vector<std::unique_ptr<ListenerComponent>>().swap(offered);
+        },
+        3);
+}
+
+TEST_P(TernFaultsTest, InstanceManagerIsWholeOrNull) {
+    tern::IInstanceManager* manager = nullptr;
+    failEachAllocation([&] { return [&] { manager = tern::NewInstanceManager("", 0, nullptr); }; },
+                       [&](long failed) {
+                           // A mutex that cannot be made does nothing; every other failure gives no
+                           // manager.
+                           if (failed == 0) {
+                               ASSERT_NE(manager, nullptr);
+                           }
+                           if (manager != nullptr) {
+                               for (const char* name : {"TimerEventGenerator", "DebugListener",
+                                                        "VeloEventGenerator", "VeloListener"}) {
+                                   Guid guid;
+                                   manager->getDatabase()->getGuid(guid, name);
+                                   EXPECT_FALSE(guid.isZero()) << name << failed;
+                               }
+                           }
+                           tern::TERN_DeleteInstanceManager(manager);
+                       },
+                       16);
+}
+
+// Threads and locks are the real ones in the Windows program: nothing makes them fail there.
+#if !defined(_WIN32)
+TEST_P(TernFaultsTest, ComponentIsCreatedAndAddedOrNothingIsLeftOfIt) {
+    tern::IInstanceManager* manager = nullptr;
+    bool created = false;
+    failEachAllocation(
+        [&] {
+            // No thread comes to life, so nothing but us takes memory or gives it back.
+            world().faults.reset();
+            EXPECT_TRUE(world().faults.add({Call::ThreadStart, 1, true}));
+            manager = tern::NewInstanceManager("", 0, nullptr);
+            created = false;
+            return [&] {
+                created = manager->createInstance("VeloEventGenerator",
+                                                  "inputPipe=nowhere printerid=7 some=argument");
+            };
+        },
+        [&](long failed) {
+            if (failed == 0) {
+                EXPECT_TRUE(created);
+            }
+            // Runs at least one idle turn: starts what waits, and nothing that is gone.
+            manager->getEventBroker()->addComponent(new ListenerComponent(passes));
+            world().messages.post([&] { manager->getEventBroker()->stop(nullptr, 0); });
+            EXPECT_EQ(manager->run(), 0U);
+            tern::TERN_DeleteInstanceManager(manager);
+        },
+        5);
+}
+#endif
+
+TEST_P(TernFaultsTest, RecordIsDeliveredOrTheChannelEnds) {
+    const std::string bytes = records::record(2, 3, records::number(41100));
+    std::unique_ptr<Reading> reading;
+    failEachAllocation(
+        [&] {
+            reading = std::make_unique<Reading>(bytes + bytes);
+            return [&] { reading->generator->runOnThisThread(); };
+        },
+        [&](long failed) {
+            EXPECT_EQ(reading->manager.broker.stops, 1) << failed;
+            if (failed == 0) {
+                EXPECT_EQ(reading->manager.broker.whole, 2);
+            }
+            if (reading->generator->refusals != 0) {
+                EXPECT_LT(reading->manager.broker.messages, 2);
+            }
+            reading.reset();
+        },
+        5);
+}
+
+TEST_P(TernFaultsTest, TextsWideTextsAndBlocksSurviveEveryFailure) {
+    const std::string name(300, 'n');
+    const std::string bytes =
+        records::record(0, 0, records::text(name) + records::text(name)) +
+        records::record(0, 3, records::number(1) + records::wideText(std::u16string(300, u'n'))) +
+        records::record(1, 0, name) + records::record(2, 11, records::text("SerialNumber=5\n")) +
+        records::record(2, 18, records::text("DISPLAY=\"A4\""));
+    std::unique_ptr<Reading> reading;
+    failEachAllocation(
+        [&] {
+            reading = std::make_unique<Reading>(bytes);
+            return [&] { reading->generator->runOnThisThread(); };
+        },
+        [&](long failed) {
+            EXPECT_EQ(reading->manager.broker.stops, 1) << failed;
+            if (failed == 0) {
+                EXPECT_EQ(reading->manager.broker.messages, 5);
+            }
+            reading.reset();
+        },
+        10);
+}

@@ -1,0 +1,192 @@
+#include "platform/simulated/world.h"
+#include "strings/string_ids.h"
+#include "tern/event_broker.h"
+#include "tests/support/allocation_faults.h"
+#include "tests/support/clean_platform.h"
+#include "tests/support/headless_dialogs/headless_dialogs.h"
+#include "tests/support/strings_table.h"
+#include "ui/alert_actions.h"
+#include "ui/alert_factory.h"
+
+#include "arbor/i_message.h"
+#include "arbor/property_holder.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+// Every allocation of making an alert and of closing it fails in turn, alone and on top of platform
+// faults.
+namespace {
+
+using fault_injection::Mode;
+using platform::simulated::Call;
+using platform::simulated::world;
+
+class UiFaultsTest : public testing::TestWithParam<Mode> {};
+
+void* speakEnglish() {
+    constexpr unsigned short kEnglish = 1033;
+    void* strings = world().texts.addModule(L"QVK7400SMs.dll");
+    for (unsigned i = 0; i < kStringRowCount; ++i) {
+        const StringRow& row = kStringRows[i];
+        if (row.language == kEnglish) world().texts.add(strings, row.language, row.id, row.text);
+    }
+    return strings;
+}
+
+void describe(arbor::PropertyHolder& description, void* strings, int type, int status) {
+    description.setPointer(L"hSinstance", strings);
+    description.setWString(L"idsPrinter", L"Laser printer of the whole first floor");
+    description.setInt(L"status", status);
+    description.setInt(L"dialog type", type);
+}
+
+// Null, or an alert that opens and shows at least its frame.
+TEST_P(UiFaultsTest, AnAlertIsMadeWholeOrNotAtAll) {
+    for (const auto& [type, status] : {std::pair{1, 41003}, {4, 10209}, {3, 40120}}) {
+        cleanPlatform();
+        headless::reset();
+        void* const strings = speakEnglish();
+        arbor::PropertyHolder description;
+        describe(description, strings, type, status);
+        std::unique_ptr<DefaultStatusDialog> alert;
+        const auto scene = [&] { return [&] { alert = createAlertDialog(description); }; };
+        const auto check = [&](long failed) {
+            if (failed == 0) {
+                ASSERT_NE(alert, nullptr);
+            }
+            if (alert != nullptr) {
+                EXPECT_TRUE(alert->create());
+                EXPECT_EQ(headless::windows().size(), 1U);
+            }
+            alert.reset();
+            EXPECT_TRUE(headless::windows().empty());
+        };
+
+        const fault_injection::Outcome outcome =
+            fault_injection::everyAllocation(GetParam(), scene, check);
+
+        EXPECT_GT(outcome.points, 10);
+    }
+    cleanPlatform();
+}
+
+// Counts the alerts that say they are closed, each by itself.
+class ClosedAlerts : public tern::EventBroker {
+public:
+    ClosedAlerts() : EventBroker(nullptr) {}
+    void publish(arbor::IMessage* message) override {
+        const bool isTold =
+            message->getCode() == alert_action::kClosed &&
+            message->getProperties()->getPointer(alert_action_key::kDialog, nullptr) == alert;
+        EXPECT_TRUE(isTold);
+        if (isTold) ++told;
+    }
+    const StatusDialog* alert = nullptr;
+    int told = 0;
+};
+
+// A window that went without a word would leave an alert that nobody can close any more.
+TEST_P(UiFaultsTest, AnAlertThatCannotTellOfItsEndStaysOpen) {
+    cleanPlatform();
+    headless::reset();
+    arbor::PropertyHolder description;
+    describe(description, nullptr, 10, 50012);
+    ClosedAlerts broker;
+    description.setPointer(L"eventBroker", static_cast<tern::EventBroker*>(&broker));
+    std::unique_ptr<DefaultStatusDialog> alert;
+    const auto scene = [&] {
+        alert = createAlertDialog(description);
+        EXPECT_TRUE(alert->create());
+        broker.alert = alert.get();
+        broker.told = 0;
+        return [window = alert->window()] { headless::closeBox(window); };
+    };
+    const auto check = [&](long failed) {
+        EXPECT_EQ(broker.told, failed == 0 ? 1 : 0);
+        EXPECT_EQ(headless::find(alert->window())->visible, broker.told == 0);
+        if (broker.told == 0) headless::closeBox(alert->window());
+        EXPECT_EQ(broker.told, 1);
+        alert.reset();
+        cleanPlatform();
+    };
+
+    const fault_injection::Outcome outcome =
+        fault_injection::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GE(outcome.points, 1);
+    EXPECT_EQ(outcome.leakedAt, 0);
+}
+
+// The button is pressed for the user, so doubt must not press it.
+TEST_P(UiFaultsTest, AnAlertThatCannotReadItsButtonDoesNotAskThePrinterToGoOn) {
+    cleanPlatform();
+    headless::reset();
+    arbor::PropertyHolder description;
+    describe(description, speakEnglish(), 10, 50012);
+    description.setInt(L"buttonMessage", IDS_CONTINUE);
+    const std::unique_ptr<DefaultStatusDialog> alert = createAlertDialog(description);
+    ASSERT_NE(alert, nullptr);
+    bool asksToGoOn = false;
+    const auto scene = [&] { return [&] { asksToGoOn = alert->canResume(); }; };
+    const auto check = [&](long failed) { EXPECT_EQ(asksToGoOn, failed == 0); };
+
+    const fault_injection::Outcome outcome =
+        fault_injection::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GE(outcome.points, 1);
+    cleanPlatform();
+}
+
+// All that is asked on the way to an alert with a supplies block.
+constexpr Call kCalls[] = {Call::TextLookup,      Call::TextProbe,          Call::InterfaceLanguage,
+                           Call::RegistryCreate,  Call::RegistryWrite,      Call::PrinterOpen,
+                           Call::PrinterDataRead, Call::LibraryLoad,        Call::FunctionLookup,
+                           Call::DeviceOpen,      Call::DevicePage,         Call::XmlQuery,
+                           Call::SystemVersion,   Call::ResourceLibraryOpen};
+
+TEST_P(UiFaultsTest, AFaultOfThePlatformOnTopLeavesAnAlertWholeOrUnmadeToo) {
+    cleanPlatform();
+    headless::reset();
+    void* const strings = speakEnglish();
+    arbor::PropertyHolder description;
+    describe(description, strings, 4, 10209);
+    for (const Call call : kCalls) {
+        for (long nth = 1, struck = 1; struck > 0; ++nth) {
+            struck = 0;
+            std::unique_ptr<DefaultStatusDialog> alert;
+            const auto scene = [&] {
+                world().faults.reset();
+                world().device.install();
+                EXPECT_TRUE(world().faults.add({call, nth, GetParam() == Mode::FromThenOn}));
+                return [&] { alert = createAlertDialog(description); };
+            };
+            const auto check = [&](long failed) {
+                struck += world().faults.struck();
+                world().faults.clear();
+                EXPECT_TRUE(alert != nullptr || failed != 0);
+                if (alert != nullptr) {
+                    EXPECT_TRUE(alert->create());
+                }
+                alert.reset();
+                EXPECT_TRUE(headless::windows().empty());
+                EXPECT_EQ(world().printers.openPrinters(), 0);
+                EXPECT_EQ(world().registry.openKeys(), 0);
+                EXPECT_EQ(world().device.openDevices(), 0);
+                EXPECT_EQ(world().device.loadedLibraries(), 0);
+            };
+
+            fault_injection::everyAllocation(GetParam(), scene, check);
+
+            if (nth == 2) break;  // the calls that follow differ in nothing but their number
+        }
+    }
+    cleanPlatform();
+}
+
+INSTANTIATE_TEST_SUITE_P(OnceAndForGood, UiFaultsTest,
+                         testing::Values(Mode::Once, Mode::FromThenOn));
+
+}  // namespace

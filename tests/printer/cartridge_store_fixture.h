@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/clock.h"
+#include "printer/cartridge_store.h"
+#include "tests/printer/stored_values.h"
+#include "tests/support/trace_lines.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+// Runs against the registry behind the seam: simulated natively, the real one in the Windows build.
+class CartridgeStoreFixture : public testing::Test {
+protected:
+    using Lines = std::vector<std::string>;
+
+    static constexpr char kLoading[] = "TERNA GetCartData";
+    static constexpr char kMakingNew[] =
+        "TERNA GetCartData -- No reg key found or bad version, Initializing Cart Data";
+
+    void SetUp() override { stored::clear(); }
+    void TearDown() override { stored::clear(); }
+
+    // A stored record of version 4 with these cartridges, the first in entry 0.
+    static void store(
+        const std::vector<std::pair<std::uint32_t, platform::UnixSeconds>>& cartridges) {
+        CartridgeRecord record;
+        std::size_t entry = 0;
+        for (const auto& [serial, added] : cartridges)
+            record.assign(entry++, serial, added);
+        stored::writeVersion(4);
+        stored::writeRecord(stored::Bytes(record.bytes(), record.bytes() + kCartridgeRecordBytes));
+    }
+
+    static CartridgeRecord load() {
+        CartridgeRecord record;
+        EXPECT_TRUE(GetCartData(record));
+        return record;
+    }
+
+    CartridgeRecord buffer;
+    TraceLines trace;
+};
