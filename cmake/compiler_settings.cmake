@@ -34,27 +34,20 @@ endif()
 if(WIN32)
   add_compile_definitions(UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX STRICT _WIN32_WINNT=0x0601
                           _GLIBCXX_ASSERTIONS)
-  if(WINELIB)
-    include(${CMAKE_CURRENT_LIST_DIR}/winelib/settings.cmake)
-  else()
-    add_link_options(-Wl,--no-insert-timestamp)
-  endif()
+  add_link_options(-Wl,--no-insert-timestamp)
   # A section for each of the many descriptions of places, or counters, would keep the linker busy for
   # a minute a program.
-  if(NOT WINELIB AND NOT BEAMLINE_WINDOWS_UBSAN AND NOT BEAMLINE_COVERAGE)
+  if(NOT BEAMLINE_WINDOWS_UBSAN AND NOT BEAMLINE_COVERAGE)
     add_compile_options(-ffunction-sections -fdata-sections)
     add_link_options(-Wl,--gc-sections)
   endif()
 endif()
 
-# The warnings of our own sources; code that we only build, such as GoogleTest, keeps its own. Wine's
-# headers have other types behind the same names, so a Winelib build would warn of what is no fault.
+# The warnings of our own sources; code that we only build, such as GoogleTest, keeps its own.
 add_library(project_warnings INTERFACE)
-if(NOT WINELIB)
-  target_compile_options(project_warnings INTERFACE
-    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wsign-conversion -Wold-style-cast -Wcast-qual
-    -Wformat=2 -Wnon-virtual-dtor -Woverloaded-virtual -Wundef -Wimplicit-fallthrough -Werror)
-endif()
+target_compile_options(project_warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wsign-conversion -Wold-style-cast -Wcast-qual
+  -Wformat=2 -Wnon-virtual-dtor -Woverloaded-virtual -Wundef -Wimplicit-fallthrough -Werror)
 # clang also checks arbor/thread_annotations.h: what is guarded is touched with its lock only.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
   target_compile_options(project_warnings INTERFACE -Wthread-safety -Werror=thread-safety)

@@ -7,7 +7,6 @@ root=$(cd "$(dirname "$0")/../.." && pwd)
 
 # A command a line, and after the bar how it is tried out.
 commands='
-winelib             | winelib platform
 fuzz --minutes 30   | fuzz --minutes 1 command_line
 fuzz_coverage       | fuzz_coverage
 mutate              | mutate --changed
