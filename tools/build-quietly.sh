@@ -1,13 +1,14 @@
 #!/bin/sh
 # build-quietly.sh PRESET [TARGET...]: configures and builds a preset; prints the log only when
-# something is wrong.
+# something is wrong. On a terminal it shows how far it is: see progress.py.
 set -eu
 preset=$1
 shift
+progress=$(dirname "$0")/progress.py
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
-{ cmake --preset "$preset" && cmake --build --preset "$preset" ${1:+--target "$@"}; } \
-    >"$log" 2>&1 </dev/null || {
+{ python3 "$progress" "configuring $preset" "$log" cmake --preset "$preset" &&
+    python3 "$progress" "building $preset" "$log" cmake --build --preset "$preset" ${1:+--target "$@"}; } || {
     grep -v '^\[[0-9/]*\] ' "$log" | tail -n 200
     echo "The build of preset $preset failed."
     exit 1

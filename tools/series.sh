@@ -10,6 +10,11 @@ logs=$root/build/$name
 mkdir -p "$logs"
 rm -f "$logs"/*.log "$logs/table" build/figures.log
 passed=0 failed=0
+# The commands write into a pipe; they show their progress on our terminal all the same.
+if [ -t 1 ]; then
+    exec 3>&1
+    export BEAMLINE_PROGRESS_FD=3
+fi
 began=$(date +%s)
 since() { printf '%d:%02d:%02d' $((($2 - $1) / 3600)) $((($2 - $1) / 60 % 60)) $((($2 - $1) % 60)); }
 
