@@ -83,6 +83,7 @@ def blanks(_table, text_id, text, _rule):
 
 
 def placeholders(_table, _text_id, text, rule):
+    """Without its placeholder a text would be shown without the name or the number."""
     found = text.count("%s")
     if found != rule.placeholders:
         yield f'{found} placeholders "%s" instead of {rule.placeholders}'
@@ -91,6 +92,7 @@ def placeholders(_table, _text_id, text, rule):
 
 
 def length(table, text_id, text, rule):
+    """The monitor cuts a text that does not fit its buffer, and nobody would notice."""
     inserted = text.count("%s") * argument_units(table, text_id)
     units = utf16_units(text.replace("%s", "")) + inserted
     if units > rule.limit:
@@ -98,7 +100,11 @@ def length(table, text_id, text, rule):
 
 
 def argument_units(table, text_id):
-    """The greatest length of one argument of the text in this language."""
+    """The greatest length of one argument of the text in this language.
+
+    Some arguments are texts of the same language, so a long translation of one text can make
+    another one too long.
+    """
     texts = [table.texts.get(other, "") for other in text_rules.ARGUMENT_TEXTS.get(text_id, ())]
     return max([text_rules.ARGUMENT_UNITS.get(text_id, 0)] + [utf16_units(text) for text in texts])
 
@@ -111,7 +117,7 @@ def lines(_table, _text_id, text, rule):
 
 
 def keys(_table, text_id, text, rule):
-    """The key letters of the buttons: each marked once, and nothing marked in any other text."""
+    """The key letter of a button is marked once. No other text may have a mark."""
     marks = text.count("&")
     if "button" not in rule.roles:
         if marks:
@@ -138,7 +144,7 @@ def forbidden_words(text):
 
 
 def snooze_entries(table):
-    """The list is read by the eye only: two equal entries would hide which time is meant."""
+    """Two equal entries of the list would look the same and mean different times."""
     problems = []
     seen = {}
     for text_id in text_rules.SNOOZE_IDS:
@@ -150,6 +156,7 @@ def snooze_entries(table):
 
 
 def free_keys(table):
+    """With the same key on two buttons of a dialog, Windows only moves the focus."""
     problems = []
     for buttons in text_rules.FREE_KEY_DIALOGS:
         seen = {}

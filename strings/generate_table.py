@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Writes the texts of every language as a C++ table. Usage: generate_table.py FOLDER OUTPUT
 
-The table serves programs that have no resource library: tests, and the stand-in for it on
-machines that are not Windows.
+Native programs have no resource library. They take the texts from this table, as do the tests that
+compare the library with its sources.
 """
 
 import sys

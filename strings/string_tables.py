@@ -1,7 +1,7 @@
 """Reads the string tables of this folder: string_ids.h and one .rc file for each language.
 
-Only the small part of the resource language that the files need is understood. Everything else is
-refused with file and line, so that nothing reaches the library that the checks have not seen.
+This reader knows only the small part of the resource language that the files need. It refuses
+everything else with file and line: what it skipped would reach the library unchecked.
 """
 
 import re

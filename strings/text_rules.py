@@ -1,16 +1,19 @@
 """What every text must be like, whatever its language.
 
-Written from the windows, buffers and key rules that the texts serve, and independently of
-string_ids.h and of the files of the languages, so that a slip in those does not excuse itself here.
+The rules follow from the windows, buffers and keys that the texts are for. They are written without
+looking at string_ids.h or at the files of the languages, so that a mistake there is found here.
 """
 
 from collections import namedtuple
 
-# roles: what the text is used as; a text with two roles keeps the rules of both.
-# placeholders: how many "%s" it has. limit: greatest length in UTF-16 units once they are filled.
+# roles: what the text is used as. A text with two roles must keep the rules of both.
+# placeholders: how many "%s" it has.
+# limit: the greatest length in UTF-16 units, after the placeholders have been filled.
 Rule = namedtuple("Rule", "roles placeholders limit")
 
-FIRST_ID = 107  # a printer called "12th floor" has text 12 looked up: there must be none
+# The monitor looks up the number at the beginning of a printer's name as a text id. A printer
+# called "12th floor" would show text 12, so small numbers must have no text.
+FIRST_ID = 107
 
 # Longest arguments, in UTF-16 units, that the monitor inserts. The media name and the text for an
 # unknown value are texts themselves: a longer one in a language counts with its own length.
@@ -24,16 +27,20 @@ ARGUMENT_UNITS = {
     223: PART_NUMBER_UNITS,
 }
 
-# Keys that the dialog procedures know by letter: they do not follow the translation.
+# The dialog procedures compare with these letters in every language, so each translation must mark
+# exactly this letter.
 KEY_LETTERS = {156: "O", 158: "C", 218: "R", 247: "H", 248: "U"}
 # Buttons whose key each language chooses; the buttons of one dialog need different ones.
 FREE_KEY_DIALOGS = ((1036, 1063), (1067,))
 
 SINGLE_LINE_ROLES = {"title", "caption", "button", "link", "snooze", "media"}
-MAY_BE_ONE_BLANK = {1031}  # where the language says the whole sentence in 1051
-SNOOZE_IDS = range(114, 129)  # those of them that are texts
+# The sentence is split into a link (1051) and the rest (1031). A language that needs another word
+# order puts everything into the link and leaves the rest blank.
+MAY_BE_ONE_BLANK = {1031}
+SNOOZE_IDS = range(114, 129)  # not every number in this range is a text
 
 ENGLISH = 1033
+# An alert must not sound as if the reader had done something wrong.
 FORBIDDEN_IN_ENGLISH = ("error", "failure", "illegal", "invalid", "abort")
 
 # id, roles, placeholders, limit
@@ -192,7 +199,6 @@ _ROWS = (
     (370, "caption", 0, 259),
     (371, "caption", 0, 259),
     (372, "caption", 0, 259),
-    # Roles without a text
 )
 # fmt: on
 
