@@ -3,9 +3,9 @@
 #include <winspool.h>
 #include <cstring>
 
-// The least that a program with one dialog needs: the measure beside which the monitor is put. With
-// the argument "printer" it first asks the spooler for a printer, as no monitor can do without:
-// what that costs is the system's.
+// The least that a program with one dialog needs; the monitor is compared with it. With the
+// argument "printer" the program first opens a printer at the spooler, which the monitor must do as
+// well: this cost is the system's and not the monitor's.
 
 namespace {
 

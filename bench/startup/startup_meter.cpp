@@ -1,10 +1,10 @@
-// startup_meter MONITOR EMPTY_PROGRAM [RUNS [--check]]: starts the programs in turn and prints for
-// each the time from the start of the process to its visible dialog, its peak memory and its size,
-// the monitor's also as ratios; then one line for a log. The monitor is given a pipe from which it
-// reads a printer's identity and a status that opens an alert. The third program of each round is
-// the empty one once more, asking the spooler for the printer first: as much is beyond the
-// monitor's power. With --check it also prints "ok" or "not ok" for the size and both kinds of
-// memory, and ends with 1 when one passes its limit. Times are not checked: they depend on what
+// startup_meter MONITOR EMPTY_PROGRAM [RUNS [--check]]: starts the programs in turn. For each it
+// prints the time from the start of the process to its visible dialog, its peak memory and its
+// size, and for the monitor also the ratios to the others. The monitor reads a printer's identity
+// and a status that opens an alert from a pipe. The third program of each round is the empty one
+// again, which first asks the spooler for the printer: the monitor cannot avoid this cost. With
+// --check the meter also prints "ok" or "not ok" for the size and both kinds of memory, and ends
+// with 1 when one of them is above its limit. Times are not checked, because they depend on what
 // else the machine does.
 #include <windows.h>
 
@@ -21,12 +21,12 @@
 namespace {
 
 constexpr int kRuns = 15;
-constexpr double kLoopSleepMs = 100;  // of the monitor's main loop, before the first record
-// Of --check: the aim, and for memory what holds with the system's own share in it, and a little
-// more.
+constexpr double kLoopSleepMs = 100;  // the monitor's main loop sleeps before the first record
+// The limits of --check. For the size it is the aim. The aim for memory is 1.2, but the system's
+// own share alone uses it up, so the limits are a little above what was measured.
 constexpr double kSizeLimitKiB = 600, kWorkingSetLimit = 1.35, kCommitLimit = 1.45;
 constexpr DWORD kTimeLimitMs = 20000;
-constexpr DWORD kSettleMs = 200;  // for what a program still does when its dialog stands
+constexpr DWORD kSettleMs = 200;  // a program goes on allocating after its dialog is visible
 constexpr std::uint32_t kPrinterId = 7400;
 constexpr std::uint32_t kPaperOut = 41150;
 
@@ -189,7 +189,7 @@ struct Measured {
 
 bool measureAll(const std::wstring& monitor, const std::wstring& empty, int runs, Measured& all) {
     const std::wstring plain = L"\"" + empty + L"\"";
-    for (int run = -1; run < runs; ++run) {  // the first round warms the caches and does not count
+    for (int run = -1; run < runs; ++run) {  // the first round fills the caches, it is not counted
         Figures ours, theirs, asking;
         if (!measureMonitor(monitor, run + 1, ours) || !measure(plain, nullptr, theirs) ||
             !measure(plain + L" printer", nullptr, asking))
