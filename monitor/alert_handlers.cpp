@@ -2,24 +2,31 @@
 #include "arbor/i_property_holder.h"
 #include "arbor/property_holder.h"
 #include "monitor/default_lms_listener.h"
-#include "monitor/status_codes.h"
+#include "printer/alert_types.h"
 #include "printer/cartridge_record.h"
 #include "printer/cartridge_store.h"
+#include "ui/alert_keys.h"
 
 #include <cstdint>
 
 namespace {
 
-constexpr std::int64_t kTwoWeeks = 336;          // hours
-constexpr std::int64_t kInEffectNever = 175200;  // hours: twenty years
-constexpr std::int32_t kMediaCodes = 100;        // the media code is the status in this ring
+constexpr std::int32_t kMediaCodes = 100;  // the media code is the status modulo 100
 
 // The alerts that stay when the document ends: they are about the cartridge, not about the job.
-constexpr std::uint32_t kStayingAlerts[] = {
-    kTonerLowAlert, 5, 6, 7, 8, kWelcomeAlert, 29, kTonerVeryLowAlert, kTonerOutAlert, 32};
+constexpr AlertType kStayingAlerts[] = {AlertType::TonerLow,
+                                        AlertType::NoCartridge,
+                                        AlertType::IllegalCartridge,
+                                        AlertType::NonQvCartridge,
+                                        AlertType::CartridgeMemoryError,
+                                        AlertType::Welcome,
+                                        AlertType::CartridgeNotRecognized,
+                                        AlertType::TonerVeryLow,
+                                        AlertType::TonerOut,
+                                        AlertType::CartridgeNotAccepted};
 
-bool closesWithDocument(std::uint32_t dialogType) {
-    for (const std::uint32_t staying : kStayingAlerts) {
+bool closesWithDocument(AlertType dialogType) {
+    for (const AlertType staying : kStayingAlerts) {
         if (staying == dialogType) return false;
     }
     return true;
@@ -45,132 +52,89 @@ bool isFirstTime(bool (*occuredBefore)(CartridgeRecord&, std::uint32_t)) {
 
 bool fillDialogDescription(const DefaultLMSListener& listener,
                            arbor::IPropertyHolder& description) {
-    return description.setPointer(L"hinstance", listener._hinstance) &&
-           description.setPointer(L"hSinstance", listener._hSinstance) &&
-           description.setPointer(L"eventBroker", listener._broker) &&
-           description.setWString(L"idsPrinter", listener._printerName.c_str()) &&
-           description.setWString(L"idsPort", listener._portName.c_str()) &&
-           description.setInt(L"status", listener._status) &&
-           description.setInt(L"subcode", listener._subcode);
+    return description.setPointer(alert_key::kModule, listener._hinstance) &&
+           description.setPointer(alert_key::kStringModule, listener._hSinstance) &&
+           description.setPointer(alert_key::kBroker, listener._broker) &&
+           description.setWString(alert_key::kPrinterName, listener._printerName.c_str()) &&
+           description.setWString(alert_key::kPortName, listener._portName.c_str()) &&
+           description.setInt(alert_key::kStatus, listener._status) &&
+           description.setInt(alert_key::kSubcode, listener._subcode);
 }
 
-void DefaultLMSListener::showAlert(std::uint32_t dialogType) {
+void DefaultLMSListener::showAlert(AlertType dialogType) {
     arbor::PropertyHolder description;
     describeAndOpen(description, dialogType);
 }
 
 void DefaultLMSListener::describeAndOpen(arbor::IPropertyHolder& description,
-                                         std::uint32_t dialogType) {
-    const bool isMedia = dialogType == kMediaAlert;
-    const bool whole = fillDialogDescription(*this, description) &&
-                       description.setInt(L"dialog type", static_cast<std::int32_t>(dialogType)) &&
-                       (!isMedia || description.setInt(L"mediaCode", _status % kMediaCodes));
+                                         AlertType dialogType) {
+    const bool isMedia = dialogType == AlertType::LoadMedia;
+    const bool whole =
+        fillDialogDescription(*this, description) &&
+        description.setInt(alert_key::kDialogType, static_cast<std::int32_t>(dialogType)) &&
+        (!isMedia || description.setInt(alert_key::kMediaCode, _status % kMediaCodes));
     // What is missing would read as 0: an alert of another type, or one that answers to nobody.
     if (whole) _alerts.addAlert(description, dialogType, closesWithDocument(dialogType));
 }
 
 void DefaultLMSListener::showMediaAlert(int) {
-    showAlert(kMediaAlert);
+    showAlert(AlertType::LoadMedia);
 }
 
 void DefaultLMSListener::showTonerLow(int veryLow) {
     const SnoozeSlot slot = veryLow == 0 ? SnoozeSlot::Low : SnoozeSlot::VeryLow;
-    if (tonerAlertIsDue(slot, kTwoWeeks)) {
-        showAlert(veryLow == 0 ? kTonerLowAlert : kTonerVeryLowAlert);
+    if (tonerAlertIsDue(slot, kTwoWeeksInHours)) {
+        showAlert(veryLow == 0 ? AlertType::TonerLow : AlertType::TonerVeryLow);
     }
 }
 
 void DefaultLMSListener::showTonerOut() {
-    if (tonerAlertIsDue(SnoozeSlot::Out, kInEffectNever)) showAlert(kTonerOutAlert);
+    if (tonerAlertIsDue(SnoozeSlot::Out, kNeverInHours)) showAlert(AlertType::TonerOut);
 }
 
 void DefaultLMSListener::showDialogType6() {
-    if (isFirstTime(&IllegalCartOccured)) showAlert(6);
+    if (isFirstTime(&IllegalCartOccured)) showAlert(AlertType::IllegalCartridge);
 }
 
 void DefaultLMSListener::showDialogType7() {
-    if (isFirstTime(&NonQvCartOccuredBefore)) showAlert(7);
+    if (isFirstTime(&NonQvCartOccuredBefore)) showAlert(AlertType::NonQvCartridge);
 }
 
 // Types 8 and 29 share a flag: whichever comes first for a cartridge is the only one shown.
 void DefaultLMSListener::showDialogType8() {
-    if (isFirstTime(&ElableMemErrOccuredBefore)) showAlert(8);
+    if (isFirstTime(&ElableMemErrOccuredBefore)) showAlert(AlertType::CartridgeMemoryError);
 }
 void DefaultLMSListener::showDialogType29() {
-    if (isFirstTime(&ElableMemErrOccuredBefore)) showAlert(29);
+    if (isFirstTime(&ElableMemErrOccuredBefore)) showAlert(AlertType::CartridgeNotRecognized);
 }
 
 void DefaultLMSListener::setCartData() {
-    if (takeWelcome()) showAlert(kWelcomeAlert);
+    if (takeWelcome()) showAlert(AlertType::Welcome);
 }
 
-// No rule but their own status.
-void DefaultLMSListener::showDialogType0() {
-    showAlert(0);
-}
-void DefaultLMSListener::showDialogType2() {
-    showAlert(2);
-}
-void DefaultLMSListener::showDialogType3() {
-    showAlert(3);
-}
-void DefaultLMSListener::showDialogType5() {
-    showAlert(5);
-}
-void DefaultLMSListener::showDialogType9() {
-    showAlert(9);
-}
-void DefaultLMSListener::showDialogType10() {
-    showAlert(10);
-}
-void DefaultLMSListener::showDialogType11() {
-    showAlert(11);
-}
-void DefaultLMSListener::showDialogType12() {
-    showAlert(12);
-}
-void DefaultLMSListener::showDialogType14() {
-    showAlert(14);
-}
-void DefaultLMSListener::showDialogType15() {
-    showAlert(15);
-}
-void DefaultLMSListener::showDialogType16() {
-    showAlert(16);
-}
-void DefaultLMSListener::showDialogType17() {
-    showAlert(17);
-}
-void DefaultLMSListener::showDialogType18() {
-    showAlert(18);
-}
-void DefaultLMSListener::showDialogType19() {
-    showAlert(19);
-}
-void DefaultLMSListener::showDialogType20() {
-    showAlert(20);
-}
-void DefaultLMSListener::showDialogType21() {
-    showAlert(21);
-}
-void DefaultLMSListener::showDialogType22() {
-    showAlert(22);
-}
-void DefaultLMSListener::showDialogType23() {
-    showAlert(23);
-}
-void DefaultLMSListener::showDialogType24() {
-    showAlert(24);
-}
-void DefaultLMSListener::showDialogType26() {
-    showAlert(kFaxAlert);
-}
-void DefaultLMSListener::showDialogType27() {
-    showAlert(kFaxLinkAlert);
-}
-void DefaultLMSListener::showDialogType32() {
-    showAlert(32);
-}
-void DefaultLMSListener::showGenericStatus(std::int32_t) {
-    showAlert(28);
-}
+// These alerts have no rule but their status.
+// clang-format off
+void DefaultLMSListener::showDialogType0()  { showAlert(AlertType::PaperOut); }
+void DefaultLMSListener::showDialogType2()  { showAlert(AlertType::ManualFeed); }
+void DefaultLMSListener::showDialogType3()  { showAlert(AlertType::ManualDuplex); }
+void DefaultLMSListener::showDialogType5()  { showAlert(AlertType::NoCartridge); }
+void DefaultLMSListener::showDialogType9()  { showAlert(AlertType::InternalError); }
+void DefaultLMSListener::showDialogType10() { showAlert(AlertType::LaserBeam); }
+void DefaultLMSListener::showDialogType11() { showAlert(AlertType::PageNotFinished); }
+void DefaultLMSListener::showDialogType12() { showAlert(AlertType::PaperFeed); }
+void DefaultLMSListener::showDialogType14() { showAlert(AlertType::Fuser); }
+void DefaultLMSListener::showDialogType15() { showAlert(AlertType::Communication); }
+void DefaultLMSListener::showDialogType16() { showAlert(AlertType::FuserNotWarm); }
+void DefaultLMSListener::showDialogType17() { showAlert(AlertType::PrintEngine); }
+void DefaultLMSListener::showDialogType18() { showAlert(AlertType::LaserScanner); }
+void DefaultLMSListener::showDialogType19() { showAlert(AlertType::DoorOpen); }
+void DefaultLMSListener::showDialogType20() { showAlert(AlertType::CartridgeDoorOpen); }
+void DefaultLMSListener::showDialogType21() { showAlert(AlertType::RearJam); }
+void DefaultLMSListener::showDialogType22() { showAlert(AlertType::JamInside); }
+void DefaultLMSListener::showDialogType23() { showAlert(AlertType::TrayJam); }
+void DefaultLMSListener::showDialogType24() { showAlert(AlertType::UsedCartridge); }
+void DefaultLMSListener::showDialogType26() { showAlert(AlertType::FaxPrinted); }
+void DefaultLMSListener::showDialogType27() { showAlert(AlertType::FaxInCompanion); }
+void DefaultLMSListener::showDialogType32() { showAlert(AlertType::CartridgeNotAccepted); }
+void DefaultLMSListener::showGenericStatus(std::int32_t) { showAlert(AlertType::GenericStatus); }
+// clang-format on

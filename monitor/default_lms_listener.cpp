@@ -8,17 +8,19 @@
 #include "device/ews_intf.h"
 #include "device/shop_page.h"
 #include "device/web_links.h"
-#include "monitor/status_codes.h"
 #include "monitor/status_dispatch.h"
 #include "platform/trace.h"
+#include "printer/alert_types.h"
 #include "printer/cartridge_record.h"
 #include "printer/cartridge_store.h"
 #include "printer/consumables.h"
 #include "printer/media_types.h"
+#include "printer/status_codes.h"
 #include "tern/event_broker.h"
 #include "tern/i_instance_manager.h"
 #include "tern/velo_record.h"
 #include "ui/alert_actions.h"
+#include "ui/alert_keys.h"
 #include "ui/alert_window.h"
 #include "ui/default_status_dialog.h"
 #include "ui/snooze_choice.h"
@@ -31,7 +33,6 @@ namespace {
 constexpr arbor::Guid kClassId{
     0x2C8F6E51, 0x7D0A, 0x4B6E, {0x9A, 0x35, 0x51, 0xC4, 0x0E, 0x8B, 0x27, 0xD3}};
 
-constexpr char kNoText[] = "not exist";
 constexpr wchar_t kCancelButton[] = L"cancel";
 constexpr wchar_t kGoButton[] = L"go";
 
@@ -90,7 +91,7 @@ bool DefaultLMSListener::onStatus(const arbor::IPropertyHolder& properties) {
             return true;
         }
     }
-    if (_subcode == kCancelSubcode) pressButton(kCancelButton);
+    if (_subcode == status_subcode::kPressCancel) pressButton(kCancelButton);
     if (isSilenced()) return true;
 
     dispatchStatus(*this, _status, _subcode);
@@ -102,11 +103,11 @@ bool DefaultLMSListener::isSilenced() const {
         platform::trace("TERNA user chose to disable all messages");
         return true;
     }
-    if (!_classes.information && _status == kTonerOutBlack) {
+    if (!_classes.information && _status == status_code::kTonerOutBlack) {
         platform::trace("TERNA ! _showInformation && status == TONER_OUT_BLACK");
         return true;
     }
-    if (!_classes.errors && _status >= kFirstErrorStatus) {
+    if (!_classes.errors && _status >= status_code::kFirstError) {
         platform::trace("TERNA status >= 10403  PJL error starting point???");
         return true;
     }
@@ -188,7 +189,7 @@ void DefaultLMSListener::onFeedback(std::uint32_t action,
 
 void DefaultLMSListener::onDialogClosed(const arbor::IPropertyHolder& properties) {
     const auto* dialog =
-        static_cast<const StatusDialog*>(properties.getPointer(L"statusdialog", nullptr));
+        static_cast<const StatusDialog*>(properties.getPointer(alert_action_key::kDialog, nullptr));
     if (dialog != nullptr) closeAlert(dialog);
     if (_exitWithLastDialog && _alerts.empty()) {
         platform::trace("TERNA - No more dlgs, killing threads...");
@@ -202,24 +203,29 @@ void DefaultLMSListener::closeAlert(const StatusDialog* dialog) {
     if (alert == nullptr) return;
 
     if (alert->canResume()) pressButton(kGoButton);
-    const std::uint32_t dialogType = _alerts.findAlertTypeFromDlg(dialog);
-    if (dialogType == kTonerVeryLowAlert) snoozeFromDialog(alert->window(), SnoozeSlot::VeryLow);
-    if (dialogType == kTonerLowAlert) snoozeFromDialog(alert->window(), SnoozeSlot::Low);
+    const AlertType dialogType = _alerts.findAlertTypeFromDlg(dialog);
+    if (dialogType == AlertType::TonerVeryLow)
+        snoozeFromDialog(alert->window(), SnoozeSlot::VeryLow);
+    if (dialogType == AlertType::TonerLow) snoozeFromDialog(alert->window(), SnoozeSlot::Low);
     _alerts.removeAlertDialog(dialog);
     // A fax alert may come outside any document: its end is the end of what the monitor was started
     // for.
-    if (dialogType == kFaxAlert || dialogType == kFaxLinkAlert) onEndDocument();
+    if (dialogType == AlertType::FaxPrinted || dialogType == AlertType::FaxInCompanion)
+        onEndDocument();
 }
 
 void DefaultLMSListener::onFaxLink(const arbor::IPropertyHolder& properties) {
-    const bool both = properties.getString(L"idsFaxReceived", kNoText) != kNoText &&
-                      properties.getString(L"idsFaxReceivedTB", kNoText) != kNoText;
-    if (!both) launchCompanion();
+    const auto hasText = [&properties](const wchar_t* key) {
+        return arbor::wideText(properties, key, alert_key::kNotExist) != alert_key::kNotExist;
+    };
+    if (!hasText(alert_key::kFaxReceived) || !hasText(alert_key::kFaxReceivedOrrery)) {
+        launchCompanion();
+    }
 }
 
 void DefaultLMSListener::onCompact(const arbor::IPropertyHolder& properties, bool detailIsLink) {
-    if (properties.getPointer(L"statusdialog", nullptr) == nullptr) return;
+    if (properties.getPointer(alert_action_key::kDialog, nullptr) == nullptr) return;
     const auto window =
-        static_cast<WindowHandle>(properties.getPointer(L"statusdialoghwnd", nullptr));
+        static_cast<WindowHandle>(properties.getPointer(alert_action_key::kWindow, nullptr));
     compactAlertWindow(window, detailIsLink);
 }

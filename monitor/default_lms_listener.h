@@ -5,6 +5,7 @@
 #include "arbor/i_property_holder.h"
 #include "monitor/open_alerts.h"
 #include "platform/native_handle.h"
+#include "printer/alert_types.h"
 #include "printer/printer_identity.h"
 #include "tern/abstract_listener.h"
 
@@ -75,7 +76,7 @@ public:
 
 protected:
     // The tail of every handler: describes the alert and opens it.
-    void showAlert(std::uint32_t dialogType);
+    void showAlert(AlertType dialogType);
 
     OpenAlerts _alerts;
 
@@ -83,7 +84,7 @@ private:
     friend bool fillDialogDescription(const DefaultLMSListener& listener,
                                       arbor::IPropertyHolder& description);
 
-    void describeAndOpen(arbor::IPropertyHolder& description, std::uint32_t dialogType);
+    void describeAndOpen(arbor::IPropertyHolder& description, AlertType dialogType);
     bool onStatus(const arbor::IPropertyHolder& properties);
     bool isSilenced() const;
     void onChannelControl(arbor::IMessage* message);

@@ -25,14 +25,18 @@ unsigned shown(const void* address) {
     return static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(address));
 }
 
+int shown(AlertType type) {
+    return static_cast<int>(type);
+}
+
 }  // namespace
 
 struct OpenAlerts::AlertRecord {
-    AlertRecord(std::uint32_t type, bool closesWithDocument)
+    AlertRecord(AlertType type, bool closesWithDocument)
         : dialogType(type), autoClose(closesWithDocument) {}
 
     std::unique_ptr<DefaultStatusDialog> dialog;
-    std::uint32_t dialogType;
+    AlertType dialogType;
     bool autoClose;
 };
 
@@ -40,7 +44,7 @@ OpenAlerts::OpenAlerts() : _cascadeX(kFirstPosition), _cascadeY(kFirstPosition) 
 
 OpenAlerts::~OpenAlerts() = default;
 
-void OpenAlerts::addAlert(arbor::IPropertyHolder& description, std::uint32_t dialogType,
+void OpenAlerts::addAlert(arbor::IPropertyHolder& description, AlertType dialogType,
                           bool autoClose) try {
     if (findAlertDialogType(dialogType) != kNotFound) return;
 
@@ -58,13 +62,12 @@ void OpenAlerts::addAlert(arbor::IPropertyHolder& description, std::uint32_t dia
     // Nothing was added; the next status of this kind tries again.
 }
 
-std::uint32_t OpenAlerts::findAlertDialogType(std::uint32_t dialogType) {
+std::uint32_t OpenAlerts::findAlertDialogType(AlertType dialogType) {
     const Lock lock(*this);
-    platform::trace("TERNA findAlertDialogType %d", static_cast<int>(dialogType));
+    platform::trace("TERNA findAlertDialogType %d", shown(dialogType));
     for (std::size_t index = 0; index < _alerts.size(); ++index) {
-        const std::uint32_t open = _alerts[index]->dialogType;
-        platform::trace("TERNA findAlertDialogType %d ?= %d", static_cast<int>(dialogType),
-                        static_cast<int>(open));
+        const AlertType open = _alerts[index]->dialogType;
+        platform::trace("TERNA findAlertDialogType %d ?= %d", shown(dialogType), shown(open));
         if (open == dialogType) return static_cast<std::uint32_t>(index);
     }
     return kNotFound;
@@ -80,14 +83,14 @@ DefaultStatusDialog* OpenAlerts::findAlertDialog(const StatusDialog* dialog) {
     return nullptr;
 }
 
-std::uint32_t OpenAlerts::findAlertTypeFromDlg(const StatusDialog* dialog) {
+AlertType OpenAlerts::findAlertTypeFromDlg(const StatusDialog* dialog) {
     const Lock lock(*this);
     for (const auto& record : _alerts) {
         platform::trace("TERNA findAlertTypeFromDlg %#x ?= %#x", shown(dialog),
                         shown(record->dialog.get()));
         if (record->dialog.get() == dialog) return record->dialogType;
     }
-    return kNotFound;
+    return AlertType::None;
 }
 
 void OpenAlerts::removeAlertDialog(const StatusDialog* dialog) {

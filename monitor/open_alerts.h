@@ -2,6 +2,7 @@
 
 #include "arbor/synchronized.h"
 #include "arbor/thread_annotations.h"
+#include "printer/alert_types.h"
 #include "ui/window_types.h"
 
 #include <cstdint>
@@ -26,14 +27,14 @@ public:
 
     // Opens an alert at the next place of the cascade. An open alert of this type stays as it is
     // and the new one is dropped, as it is when memory or its window fail.
-    void addAlert(arbor::IPropertyHolder& description, std::uint32_t dialogType, bool autoClose);
+    void addAlert(arbor::IPropertyHolder& description, AlertType dialogType, bool autoClose);
 
     // Index of the alert of a type, kNotFound when none is open.
-    std::uint32_t findAlertDialogType(std::uint32_t dialogType);
+    std::uint32_t findAlertDialogType(AlertType dialogType);
     // The alert when it is one of ours, else null. The pointer may designate an alert that is gone.
     DefaultStatusDialog* findAlertDialog(const StatusDialog* dialog);
-    // kNotFound for an alert that is not ours.
-    std::uint32_t findAlertTypeFromDlg(const StatusDialog* dialog);
+    // AlertType::None for an alert that is not ours.
+    AlertType findAlertTypeFromDlg(const StatusDialog* dialog);
     // Destroys the alert and its window. Does nothing for one that is not ours.
     void removeAlertDialog(const StatusDialog* dialog);
     // Destroys the alerts that end with the document; returns how many stay. Takes no lock.

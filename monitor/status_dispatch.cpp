@@ -1,90 +1,119 @@
 #include "monitor/status_dispatch.h"
 
 #include "monitor/default_lms_listener.h"
-#include "monitor/status_codes.h"
+#include "printer/status_codes.h"
 #include "printer/status_texts.h"
 
-#include <limits>
-
 namespace {
-
-constexpr std::int32_t kAny = std::numeric_limits<std::int32_t>::min();
-
-struct StatusRow {
-    std::int32_t first;  // status codes, both included; kAny: every status that `applies`
-    std::int32_t last;
-    bool (*applies)(std::int32_t status, std::int32_t subcode);  // null: the codes say it all
-    void (*show)(DefaultLMSListener& listener, std::int32_t status);
-};
-
-bool isNewCartridge(std::int32_t status, std::int32_t subcode) {
-    return status == 1 || subcode == kNewCartridgeSubcode;
-}
-
-bool isGeneric(std::int32_t status, std::int32_t) {
-    return isKnownStatus(status);
-}
 
 using Listener = DefaultLMSListener;
 using Code = std::int32_t;
 
-// The first match wins, so the order is part of the meaning. 41200 and 41300 are in no range.
+bool isNewCartridge(Code status, Code subcode) {
+    return status == status_code::kNewCartridge || subcode == status_subcode::kNewCartridge;
+}
+
+bool hasGenericText(Code status, Code) {
+    return isKnownStatus(status);
+}
+
+struct StatusRow {
+    Code first;  // status codes, both included
+    Code last;
+    bool (*applies)(Code status, Code subcode);  // null: the codes decide
+    void (*show)(Listener& listener, Code status);
+
+    [[nodiscard]] bool matches(Code status, Code subcode) const {
+        if (applies != nullptr) return applies(status, subcode);
+        return status >= first && status <= last;
+    }
+};
+
+using Show = decltype(StatusRow::show);
+
+constexpr StatusRow on(Code status, Show show) {
+    return {status, status, nullptr, show};
+}
+constexpr StatusRow between(Code first, Code last, Show show) {
+    return {first, last, nullptr, show};
+}
+constexpr StatusRow where(decltype(StatusRow::applies) applies, Show show) {
+    return {0, 0, applies, show};
+}
+
+// Calls through the listener's virtual table, so that a derived listener can replace any alert.
+template <void (Listener::*Handler)()>
+void show(Listener& listener, Code) {
+    (listener.*Handler)();
+}
+template <void (Listener::*Handler)(int), int Argument>
+void showWith(Listener& listener, Code) {
+    (listener.*Handler)(Argument);
+}
+void showGeneric(Listener& listener, Code status) {
+    listener.showGenericStatus(status);
+}
+
+constexpr int kLow = 0;
+constexpr int kVeryLow = 1;
+
+namespace code = status_code;
+
+// The first match wins, so the order is part of the meaning: subcode 1 announces a new cartridge
+// only where the status has no alert of its own further up.
 // clang-format off
 constexpr StatusRow kStatusRows[] = {
-    {41100, 41199, nullptr, [](Listener& to, Code) { to.showDialogType0(); }},
-    {41000, 41099, nullptr, [](Listener& to, Code) { to.showMediaAlert(1); }},
-    {41201, 41299, nullptr, [](Listener& to, Code) { to.showMediaAlert(2); }},
-    {41301, 41399, nullptr, [](Listener& to, Code) { to.showMediaAlert(3); }},
-    {41900, 41900, nullptr, [](Listener& to, Code) { to.showDialogType2(); }},
-    {30119, 30119, nullptr, [](Listener& to, Code) { to.showDialogType2(); }},
-    {40120, 40121, nullptr, [](Listener& to, Code) { to.showDialogType3(); }},
-    {10209, 10209, nullptr, [](Listener& to, Code) { to.showTonerLow(0); }},
-    {10219, 10219, nullptr, [](Listener& to, Code) { to.showTonerLow(1); }},
-    {10300, 10300, nullptr, [](Listener& to, Code) { to.showTonerOut(); }},
-    {40600, 40600, nullptr, [](Listener& to, Code) { to.showDialogType5(); }},
-    {10512, 10512, nullptr, [](Listener& to, Code) { to.showDialogType6(); }},
-    {40625, 40625, nullptr, [](Listener& to, Code) { to.showDialogType32(); }},
-    {10403, 10403, nullptr, [](Listener& to, Code) { to.showDialogType7(); }},
-    {10407, 10407, nullptr, [](Listener& to, Code) { to.showDialogType7(); }},
-    {40017, 40017, nullptr, [](Listener& to, Code) { to.showDialogType8(); }},
-    {40010, 40010, nullptr, [](Listener& to, Code) { to.showDialogType29(); }},
-    {30017, 30017, nullptr, [](Listener& to, Code) { to.showDialogType29(); }},
-    {50021, 50021, nullptr, [](Listener& to, Code) { to.showDialogType9(); }},
-    {50023, 50024, nullptr, [](Listener& to, Code) { to.showDialogType9(); }},
-    {50012, 50012, nullptr, [](Listener& to, Code) { to.showDialogType10(); }},
-    {30201, 30201, nullptr, [](Listener& to, Code) { to.showDialogType11(); }},
-    {50003, 50003, nullptr, [](Listener& to, Code) { to.showDialogType14(); }},
-    {50007, 50007, nullptr, [](Listener& to, Code) { to.showDialogType15(); }},
-    {50008, 50008, nullptr, [](Listener& to, Code) { to.showDialogType16(); }},
-    {50025, 50025, nullptr, [](Listener& to, Code) { to.showDialogType17(); }},
-    {50005, 50005, nullptr, [](Listener& to, Code) { to.showDialogType18(); }},
-    {50020, 50020, nullptr, [](Listener& to, Code) { to.showDialogType12(); }},
-    {40020, 40020, nullptr, [](Listener& to, Code) { to.showDialogType19(); }},
-    {40021, 40021, nullptr, [](Listener& to, Code) { to.showDialogType20(); }},
-    {42002, 42002, nullptr, [](Listener& to, Code) { to.showDialogType21(); }},
-    {42001, 42001, nullptr, [](Listener& to, Code) { to.showDialogType23(); }},
-    {42000, 42000, nullptr, [](Listener& to, Code) { to.showDialogType22(); }},
-    {40608, 40608, nullptr, [](Listener& to, Code) { to.showDialogType24(); }},
-    {40610, 40610, nullptr, [](Listener& to, Code) { to.showDialogType24(); }},
-    {40612, 40612, nullptr, [](Listener& to, Code) { to.showDialogType24(); }},
-    {40614, 40614, nullptr, [](Listener& to, Code) { to.showDialogType24(); }},
-    {kAny,  kAny,  &isNewCartridge, [](Listener& to, Code) { to.setCartData(); }},
-    {100000, 100000, nullptr, [](Listener& to, Code) { to.showDialogType26(); }},
-    {100001, 100001, nullptr, [](Listener& to, Code) { to.showDialogType27(); }},
-    {kAny,  kAny,  &isGeneric, [](Listener& to, Code status) { to.showGenericStatus(status); }},
+    between(code::kFirstPaperOut, code::kLastPaperOut,         show<&Listener::showDialogType0>),
+    between(code::kFirstLoadMedia, code::kLastLoadMedia,       showWith<&Listener::showMediaAlert, 1>),
+    between(code::kFirstLoadMedia412, code::kLastLoadMedia412, showWith<&Listener::showMediaAlert, 2>),
+    between(code::kFirstLoadMedia413, code::kLastLoadMedia413, showWith<&Listener::showMediaAlert, 3>),
+    on(code::kManualFeed41900,                                 show<&Listener::showDialogType2>),
+    on(code::kManualFeed30119,                                 show<&Listener::showDialogType2>),
+    on(code::kManualDuplex40120,                               show<&Listener::showDialogType3>),
+    on(code::kManualDuplex40121,                               show<&Listener::showDialogType3>),
+    on(code::kTonerLow,                                        showWith<&Listener::showTonerLow, kLow>),
+    on(code::kTonerVeryLow,                                    showWith<&Listener::showTonerLow, kVeryLow>),
+    on(code::kTonerOutBlack,                                   show<&Listener::showTonerOut>),
+    on(code::kNoCartridge,                                     show<&Listener::showDialogType5>),
+    on(code::kIllegalCartridge,                                show<&Listener::showDialogType6>),
+    on(code::kCartridgeNotAccepted,                            show<&Listener::showDialogType32>),
+    on(code::kNonQvCartridge10403,                             show<&Listener::showDialogType7>),
+    on(code::kNonQvCartridge10407,                             show<&Listener::showDialogType7>),
+    on(code::kCartridgeMemoryError,                            show<&Listener::showDialogType8>),
+    on(code::kCartridgeNotRecognized40010,                     show<&Listener::showDialogType29>),
+    on(code::kCartridgeNotRecognized30017,                     show<&Listener::showDialogType29>),
+    on(code::kInternalError50021,                              show<&Listener::showDialogType9>),
+    on(code::kInternalError50023,                              show<&Listener::showDialogType9>),
+    on(code::kInternalError50024,                              show<&Listener::showDialogType9>),
+    on(code::kLaserBeam,                                       show<&Listener::showDialogType10>),
+    on(code::kPageNotFinished,                                 show<&Listener::showDialogType11>),
+    on(code::kFuser,                                           show<&Listener::showDialogType14>),
+    on(code::kCommunication,                                   show<&Listener::showDialogType15>),
+    on(code::kFuserNotWarm,                                    show<&Listener::showDialogType16>),
+    on(code::kPrintEngine,                                     show<&Listener::showDialogType17>),
+    on(code::kLaserScanner,                                    show<&Listener::showDialogType18>),
+    on(code::kPaperFeed,                                       show<&Listener::showDialogType12>),
+    on(code::kDoorOpen,                                        show<&Listener::showDialogType19>),
+    on(code::kCartridgeDoorOpen,                               show<&Listener::showDialogType20>),
+    on(code::kRearJam,                                         show<&Listener::showDialogType21>),
+    on(code::kTrayJam,                                         show<&Listener::showDialogType23>),
+    on(code::kJamInside42000,                                  show<&Listener::showDialogType22>),
+    on(code::kUsedCartridge40608,                              show<&Listener::showDialogType24>),
+    on(code::kUsedCartridge40610,                              show<&Listener::showDialogType24>),
+    on(code::kUsedCartridge40612,                              show<&Listener::showDialogType24>),
+    on(code::kUsedCartridge40614,                              show<&Listener::showDialogType24>),
+    where(&isNewCartridge,                                     show<&Listener::setCartData>),
+    on(code::kFaxPrinted,                                      show<&Listener::showDialogType26>),
+    on(code::kFaxInCompanion,                                  show<&Listener::showDialogType27>),
+    where(&hasGenericText,                                     showGeneric),
 };
 // clang-format on
-
-bool matches(const StatusRow& row, std::int32_t status, std::int32_t subcode) {
-    if (row.applies != nullptr) return row.applies(status, subcode);
-    return status >= row.first && status <= row.last;
-}
 
 }  // namespace
 
 void dispatchStatus(DefaultLMSListener& listener, std::int32_t status, std::int32_t subcode) {
     for (const StatusRow& row : kStatusRows) {
-        if (!matches(row, status, subcode)) continue;
+        if (!row.matches(status, subcode)) continue;
         row.show(listener, status);
         return;
     }

@@ -4,6 +4,7 @@
 #include "platform/native_handle.h"
 #include "platform/registry.h"
 #include "platform/trace.h"
+#include "printer/registry_keys.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -16,7 +17,6 @@ using platform::ValueType;
 
 namespace {
 
-constexpr wchar_t kKey[] = L"Software\\Corvane\\QVBL7400 SM";
 constexpr wchar_t kCurrentValue[] = L"CurrCart";
 constexpr wchar_t kVersionValue[] = L"CartDataVer";
 constexpr wchar_t kRecordValue[] = L"CartData";
@@ -26,21 +26,21 @@ constexpr std::uint32_t kNoVersion = 0;  // as good as a missing one: no program
 constexpr int kRounds = 2;
 
 constexpr std::int64_t kSecondsPerHour = 3600;
-constexpr std::int64_t kNever = 175200;  // hours: twenty years
 
 // By the index in the snooze list; its line 0 is the prompt.
 struct SnoozeChoice {
     int index;
     std::int64_t hours;
 };
-constexpr SnoozeChoice kSnoozeChoices[] = {{1, 1},  {2, 4},   {3, 24},  {4, 48},
-                                           {5, 72}, {6, 168}, {7, 336}, {8, kNever}};
+constexpr SnoozeChoice kSnoozeChoices[] = {
+    {1, 1}, {2, 4}, {3, 24}, {4, 48}, {5, 72}, {6, 168}, {7, kTwoWeeksInHours}, {8, kNeverInHours}};
 
 struct TypeSlot {
-    int dialogType;
+    AlertType type;
     SnoozeSlot slot;
 };
-constexpr TypeSlot kTypeSlots[] = {{30, SnoozeSlot::VeryLow}, {31, SnoozeSlot::Out}};
+constexpr TypeSlot kTypeSlots[] = {{AlertType::TonerVeryLow, SnoozeSlot::VeryLow},
+                                   {AlertType::TonerOut, SnoozeSlot::Out}};
 
 // The serial numbers are unsigned, the trace has always shown them signed.
 int shown(std::uint32_t number) {
@@ -65,7 +65,8 @@ bool writeDword(RegistryKey& key, const wchar_t* name, std::uint32_t value) {
 // what stands in the registry, also after a failure.
 bool readRecord(CartridgeRecord& record, std::uint32_t& version) {
     RegistryKey key;
-    if (key.openForReading(Hive::CurrentUser, kKey) != platform::kSuccess) return false;
+    if (key.openForReading(Hive::CurrentUser, registry_key::kMonitor) != platform::kSuccess)
+        return false;
     if (!readDword(key, kVersionValue, version)) return false;
     if (version != kCartridgeRecordVersion) {
         platform::trace("TERNA GetCartData -- Version missmatch saved=%d, current=%d",
@@ -83,7 +84,8 @@ bool readRecord(CartridgeRecord& record, std::uint32_t& version) {
 bool saveRecord(const CartridgeRecord& record,
                 std::uint32_t versionBefore = kCartridgeRecordVersion) {
     RegistryKey key;
-    if (key.createForWriting(Hive::CurrentUser, kKey) != platform::kSuccess) return false;
+    if (key.createForWriting(Hive::CurrentUser, registry_key::kMonitor) != platform::kSuccess)
+        return false;
     if (!writeDword(key, kVersionValue, kCartridgeRecordVersion)) return false;
     if (key.write(kRecordValue, ValueType::Binary, record.bytes(),
                   static_cast<std::uint32_t>(kCartridgeRecordBytes)) == platform::kSuccess) {
@@ -95,7 +97,8 @@ bool saveRecord(const CartridgeRecord& record,
 
 void makeCurrent(std::uint32_t serial) {
     RegistryKey key;
-    if (key.createForWriting(Hive::CurrentUser, kKey) != platform::kSuccess) return;
+    if (key.createForWriting(Hive::CurrentUser, registry_key::kMonitor) != platform::kSuccess)
+        return;
     writeDword(key, kCurrentValue, serial);
 }
 
@@ -148,7 +151,8 @@ bool GetCartData(CartridgeRecord& record) {
 std::uint32_t GetCurrCart() {
     platform::trace("TERNA GetCurrCart");
     RegistryKey key;
-    if (key.openForReading(Hive::CurrentUser, kKey) != platform::kSuccess) return kNoCartridge;
+    if (key.openForReading(Hive::CurrentUser, registry_key::kMonitor) != platform::kSuccess)
+        return kNoCartridge;
     std::uint32_t serial = kNoCartridge;
     readDword(key, kCurrentValue, serial);
     return serial;
@@ -225,9 +229,9 @@ std::int64_t snoozeHours(int index) {
     return 0;
 }
 
-SnoozeSlot snoozeSlotOfDialogType(int dialogType) {
+SnoozeSlot snoozeSlotOf(AlertType type) {
     for (const TypeSlot& row : kTypeSlots) {
-        if (row.dialogType == dialogType) return row.slot;
+        if (row.type == type) return row.slot;
     }
     return SnoozeSlot::Low;
 }

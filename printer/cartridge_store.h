@@ -1,8 +1,12 @@
 #pragma once
 
+#include "printer/alert_types.h"
 #include "printer/cartridge_record.h"
 
 #include <cstdint>
+
+inline constexpr std::int64_t kTwoWeeksInHours = 336;
+inline constexpr std::int64_t kNeverInHours = 175200;  // twenty years: in effect never again
 
 // The cartridges, snoozes and shown-once flags that this user's registry remembers. Nothing is kept
 // in memory: each operation loads the record and writes it back whole. Failures of the registry are
@@ -37,5 +41,5 @@ bool takeWelcome();
 // Hours of the choice at `index` of the snooze list; 0 for the prompt and for any other index.
 std::int64_t snoozeHours(int index);
 
-// The snooze slot of an alert.
-SnoozeSlot snoozeSlotOfDialogType(int dialogType);
+// The snooze slot of an alert; the low one for every alert but very low and out.
+SnoozeSlot snoozeSlotOf(AlertType type);

@@ -6,6 +6,7 @@
 #include "platform/spooler.h"
 #include "platform/trace.h"
 #include "platform/utf16.h"
+#include "printer/registry_keys.h"
 
 #include <array>
 #include <cstddef>
@@ -20,7 +21,6 @@ using platform::ValueType;
 
 namespace {
 
-constexpr wchar_t kMonitorKey[] = L"Software\\Corvane\\QVBL7400 SM";
 constexpr wchar_t kPrinterValue[] = L"CurrPrinter";
 constexpr std::size_t kPrinterUnits = 255;
 
@@ -37,7 +37,6 @@ constexpr wchar_t kDriverData[] = L"Printer Driver";
 constexpr std::size_t kDriverUnits = 256;
 constexpr std::u16string_view kModelMarker = u"K740";  // case counts
 
-constexpr wchar_t kCompanionKey[] = L"SOFTWARE\\Corvane\\Orrery\\";
 constexpr wchar_t kPathValue[] = L"ApplicationPath";
 constexpr std::size_t kPathUnits = 512;
 constexpr char kNotLaunched[] = "Failed to launch OrreryMX.\n";
@@ -46,7 +45,8 @@ constexpr std::uint32_t kInvalidData = 13;  // the system's number for a value t
 void rememberPrinter(const std::wstring& name) {
     const std::u16string units = platform::toUtf16(name);
     RegistryKey key;
-    if (key.createForWriting(Hive::CurrentUser, kMonitorKey) != platform::kSuccess) return;
+    if (key.createForWriting(Hive::CurrentUser, registry_key::kMonitor) != platform::kSuccess)
+        return;
     // Without its terminator, as this value has always been written; a failure leaves the old name.
     static_cast<void>(key.write(kPrinterValue, ValueType::String, units.data(),
                                 static_cast<std::uint32_t>(units.size() * sizeof(char16_t))));
@@ -68,7 +68,7 @@ std::uint32_t readText(const RegistryKey& key, const wchar_t* name, std::wstring
 
 void recallPrinter(std::wstring& name) {
     RegistryKey key;
-    if (key.openForReading(Hive::CurrentUser, kMonitorKey) != platform::kSuccess) return;
+    if (key.openForReading(Hive::CurrentUser, registry_key::kMonitor) != platform::kSuccess) return;
     static_cast<void>(readText<kPrinterUnits>(key, kPrinterValue, name));  // else it stays empty
 }
 
@@ -118,7 +118,7 @@ bool isSupportedPrinter(std::wstring& name) try {
 
 bool startCompanion() try {
     RegistryKey key;
-    std::uint32_t error = key.openForReading(Hive::LocalMachine, kCompanionKey);
+    std::uint32_t error = key.openForReading(Hive::LocalMachine, registry_key::kCompanion);
     if (error != platform::kSuccess) {
         platform::trace("Query registry key error, %d", static_cast<int>(error));
         return false;

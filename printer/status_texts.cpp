@@ -1,5 +1,8 @@
 #include "printer/status_texts.h"
 
+#include "printer/status_codes.h"
+#include "strings/string_ids.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
@@ -11,15 +14,49 @@ struct StatusText {
     std::uint32_t resource;  // string id
 };
 
-// Searched by halves, so ascending; the assertion below keeps it so.
+namespace code = status_code;
+
+// In ascending order of the codes, for a binary search. The specific alerts come first in the
+// dispatch: most of these texts are only reached by a derived listener that shows the generic
+// alert.
 // clang-format off
 constexpr StatusText kStatusTexts[] = {
-    {10209, 159}, {10219, 159}, {10300, 163}, {10403, 171}, {10407, 171}, {10500, 172},
-    {10511, 179}, {10512, 179}, {30017, 210}, {30119, 153}, {40010, 147}, {40017, 210},
-    {40020, 145}, {40021, 146}, {40600, 141}, {40608, 353}, {40610, 353}, {40612, 353},
-    {40614, 353}, {42000, 234}, {42001, 233}, {42002, 232}, {42003, 133}, {42004, 133},
-    {42100, 234}, {42300, 234}, {50003, 165}, {50006, 119}, {50007, 165}, {50008, 165},
-    {50012, 125}, {50020, 165}, {50021, 165}, {50023, 165}, {50024, 165}, {50025, 165},
+    {code::kTonerLow,                    IDS_STATUS_TONER_LOW},
+    {code::kTonerVeryLow,                IDS_STATUS_TONER_LOW},
+    {code::kTonerOutBlack,               IDS_STATUS_CARTRIDGE_EMPTY},
+    {code::kNonQvCartridge10403,         IDS_STATUS_NOT_QV_CARTRIDGE},
+    {code::kNonQvCartridge10407,         IDS_STATUS_NOT_QV_CARTRIDGE},
+    {code::kReseatCartridge,             IDS_RESEAT_CARTRIDGE},
+    {code::kInstallQvCartridge,          IDS_INSTALL_QV_CARTRIDGE},
+    {code::kIllegalCartridge,            IDS_INSTALL_QV_CARTRIDGE},
+    {code::kCartridgeNotRecognized30017, IDS_CARTRIDGE_MEMORY_DETAIL},
+    {code::kManualFeed30119,             IDS_STATUS_LOAD_INPUT_SLOT},
+    {code::kCartridgeNotRecognized40010, IDS_STATUS_CARTRIDGE_NOT_RECOGNIZED},
+    {code::kCartridgeMemoryError,        IDS_CARTRIDGE_MEMORY_DETAIL},
+    {code::kDoorOpen,                    IDS_STATUS_DOOR_OPEN},
+    {code::kCartridgeDoorOpen,           IDS_STATUS_CARTRIDGE_DOOR_OPEN},
+    {code::kNoCartridge,                 IDS_STATUS_NO_CARTRIDGE},
+    {code::kUsedCartridge40608,          IDS_CARTRIDGE_USED_BEFORE},
+    {code::kUsedCartridge40610,          IDS_CARTRIDGE_USED_BEFORE},
+    {code::kUsedCartridge40612,          IDS_CARTRIDGE_USED_BEFORE},
+    {code::kUsedCartridge40614,          IDS_CARTRIDGE_USED_BEFORE},
+    {code::kJamInside42000,              IDS_JAM_INSIDE},
+    {code::kTrayJam,                     IDS_TRAY_JAM},
+    {code::kRearJam,                     IDS_REAR_JAM},
+    {code::kDuplexJam42003,              IDS_DUPLEX_JAM},
+    {code::kDuplexJam42004,              IDS_DUPLEX_JAM},
+    {code::kJamInside42100,              IDS_JAM_INSIDE},
+    {code::kJamInside42300,              IDS_JAM_INSIDE},
+    {code::kFuser,                       IDS_TURN_OFF_AND_ON},
+    {code::kFan,                         IDS_FAN_PROBLEM},
+    {code::kCommunication,               IDS_TURN_OFF_AND_ON},
+    {code::kFuserNotWarm,                IDS_TURN_OFF_AND_ON},
+    {code::kLaserBeam,                   IDS_LASER_BEAM_DETAIL},
+    {code::kPaperFeed,                   IDS_TURN_OFF_AND_ON},
+    {code::kInternalError50021,          IDS_TURN_OFF_AND_ON},
+    {code::kInternalError50023,          IDS_TURN_OFF_AND_ON},
+    {code::kInternalError50024,          IDS_TURN_OFF_AND_ON},
+    {code::kPrintEngine,                 IDS_TURN_OFF_AND_ON},
 };
 // clang-format on
 

@@ -22,6 +22,7 @@ inline constexpr wchar_t kTitle[] = L"idsTitle";  // format: the printer's name
 inline constexpr wchar_t kHeadline[] = L"idsSubTitle";
 inline constexpr wchar_t kDetail[] = L"idsSubTitle1";
 inline constexpr wchar_t kDetailText[] = L"subtitle1";  // text, wins over kDetail
+inline constexpr wchar_t kNotExist[] = L"not exist";    // what an absent text reads as; kept
 inline constexpr wchar_t kOkCaption[] = L"buttonMessage";
 inline constexpr wchar_t kPicture[] = L"idbPrinter";
 inline constexpr wchar_t kIcon[] = L"idbIcon";

@@ -22,7 +22,6 @@ namespace {
 
 using dialog_controls::Emphasis;
 
-constexpr wchar_t kNoDetailText[] = L"not exist";  // what a description without the text reads
 constexpr std::int32_t kManualDuplex = 40120, kManualDuplexAgain = 40121;
 constexpr std::int32_t kTonerLow = 10209, kTonerVeryLow = 10219;
 constexpr int kLowType = 4, kVeryLowType = 30;  // dialog types with a snooze list
@@ -70,8 +69,8 @@ DefaultStatusDialog::DefaultStatusDialog(const arbor::IPropertyHolder& descripti
       _suppliesName(bagText(description, alert_key::kSuppliesName)),
       _suppliesPages(bagText(description, alert_key::kSuppliesPages)),
       _suppliesComment(bagText(description, alert_key::kSuppliesComment)) {
-    const std::wstring detail = bagText(description, alert_key::kDetailText, kNoDetailText);
-    if (detail != kNoDetailText) _detail = detail;
+    const std::wstring detail = bagText(description, alert_key::kDetailText, alert_key::kNotExist);
+    if (detail != alert_key::kNotExist) _detail = detail;
     for (std::size_t step = 0; step < kDuplexSteps; ++step) {
         _duplexTexts[step] = textOf(description, alert_key::kDuplexTexts[step]);
         _duplexPictures[step] = description.getInt(alert_key::kDuplexPictures[step], 0);

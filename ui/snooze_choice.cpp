@@ -1,5 +1,6 @@
 #include "ui/snooze_choice.h"
 
+#include "printer/alert_types.h"
 #include "printer/cartridge_store.h"
 #include "ui/default_status_dialog.h"
 #include "ui/dialog_controls.h"
@@ -25,5 +26,6 @@ void snoozeFromDialog(WindowHandle window, SnoozeSlot slot) {
 
 void snoozeFromChoice(const DefaultStatusDialog& dialog, WindowHandle window) {
     const int chosen = dialog_controls::choice(window, IDC_SNOOZE_CHOICE);
-    snooze(snoozeHours(chosen), snoozeSlotOfDialogType(dialog.dialogType()));
+    const auto type = static_cast<AlertType>(dialog.dialogType());
+    snooze(snoozeHours(chosen), snoozeSlotOf(type));
 }

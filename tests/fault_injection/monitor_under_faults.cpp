@@ -183,7 +183,9 @@ bool Monitor::isStopped() {
 void Monitor::expectLivingAlerts() {
     std::size_t listed = 0;
     for (std::uint32_t type = 0; type < kDialogTypes; ++type) {
-        if (_listener->alerts().findAlertDialogType(type) != OpenAlerts::kNotFound) ++listed;
+        if (_listener->alerts().findAlertDialogType(static_cast<AlertType>(type)) !=
+            OpenAlerts::kNotFound)
+            ++listed;
     }
     EXPECT_EQ(listed, headless::windows().size());
     for (const WindowHandle window : headless::windows()) {
@@ -194,7 +196,7 @@ void Monitor::expectLivingAlerts() {
         EXPECT_TRUE(seen.visible);
         EXPECT_EQ(seen.receiver, alert);
         EXPECT_EQ(_listener->alerts().findAlertTypeFromDlg(alert),
-                  static_cast<std::uint32_t>(alert->dialogType()));
+                  static_cast<AlertType>(alert->dialogType()));
     }
 }
 

@@ -14,7 +14,7 @@ protected:
     void open(int dialogType, bool autoClose = true) {
         arbor::PropertyHolder description;
         description.setInt(L"dialog type", dialogType);
-        alerts.addAlert(description, static_cast<std::uint32_t>(dialogType), autoClose);
+        alerts.addAlert(description, static_cast<AlertType>(dialogType), autoClose);
     }
 
     static DefaultStatusDialog* dialogOf(int dialogType) {
@@ -66,25 +66,25 @@ TEST_F(OpenAlertsTest, LookupsTellTheFirstMatch) {
     open(0);
     open(10);
 
-    EXPECT_EQ(alerts.findAlertDialogType(10), 1U);
+    EXPECT_EQ(alerts.findAlertDialogType(AlertType::LaserBeam), 1U);
     EXPECT_EQ(alerts.findAlertDialog(dialogOf(10)), dialogOf(10));
-    EXPECT_EQ(alerts.findAlertTypeFromDlg(dialogOf(10)), 10U);
+    EXPECT_EQ(alerts.findAlertTypeFromDlg(dialogOf(10)), AlertType::LaserBeam);
 }
 
 TEST_F(OpenAlertsTest, LookupsOfStrangersFindNothing) {
     open(0);
     const StatusDialog* stranger = reinterpret_cast<const StatusDialog*>(this);
 
-    EXPECT_EQ(alerts.findAlertDialogType(7), OpenAlerts::kNotFound);
+    EXPECT_EQ(alerts.findAlertDialogType(AlertType::NonQvCartridge), OpenAlerts::kNotFound);
     EXPECT_EQ(alerts.findAlertDialog(stranger), nullptr);
-    EXPECT_EQ(alerts.findAlertTypeFromDlg(stranger), OpenAlerts::kNotFound);
+    EXPECT_EQ(alerts.findAlertTypeFromDlg(stranger), AlertType::None);
     alerts.removeAlertDialog(stranger);
     EXPECT_EQ(openTypes(), std::vector<int>{0});
 }
 
 TEST_F(OpenAlertsTest, LookupsAreTraced) {
     open(0);
-    alerts.findAlertDialogType(10);
+    alerts.findAlertDialogType(AlertType::LaserBeam);
 
     EXPECT_TRUE(wasTraced("TERNA findAlertDialogType 10"));
     EXPECT_TRUE(wasTraced("TERNA findAlertDialogType 10 ?= 0"));
@@ -107,7 +107,7 @@ TEST_F(OpenAlertsTest, RemovingDestroysTheAlertAndItsWindow) {
     alerts.removeAlertDialog(dialogOf(0));
 
     EXPECT_EQ(openTypes(), std::vector<int>{10});
-    EXPECT_EQ(alerts.findAlertDialogType(10), 0U);
+    EXPECT_EQ(alerts.findAlertDialogType(AlertType::LaserBeam), 0U);
     EXPECT_TRUE(wasTraced("TERNA remove dlg  = 0"));
 }
 
@@ -137,8 +137,8 @@ TEST_F(OpenAlertsTest, TheWalkCountsTheSameWithoutClosingWindows) {
 
     EXPECT_EQ(left, 1U);
     EXPECT_EQ(headless::dismissedWindows(), 0);
-    EXPECT_EQ(alerts.findAlertDialogType(0), OpenAlerts::kNotFound);
-    EXPECT_EQ(alerts.findAlertDialogType(4), 0U);
+    EXPECT_EQ(alerts.findAlertDialogType(AlertType::PaperOut), OpenAlerts::kNotFound);
+    EXPECT_EQ(alerts.findAlertDialogType(AlertType::TonerLow), 0U);
 }
 
 TEST_F(OpenAlertsTest, AnAlertThatLostItsWindowIsNotDismissed) {
@@ -167,7 +167,7 @@ TEST_F(OpenAlertsTest, NothingIsLeftOpenWhenTheListGoes) {
         OpenAlerts others;
         arbor::PropertyHolder description;
         description.setInt(L"dialog type", 10);
-        others.addAlert(description, 10, true);
+        others.addAlert(description, AlertType::LaserBeam, true);
         ASSERT_EQ(headless::windows().size(), 1U);
     }
 

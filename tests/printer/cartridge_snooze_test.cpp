@@ -126,7 +126,7 @@ TEST_F(CartridgeSnoozeTest, TheSnoozeListHasItsHoursByIndex) {
 
 TEST_F(CartridgeSnoozeTest, TheSlotFollowsTheDialogType) {
     for (int type = -1; type <= 40; ++type) {
-        const SnoozeSlot slot = snoozeSlotOfDialogType(type);
+        const SnoozeSlot slot = snoozeSlotOf(static_cast<AlertType>(type));
         if (type == 30) {
             EXPECT_EQ(slot, SnoozeSlot::VeryLow);
         } else if (type == 31) {
