@@ -7,6 +7,5 @@ scenario=$2
 shift 2
 language=$(sed -n 's/^language  *\([A-Za-z_]*\).*$/\1/p' "$scenario" | head -n 1)
 export LC_ALL="${language:-en_US}.UTF-8"
-# A simulated spooler is believed where a scenario puts one beside the monitor.
-export WINEDLLOVERRIDES="winspool.drv=n,b;mscoree,mshtml="
+sh "$(dirname "$0")/../../tools/wine/place-spooler.sh" "$bin/simulated-spooler/winspool.drv"
 exec wine "$bin/printpath.exe" --clean "$@" "Z:$scenario" </dev/null

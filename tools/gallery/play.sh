@@ -9,7 +9,8 @@ shift 2
 scenarios=$here/../../scenarios/gallery
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-export LOCPATH="$here/../../build/locales" WINEDLLOVERRIDES="winspool.drv=n,b;mscoree,mshtml="
+export LOCPATH="$here/../../build/locales"
+sh "$here/../wine/place-spooler.sh" "$bin/simulated-spooler/winspool.drv"
 
 # play LANGUAGE SCENARIO VARIABLE=VALUE...: in a session with these variables.
 play() {

@@ -1,5 +1,6 @@
-// A spooler whose every printer has the driver that the environment names, put beside the monitor
-// as winspool.drv: under Wine no printer can be given a driver's name of its own.
+// A spooler whose every printer has the driver that the environment names: under Wine no printer
+// can be given a driver's name of its own. It is put as winspool.drv into the system folder of a
+// Wine prefix, the only folder from which the monitor takes libraries of the system.
 #include <windows.h>
 
 namespace {
@@ -30,13 +31,14 @@ __declspec(dllexport) DWORD WINAPI
                       DWORD capacity, DWORD* needed) {
     if (::lstrcmpW(key, kDriverKey) != 0 || ::lstrcmpW(value, kDriverValue) != 0)
         return ERROR_FILE_NOT_FOUND;
-    const DWORD units = ::GetEnvironmentVariableW(kDriverVariable, reinterpret_cast<wchar_t*>(data),
-                                                  capacity / sizeof(wchar_t));
+    const auto capacityUnits = static_cast<DWORD>(capacity / sizeof(wchar_t));
+    const DWORD units =
+        ::GetEnvironmentVariableW(kDriverVariable, reinterpret_cast<wchar_t*>(data), capacityUnits);
     if (units == 0) return ERROR_FILE_NOT_FOUND;
     *type = REG_SZ;
     // The length leaves out the terminator when the name fits and has it when it does not.
-    const bool fits = units < capacity / sizeof(wchar_t);
-    *needed = (fits ? units + 1 : units) * sizeof(wchar_t);
+    const bool fits = units < capacityUnits;
+    *needed = static_cast<DWORD>((fits ? units + 1 : units) * sizeof(wchar_t));
     return fits ? ERROR_SUCCESS : ERROR_MORE_DATA;
 }
 

@@ -1,6 +1,7 @@
 #!/bin/sh
 # with-wine.sh TEMPLATE COMMAND...: runs COMMAND with a Wine prefix and an X display of its own, both
 # made for this call and gone after it. TEMPLATE is the prefix that make-prefix.sh fills on first use.
+# With BEAMLINE_SPOOLER=FILE the prefix has this file for its spooler (see place-spooler.sh).
 # With BEAMLINE_KEEP_DISPLAY=1 and a DISPLAY of the user's, windows appear there.
 set -eu
 template=$1
@@ -51,6 +52,7 @@ fi
 export DISPLAY WINEPREFIX="$work/prefix" WINEARCH=win64 WINEDEBUG="${WINEDEBUG:--all}"
 export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=}" LC_ALL="${LC_ALL:-C.UTF-8}"
 copy_prefix "$(cd "$template" && pwd)" "$WINEPREFIX"
+[ -z "${BEAMLINE_SPOOLER:-}" ] || sh "$here/place-spooler.sh" "$BEAMLINE_SPOOLER"
 # The first process brings up service processes that keep its streams open: give it none of ours.
 wineserver -p >/dev/null 2>&1 </dev/null
 wine cmd /c exit </dev/null >/dev/null 2>&1

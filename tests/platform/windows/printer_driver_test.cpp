@@ -1,13 +1,15 @@
 #include "platform/spooler.h"
 
 #include <gtest/gtest.h>
+#include <windows.h>
 #include <array>
 #include <string>
 
 namespace {
 
-// The spooler is fake_spooler.cpp, beside this program.
+// The spooler is the simulated one, which reads the driver's name from this variable.
 TEST(PrinterDriverTest, AValueBelowAKeyOfThePrinterIsRead) {
+    ::SetEnvironmentVariableW(L"QVSM_PRINTER_DRIVER", L"Fake K7400 driver");
     platform::Printer printer;
     ASSERT_TRUE(printer.open(L"Fake printer"));
     std::array<wchar_t, 256> text{};

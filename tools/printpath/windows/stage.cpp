@@ -74,8 +74,7 @@ std::filesystem::path Stage::besideScenario(const std::string& name) const {
 }
 
 std::filesystem::path Stage::monitorToStart() const {
-    if (!deviceStage && !preparation.simulatedSpooler && preparation.withStrings)
-        return _options.monitor;
+    if (!deviceStage && preparation.withStrings) return _options.monitor;
     const std::filesystem::path folder = workFile(L"monitor");
     std::filesystem::create_directories(folder);
     copyFile(_options.monitor, folder);
@@ -86,7 +85,6 @@ std::filesystem::path Stage::monitorToStart() const {
     else if (std::filesystem::exists(strings))
         copyFile(strings, folder);
     if (deviceStage) copyFile(deviceStage->libraryFile(), folder);
-    if (preparation.simulatedSpooler) copyFile(_options.spooler, folder);
     return folder / _options.monitor.filename();
 }
 

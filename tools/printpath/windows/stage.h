@@ -10,6 +10,7 @@
 #include "tools/printpath/windows/monitor_process.h"
 #include "tools/printpath/windows/options.h"
 #include "tools/printpath/windows/pipe_server.h"
+#include "tools/printpath/windows/spooler_override.h"
 #include "tools/printpath/windows/spooler_printer.h"
 #include "tools/printpath/windows/timeline.h"
 
@@ -29,7 +30,6 @@ struct Preparation {
     bool byteMode = false;
     bool withPipe = true;
     bool withStrings = true;
-    bool simulatedSpooler = false;
     std::wstring arguments;
     std::map<std::wstring, std::wstring> environment;
 };
@@ -94,6 +94,7 @@ public:
     std::unique_ptr<LinkRecorder> linkRecorder;
     std::unique_ptr<MirroredDesktop> mirroredDesktop;
     std::vector<std::unique_ptr<SpoolerPrinter>> printers;
+    std::unique_ptr<SpoolerOverride> spoolerOverride;
     std::unique_ptr<PipeServer> pipe;
     std::map<std::wstring, Handle> protectedFiles;  // by path
 

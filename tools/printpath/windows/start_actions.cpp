@@ -1,6 +1,7 @@
 #include "tools/printpath/windows/actions.h"
 #include "tools/printpath/windows/failure.h"
 #include "tools/printpath/windows/stage.h"
+#include "tools/printpath/windows/text_file.h"
 #include "tools/printpath/windows/wide_text.h"
 #include "tools/printpath/windows/wine.h"
 
@@ -8,7 +9,6 @@ namespace printpath {
 
 namespace {
 
-constexpr wchar_t kLoaderVariable[] = L"WINEDLLOVERRIDES";
 constexpr wchar_t kDriverVariable[] = L"QVSM_PRINTER_DRIVER";
 
 std::uint32_t numberOf(const Value& value) {
@@ -66,21 +66,15 @@ void withoutStrings(Stage& stage, const Step&) {
     stage.preparation.withStrings = false;
 }
 
-// The loader reads the overrides of printpath's own environment when it starts the monitor.
-bool loadsOwnSpooler() {
-    const DWORD units = ::GetEnvironmentVariableW(kLoaderVariable, nullptr, 0);
-    std::wstring overrides(units, L'\0');
-    ::GetEnvironmentVariableW(kLoaderVariable, overrides.data(), units);
-    return overrides.find(L"winspool.drv=n") != std::wstring::npos;
-}
-
 void printerDriver(Stage& stage, const Step& step) {
-    if (!underWine() || !loadsOwnSpooler())
-        throw Failure(
-            "the spooler is simulated under Wine only, with winspool.drv=n,b in "
-            "WINEDLLOVERRIDES",
-            Outcome::Unusable);
-    stage.preparation.simulatedSpooler = true;
+    const std::filesystem::path& spooler = stage.options().spooler;
+    if (!underWine() || !isPlacedInSystemFolder(spooler))
+        throw Failure("the spooler is simulated under Wine only, with " + pathText(spooler) +
+                          " in the place of winspool.drv in the system folder of the prefix",
+                      Outcome::Unusable);
+    if (!stage.spoolerOverride)
+        stage.spoolerOverride =
+            std::make_unique<SpoolerOverride>(stage.options().monitor.filename().wstring());
     stage.preparation.environment[kDriverVariable] = wideFromUtf8(step["name"].text);
 }
 
