@@ -5,7 +5,7 @@
 #include <windows.h>
 
 int WINAPI WinMain(HINSTANCE hInstance, HINSTANCE, LPSTR lpCmdLine, int) {
-    platform::dropCurrentDirectoryFromLibrarySearch();
+    platform::keepLibrarySearchToOwnAndSystemFolder();
     keepInputMethodsOut();
     return static_cast<int>(runMonitor(hInstance, lpCmdLine));
 }

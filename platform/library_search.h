@@ -2,8 +2,9 @@
 
 namespace platform {
 
-// Takes the current directory out of the places where libraries are looked for by name: a print job
-// may start us in any folder. Called once, before the first library is loaded.
-void dropCurrentDirectoryFromLibrarySearch() noexcept;
+// Restricts where libraries are looked for by name, from now on and for the whole process, to the
+// program's own folder and the system's: a print job may start us in any folder and with any PATH,
+// where somebody else may have left a library. Called once, before the first library is loaded.
+void keepLibrarySearchToOwnAndSystemFolder() noexcept;
 
 }  // namespace platform

@@ -2,6 +2,6 @@
 
 namespace platform {
 
-void dropCurrentDirectoryFromLibrarySearch() noexcept {}  // the one library here has no place
+void keepLibrarySearchToOwnAndSystemFolder() noexcept {}  // the one library here has no folder
 
 }  // namespace platform

@@ -2,22 +2,24 @@
 
 #include <atomic>
 
-// Functions of libraries that most runs never need, or need late: a static import would have the
-// system load and start the library before our first line.
+// Functions of the system's own libraries that most runs never need, or need late: a static import
+// would have the system load and start the library before our first line.
 namespace platform {
 
-// The function `name` of `library`, which is loaded where it is not yet and stays until the process
-// ends. Null when either is missing; the system's last error then says which.
+// The function `name` of `library`, which is loaded from the system's folder if it is not loaded
+// yet and stays until the process ends. Null when either is missing; the system's last error then
+// says which. Any thread may call.
 [[nodiscard]] void* findFunction(const wchar_t* library, const char* name) noexcept;
 
-// One function, looked up at its first use. Any thread may ask. Both texts are literals.
+// One function, looked up at its first use. Any thread may ask. Both texts are kept as pointers, so
+// they must be literals.
 template <typename Function>
 class LazyFunction {
 public:
     constexpr LazyFunction(const wchar_t* library, const char* name) noexcept
         : _library(library), _name(name) {}
 
-    // Null when it is missing; asked again, it is looked for again.
+    // Null when it is missing; the next call then looks for it again.
     [[nodiscard]] Function get() noexcept {
         void* address = _address.load(std::memory_order_acquire);
         if (address == nullptr) {

@@ -4,8 +4,10 @@
 
 namespace platform {
 
-void dropCurrentDirectoryFromLibrarySearch() noexcept {
-    ::SetDllDirectoryW(L"");
+void keepLibrarySearchToOwnAndSystemFolder() noexcept {
+    // The folder of the program comes first: the maker's library is installed there. Windows 7
+    // knows this function since its update of 2011 (KB2533623).
+    ::SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_APPLICATION_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32);
 }
 
 }  // namespace platform

@@ -1,6 +1,5 @@
 #include "platform/dynamic_library.h"
 
-#include "platform/library_search.h"
 #include "system.h"
 
 #include <gtest/gtest.h>
@@ -27,12 +26,6 @@ TEST(DynamicLibraryTest, AMissingLibraryHasNoFunctions) {
 
     EXPECT_EQ(library.handle(), nullptr);
     EXPECT_EQ(library.function(contract::knownFunction()), nullptr);
-}
-
-TEST(DynamicLibraryTest, DroppingTheCurrentDirectoryKeepsTheSystemsLibraries) {
-    platform::dropCurrentDirectoryFromLibrarySearch();
-
-    EXPECT_NE(DynamicLibrary(contract::knownLibrary()).handle(), nullptr);
 }
 
 }  // namespace
