@@ -94,7 +94,8 @@ auto producerOf(long times, Post post) {
     };
 }
 
-// The queue fills from the idle turns of the loop, or from what `beside` starts and the end joins.
+// Messages come from the idle turns of the loop, or from a thread that `beside` starts and that is
+// joined at the end.
 template <typename Idle, typename Beside>
 std::uint64_t runFramework(long times, Idle idle, Beside beside) {
     std::uint64_t sum = 0;
@@ -102,7 +103,7 @@ std::uint64_t runFramework(long times, Idle idle, Beside beside) {
     tern::EventBroker broker(&manager);
     manager.pumpsWith(idle(broker));
     for (int i = 0; i < kListeners; ++i) {
-        broker.addComponent(new CountingListener(broker, times, sum));  // the broker's from now on
+        broker.addComponent(new CountingListener(broker, times, sum));  // the broker owns it
     }
     [[maybe_unused]] const auto producer = beside(broker);
     broker.run();

@@ -1,7 +1,7 @@
 #!/bin/sh
 # instructions.sh RUN_WORKLOAD [--check]: prints for each pair of benchmarks how many instructions an
 # operation takes on the framework's side and on the plain one, and their ratio. Two runs of different
-# length are subtracted, so start-up counts for nothing and the figures repeat.
+# length are subtracted, so that start-up is not counted and the figures repeat.
 # With --check, fails when a ratio is above its aim.
 set -eu
 program=$1
@@ -18,7 +18,7 @@ count() {
     sed -n 's/^==[0-9]*== Collected : \([0-9]*\).*/\1/p' "$work/log"
 }
 
-# between NUMBER SIDE: instructions of what the longer run does more than the shorter.
+# between NUMBER SIDE: how many instructions the longer run needs more than the shorter one.
 between() {
     short=$(count "$1" "$2" $few)
     long=$(count "$1" "$2" $many)

@@ -7,9 +7,9 @@
 #include <utility>
 #include <variant>
 
-// What an engineer in a hurry would write in place of the framework's bag: the measure beside which
-// the benchmarks put it. Keys and values own their texts, absent keys read as the caller's default.
-// Without a lock, which the framework's bag has: the comparison favours this side.
+// What an engineer in a hurry would write instead of the framework's bag; the benchmarks compare
+// the two. Keys and values own their texts, and an absent key reads as the caller's default. This
+// bag has no lock, unlike the framework's, so the comparison favours this side.
 namespace plain {
 
 using Value = std::variant<std::int32_t, std::string, std::wstring, void*>;

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <span>
 
-// What the benchmarks measure: pairs of the framework's way and a plain way of doing the same. Each
-// side does its work `times` over and returns a checksum of all that it read back; equal checksums
+// What the benchmarks measure: pairs of the framework's way and a plain way to do the same work.
+// Each side does it `times` times and returns a checksum of all that it read back. Equal checksums
 // prove that both did the same.
 namespace bench {
 
@@ -14,7 +14,7 @@ struct Workload {
     const char* name;
     Side framework;
     Side reference;
-    bool usesThreads;       // time on the clock counts, not the processor's; no instruction count
+    bool usesThreads;       // measured by the clock; its instructions are not counted
     double instructionAim;  // at most this much of the reference; 0: no aim is set
 };
 
