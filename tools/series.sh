@@ -8,7 +8,7 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 cd "$root" || exit 1
 logs=$root/build/$name
 mkdir -p "$logs"
-rm -f "$logs"/*.log "$logs/table" build/figures.log
+rm -f "$logs"/*.log "$logs/table"
 passed=0 failed=0
 # The commands write into a pipe; they show their progress on our terminal all the same.
 if [ -t 1 ]; then
@@ -44,7 +44,6 @@ done
 printf '\n%-14s %-7s %8s\n' command verdict time
 cat "$logs/table"
 printf '%-14s %-7s %8s\n' all '' "$(since "$began" "$(date +%s)")"
-python3 tools/test/figures.py "$logs"/*.log build/figures.log
 echo "The logs are in build/$name."
 echo "$passed passed, $failed failed"
 [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]

@@ -1,7 +1,7 @@
 #!/bin/sh
 # measure.sh [--check] [RUNS]: start-up, memory and size of the monitor, compared in one run under Wine
-# with an empty program that has one dialog of the same size. With --check it fails when size or memory
-# is above its limit. It needs the targets QVK7400SM, empty_program and startup_meter, in build/windows
+# with an empty program that has one dialog of the same size. With --check it fails when size, memory
+# or start is above its limit. It needs the targets QVK7400SM, empty_program and startup_meter, in build/windows
 # or in the folder that BEAMLINE_BUILD names.
 set -eu
 cd "$(dirname "$0")/../.."

@@ -3,9 +3,9 @@
 // size, and for the monitor also the ratios to the others. The monitor reads a printer's identity
 // and a status that opens an alert from a pipe. The third program of each round is the empty one
 // again, which first asks the spooler for the printer: the monitor cannot avoid this cost. With
-// --check the meter also prints "ok" or "not ok" for the size and both kinds of memory, and ends
-// with 1 when one of them is above its limit. Times are not checked, because they depend on what
-// else the machine does.
+// --check the meter also prints "ok" or "not ok" for the size, both kinds of memory and the
+// shortest start, and ends with 1 when one of them is above its limit. The middle of the starts is
+// not checked, because it depends on what else the machine does.
 #include <windows.h>
 
 #include <psapi.h>
@@ -25,6 +25,10 @@ constexpr double kLoopSleepMs = 100;  // the monitor's main loop sleeps before t
 // The limits of --check. For the size it is the aim. The aim for memory is 1.2, but the system's
 // own share alone uses it up, so the limits are a little above what was measured.
 constexpr double kSizeLimitKiB = 600, kWorkingSetLimit = 1.35, kCommitLimit = 1.45;
+// Of the start without the loop's sleep: about twice what a quiet machine needs. A busy machine
+// gets more rounds, because a single start may take any time there.
+constexpr double kStartLimit = 2;
+constexpr int kMoreRounds = 20;
 constexpr DWORD kTimeLimitMs = 20000;
 constexpr DWORD kSettleMs = 200;  // a program goes on allocating after its dialog is visible
 constexpr std::uint32_t kPrinterId = 7400;
@@ -185,6 +189,10 @@ struct Measured {
         return {what, summary(column(monitor, figure)) - asleep, summary(column(empty, figure)),
                 summary(column(asking, figure)), aim};
     }
+    [[nodiscard]] Row shortestStart() const {
+        return row("  shortest, without the sleep", &Figures::milliseconds, least, "",
+                   kLoopSleepMs);
+    }
 };
 
 bool measureAll(const std::wstring& monitor, const std::wstring& empty, int runs, Measured& all) {
@@ -213,8 +221,7 @@ int report(const Measured& all, double monitorKiB, double emptyKiB, bool check) 
     const Row median = all.row("start to visible dialog, ms", time, middle, "<= 1.15");
     const Row awake = all.row("  without the loop's sleep", time, middle, "", kLoopSleepMs);
     const Row shortest = all.row("  shortest", time, least, "");
-    const Row shortestAwake =
-        all.row("  shortest, without the sleep", time, least, "", kLoopSleepMs);
+    const Row shortestAwake = all.shortestStart();
     const Row working = all.row("peak working set, KiB", &Figures::workingSetKiB, middle, "<= 1.2");
     const Row committed =
         all.row("peak committed memory, KiB", &Figures::commitKiB, middle, "<= 1.2");
@@ -230,19 +237,15 @@ int report(const Measured& all, double monitorKiB, double emptyKiB, bool check) 
         median.monitor, median.monitor / median.empty, awake.monitor / awake.empty, working.monitor,
         working.monitor / working.empty, committed.monitor, committed.monitor / committed.empty,
         monitorKiB);
-    std::printf(
-        "figure: start to visible alert: %.2f\nfigure: start without the loop's sleep: %.2f\n"
-        "figure: peak working set: %.2f\nfigure: peak committed memory: %.2f\n"
-        "figure: size of the program: %.0f KiB\n",
-        median.monitor / median.empty, awake.monitor / awake.empty, working.monitor / working.empty,
-        committed.monitor / committed.empty, monitorKiB);
     if (!check) return 0;
     const bool isSmall = holds("size of the program in KiB", monitorKiB, kSizeLimitKiB);
     const bool isLean = holds("peak working set beside an empty program's",
                               working.monitor / working.empty, kWorkingSetLimit);
+    const bool isQuick = holds("shortest start without the sleep beside an empty program's",
+                               shortestAwake.monitor / shortestAwake.empty, kStartLimit);
     return holds("peak committed memory beside an empty program's",
                  committed.monitor / committed.empty, kCommitLimit) &&
-                   isLean && isSmall
+                   isLean && isSmall && isQuick
                ? 0
                : 1;
 }
@@ -256,7 +259,13 @@ int wmain(int argc, wchar_t** argv) {
     const bool check = argc > 4 && std::wcscmp(argv[4], L"--check") == 0;
 
     Measured all;
-    if (runs < 1 || !measureAll(monitor, empty, runs, all)) {
+    bool measured = runs > 0 && measureAll(monitor, empty, runs, all);
+    for (int round = 0; check && measured && round < kMoreRounds; ++round) {
+        const Row start = all.shortestStart();
+        if (start.monitor <= kStartLimit * start.empty) break;
+        measured = measureAll(monitor, empty, 1, all);
+    }
+    if (!measured) {
         std::printf("a program did not start or showed no dialog\n");
         return 1;
     }

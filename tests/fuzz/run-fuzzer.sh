@@ -28,6 +28,5 @@ times >"$work/after"
 grep 'DONE' "$work/log"
 # The second line of each: user and system time of the programs that ran, as 1m2.34s.
 awk -v runs="$runs" -v name="$name" -F '[ms ]+' 'FNR == 2 { used = $1 * 60 + $2 + $3 * 60 + $4 - used }
-    END { printf "%s: %d runs in %.1f s of processor time\n", name, runs, used
-          printf "figure: fuzz %s, runs a second: %d\nfigure: fuzz runs: %d\n", name, runs / (used + 0.01), runs }' \
+    END { printf "%s: %d runs in %.1f s of processor time, %d a second\n", name, runs, used, runs / (used + 0.01) }' \
     "$work/before" "$work/after"

@@ -9,6 +9,6 @@ int main(int argumentCount, char** arguments) {
     exploring::readOptions(argumentCount, arguments);
     testing::InitGoogleTest(&argumentCount, arguments);
     const int result = RUN_ALL_TESTS();
-    std::printf("figure: orders of threads played: %ld\n", exploring::schedulesPlayed());
+    std::printf("orders of threads played: %ld\n", exploring::schedulesPlayed());
     return result;
 }

@@ -11,10 +11,8 @@ namespace {
 std::atomic<long> live{0};
 long pointsInAll = 0;
 
-// For the figures that ./test prints.
 [[maybe_unused]] const bool tellsAtTheEnd = [] {
-    return std::atexit(
-               [] { std::printf("figure: allocation failures planted: %ld\n", pointsInAll); }) == 0;
+    return std::atexit([] { std::printf("allocation failures planted: %ld\n", pointsInAll); }) == 0;
 }();
 
 // Only the thread that plays the scene is armed.

@@ -92,10 +92,6 @@ def main(scope, paths):
     if total.lines == 0:
         print(f"coverage of {scope}: nothing was counted")
         return 1
-    of = {"logic": "the logic", "windows": "the Windows-only sources"}[scope]
-    print(f"figure: lines of {of} covered: {total.line_percent():.1f} %")
-    if branch_limit is not None:
-        print(f"figure: branches of {of} covered: {total.branch_percent():.1f} %")
     short = []
     if total.line_percent() < line_limit:
         short.append(f"lines {total.line_percent():.1f} % are below {line_limit:.0f} %")
