@@ -52,6 +52,20 @@ TEXT
     return "$ended"
 }
 
+# test_of_stubs BUILDS TESTS: ./test with a build that ends with the code BUILDS and tests that end with TESTS.
+test_of_stubs() {
+    place=$(mktemp -d)
+    mkdir -p "$place/tools/test"
+    cp test "$place/"
+    echo 'exit 0' >"$place/tools/install-packages.sh"
+    echo "exit $1" >"$place/tools/build-quietly.sh"
+    printf 'import sys\nfor stage in sys.argv[3:]: print(stage)\nsys.exit(%s)\n' "$2" >"$place/tools/test/run_tests.py"
+    "$place/test"
+    ended=$?
+    rm -rf "$place"
+    return "$ended"
+}
+
 check "./run --help explains stories" 0 'SCENARIO' ./run --help
 check "./run --list lists every story with its text" 0 '^all$' every_story_is_listed
 check "./run refuses an unknown option" 2 'no option --sideways' ./run --sideways
@@ -63,6 +77,9 @@ for command in soak threads nightly; do
 done
 check "./test threads wants a number of rounds" 2 'rounds needs a number' ./test threads --rounds many
 check "./test soak wants a number of jobs" 2 'jobs needs a number' ./test soak --jobs many
+check "./test fails when a build fails" 1 '^0 passed, 1 failed$' test_of_stubs 1 0
+check "./test fails when a test fails" 1 '^host-asan  *-j' test_of_stubs 0 1
+check "./test runs the tests of each preset" 0 '^windows -L system -j' test_of_stubs 0 0
 check "a night goes on after a failure" 1 '^portability  *ok ' nightly_of_stubs
 check "a night counts what failed" 1 '^51 passed, 3 failed$' nightly_of_stubs
 check "a night does not believe a count against the exit code" 1 '^soak  *NOT OK .*exit code 1$' nightly_of_stubs

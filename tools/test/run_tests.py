@@ -1,0 +1,122 @@
+#!/usr/bin/env python3
+"""run_tests.py [--began SECONDS] 'PRESET [CTEST ARGUMENT...]'...: runs the tests of presets that are
+built, shows what failed and ends with "N passed, N failed".
+
+A GoogleTest program counts as many cases as its results file (--gtest_output=xml:FILE) has, a script that
+prints "ok ..." and "not ok ..." as many as it printed, anything else as one. Every test that is registered
+must have run and every case in it: what was not run, was skipped, or left no results has failed. So has a
+run that found no test, and one whose ctest did not end well. Results of an earlier run are removed first.
+Exit code 0 only if nothing failed.
+"""
+import argparse
+import json
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+import time
+import xml.etree.ElementTree as xml
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(ROOT / "tools"))
+import progress  # noqa: E402
+
+RESULTS_OPTION = "--gtest_output=xml:"
+WHOLE_OUTPUT = ["--test-output-size-passed", "10000000", "--test-output-size-failed", "10000000"]
+
+
+def registered(ctest):
+    """The tests that the command would run, by name: the file that each leaves its results in, or None."""
+    listing = subprocess.run([*ctest, "--show-only=json-v1"], cwd=ROOT, capture_output=True, text=True)
+    if listing.returncode != 0:
+        raise RuntimeError(f"ctest does not list its tests: {listing.stderr.strip()}")
+    tests = {}
+    for test in json.loads(listing.stdout)["tests"]:
+        files = [argument.removeprefix(RESULTS_OPTION).removeprefix("Z:")  # as a Windows program sees it
+                 for argument in test.get("command", []) if argument.startswith(RESULTS_OPTION)]
+        tests[test["name"]] = pathlib.Path(files[0]) if files else None
+    return tests
+
+
+def count_cases(results):
+    """Passed and other cases of a GoogleTest program."""
+    cases = list(xml.parse(results).iter("testcase"))
+    if not cases:
+        raise ValueError("no test case was run")
+    passed = sum(case.get("result") == "completed" and case.find("failure") is None for case in cases)
+    return passed, len(cases) - passed
+
+
+def count(results, ended):
+    """Passed and failed cases of one test of ctest, and what is wrong, given how ctest saw it end."""
+    if ended is None:
+        return 0, 1, "was not run"
+    if ended.get("status") not in ("run", "fail"):
+        reason = ended.find("skipped")
+        return 0, 1, f"was not run: {'' if reason is None else reason.get('message')}"
+    output, succeeded = ended.findtext("system-out") or "", ended.get("status") == "run"
+    passed, failed, wrong = 0, 0, output.rstrip()
+    if results:
+        try:
+            passed, failed = count_cases(results)
+        except (OSError, ValueError, xml.ParseError) as error:
+            failed, wrong = 1, f"{wrong}\nleft no results: {error}"
+    elif re.search("^(not )?ok ", output, re.MULTILINE):
+        passed, failed = [len(re.findall(f"^{word} ", output, re.MULTILINE)) for word in ("ok", "not ok")]
+    elif succeeded:
+        passed = 1
+    if not succeeded and failed == 0:
+        failed = 1  # it crashed or ran out of time, whatever it had told before
+    return passed, failed, wrong
+
+
+def run(name, folder, arguments):
+    """Runs what ctest has under these arguments; returns the passed and failed cases."""
+    results, log = folder / "test-results", folder / "tests.log"
+    shutil.rmtree(results, ignore_errors=True)
+    log.unlink(missing_ok=True)
+    ctest = ["ctest", *arguments]
+    try:
+        tests = registered(ctest)
+        if not tests:
+            raise RuntimeError("no test was found")
+        results.mkdir(parents=True)
+    except (OSError, ValueError, RuntimeError) as error:
+        print(f"--- {name}: {error}")
+        return 0, 1
+    junit = results / "ctest.xml"
+    status = progress.run(f"testing {name}", [*ctest, *WHOLE_OUTPUT, "--output-junit", str(junit)], log)
+    try:
+        ended = {case.get("name"): case for case in xml.parse(junit).iter("testcase")}
+    except (OSError, xml.ParseError):
+        ended = {}
+    all_passed = all_failed = 0
+    for test, file in tests.items():
+        passed, failed, wrong = count(file, ended.get(test))
+        all_passed, all_failed = all_passed + passed, all_failed + failed
+        if failed:
+            print(f"--- {test} failed:\n{wrong}")
+    if status != 0:
+        print(f"--- {name}: ctest ended with exit code {status}; its output is in {log}")
+        all_failed = all_failed or 1
+    return all_passed, all_failed
+
+
+def main(arguments):
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("--began", type=int, default=int(time.time()), help="when the caller began")
+    parser.add_argument("stages", nargs="+")
+    options = parser.parse_args(arguments)
+    all_passed = all_failed = 0
+    for stage in options.stages:
+        preset, *more = stage.split()
+        print(f"[{int(time.time()) - options.began} s] testing {preset}", flush=True)
+        passed, failed = run(preset, ROOT / "build" / preset, ["--preset", preset, *more])
+        all_passed, all_failed = all_passed + passed, all_failed + failed
+    print(f"{all_passed} passed, {all_failed} failed")
+    return 0 if all_passed > 0 and all_failed == 0 else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))
