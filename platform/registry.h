@@ -29,6 +29,8 @@ public:
                                      std::uint32_t& bytes) const noexcept;
     [[nodiscard]] std::uint32_t write(const wchar_t* name, ValueType type, const void* from,
                                       std::uint32_t bytes) noexcept;
+    // kFileNotFound when there is no such value.
+    [[nodiscard]] std::uint32_t remove(const wchar_t* name) noexcept;
 
 private:
     void close() noexcept;

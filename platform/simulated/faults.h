@@ -30,6 +30,7 @@ enum class Call {
     RegistryCreate,
     RegistryRead,
     RegistryWrite,
+    RegistryRemove,
     TextLookup,
     TextProbe,
     InterfaceLanguage,

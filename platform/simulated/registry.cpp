@@ -47,4 +47,11 @@ std::uint32_t RegistryKey::write(const wchar_t* name, ValueType type, const void
     return world().registry.write(_key, name, type, from, bytes);
 }
 
+std::uint32_t RegistryKey::remove(const wchar_t* name) noexcept {
+    if (_key == nullptr) return kInvalidHandleError;
+    std::uint32_t error = kSuccess;
+    if (world().faults.strikes(Call::RegistryRemove, error)) return error;
+    return world().registry.remove(_key, name);
+}
+
 }  // namespace platform

@@ -183,4 +183,16 @@ std::uint32_t RegistryStore::write(NativeHandle key, std::wstring_view name, Val
     }
 }
 
+std::uint32_t RegistryStore::remove(NativeHandle key, std::wstring_view name) noexcept {
+    const SpinScope scope(_lock);
+    const Key* const opened = find(key);
+    if (opened == nullptr) return kInvalidHandleError;
+    if ((numberOf(key) & kWritable) == 0) return kAccessDenied;
+    auto& values = const_cast<Key*>(opened)->values;
+    const auto found = values.find(name);
+    if (found == values.end()) return kFileNotFound;
+    values.erase(found);
+    return kSuccess;
+}
+
 }  // namespace platform::simulated

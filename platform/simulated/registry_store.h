@@ -53,6 +53,7 @@ public:
                                      void* to, std::uint32_t& bytes) const noexcept;
     [[nodiscard]] std::uint32_t write(NativeHandle key, std::wstring_view name, ValueType type,
                                       const void* from, std::uint32_t bytes) noexcept;
+    [[nodiscard]] std::uint32_t remove(NativeHandle key, std::wstring_view name) noexcept;
 
 private:
     struct Key {

@@ -61,4 +61,9 @@ std::uint32_t RegistryKey::write(const wchar_t* name, ValueType type, const void
                                         static_cast<const BYTE*>(from), bytes));
 }
 
+std::uint32_t RegistryKey::remove(const wchar_t* name) noexcept {
+    if (_key == nullptr) return kInvalidHandleError;
+    return errorNumber(::RegDeleteValueW(static_cast<HKEY>(_key), name));
+}
+
 }  // namespace platform

@@ -110,6 +110,30 @@ TEST_P(RegistryTest, AKeyOpenedForReadingRefusesWrites) {
     EXPECT_EQ(reader.write(L"number", ValueType::Binary, "1", 1), kAccessDenied);
 }
 
+TEST_P(RegistryTest, ARemovedValueIsFileNotFound) {
+    ASSERT_EQ(_key.write(L"removed", ValueType::Binary, "1", 1), 0U);
+    ASSERT_EQ(_key.write(L"kept", ValueType::Binary, "2", 1), 0U);
+
+    EXPECT_EQ(_key.remove(L"removed"), 0U);
+
+    ValueType type = ValueType::None;
+    std::uint32_t bytes = 0;
+    EXPECT_EQ(_key.read(L"removed", type, nullptr, bytes), platform::kFileNotFound);
+    EXPECT_EQ(_key.read(L"kept", type, nullptr, bytes), 0U);
+}
+
+TEST_P(RegistryTest, AMissingValueCannotBeRemoved) {
+    EXPECT_EQ(_key.remove(L"never written"), platform::kFileNotFound);
+}
+
+TEST_P(RegistryTest, AKeyOpenedForReadingRefusesToRemove) {
+    ASSERT_EQ(_key.write(L"number", ValueType::Binary, "1", 1), 0U);
+    RegistryKey reader;
+    ASSERT_EQ(reader.openForReading(GetParam(), kPath), 0U);
+
+    EXPECT_EQ(reader.remove(L"number"), kAccessDenied);
+}
+
 TEST_P(RegistryTest, MakingAKeyMakesThoseAboveIt) {
     ASSERT_EQ(_key.createForWriting(GetParam(), L"Software\\Corvane\\Made\\Below\\Deep"), 0U);
 
@@ -137,6 +161,7 @@ TEST(RegistryKeyTest, WithoutAnOpenKeyEveryOperationSaysSo) {
 
     EXPECT_EQ(key.read(L"number", type, nullptr, bytes), platform::kInvalidHandleError);
     EXPECT_EQ(key.write(L"number", ValueType::Binary, "", 0), platform::kInvalidHandleError);
+    EXPECT_EQ(key.remove(L"number"), platform::kInvalidHandleError);
 }
 
 }  // namespace
