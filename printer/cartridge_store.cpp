@@ -7,6 +7,7 @@
 #include "printer/registry_keys.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <limits>
 
@@ -20,7 +21,6 @@ namespace {
 constexpr wchar_t kCurrentValue[] = L"CurrCart";
 constexpr wchar_t kVersionValue[] = L"CartDataVer";
 constexpr wchar_t kRecordValue[] = L"CartData";
-constexpr std::uint32_t kNoVersion = 0;  // as good as a missing one: no program ever wrote it
 
 // A cartridge without an entry is added in the first round and found in the second.
 constexpr int kRounds = 2;
@@ -61,12 +61,13 @@ bool writeDword(RegistryKey& key, const wchar_t* name, std::uint32_t value) {
     return key.write(name, ValueType::Dword, &value, sizeof value) == platform::kSuccess;
 }
 
-// True when a record of our version was read: all of it, or as much as there is. `version` tells
-// what stands in the registry, also after a failure.
-bool readRecord(CartridgeRecord& record, std::uint32_t& version) {
+// True when a record of our version was read: all of it, or as much as there is.
+bool readRecord(CartridgeRecord& record) {
     RegistryKey key;
-    if (key.openForReading(Hive::CurrentUser, registry_key::kMonitor) != platform::kSuccess)
+    if (key.openForReading(Hive::CurrentUser, registry_key::kMonitor) != platform::kSuccess) {
         return false;
+    }
+    std::uint32_t version = 0;
     if (!readDword(key, kVersionValue, version)) return false;
     if (version != kCartridgeRecordVersion) {
         platform::trace("TERNA GetCartData -- Version missmatch saved=%d, current=%d",
@@ -79,19 +80,45 @@ bool readRecord(CartridgeRecord& record, std::uint32_t& version) {
            type == ValueType::Binary;
 }
 
-// The version goes first. When the record cannot follow it, the version that stood there comes
-// back: a record of another version must not pass for one of ours at the next start.
-bool saveRecord(const CartridgeRecord& record,
-                std::uint32_t versionBefore = kCartridgeRecordVersion) {
+// A registry value as it stood before a write, of any type, to be put back when the write was in
+// vain.
+class FormerValue {
+public:
+    FormerValue(const RegistryKey& key, const wchar_t* name)
+        : _name(name), _error(key.read(name, _type, _content.data(), _bytes)) {}
+
+    // An absent value becomes absent again. One that could not be read is left alone: nobody knows
+    // what to put back. Best effort, because there is nothing more to do when this fails too.
+    void putBack(RegistryKey& key) const {
+        if (_error == platform::kSuccess) {
+            static_cast<void>(key.write(_name, _type, _content.data(), _bytes));
+        } else if (_error == platform::kFileNotFound) {
+            static_cast<void>(key.remove(_name));
+        }
+    }
+
+private:
+    const wchar_t* _name;
+    std::array<unsigned char, 64> _content{};
+    std::uint32_t _bytes = sizeof _content;
+    ValueType _type = ValueType::None;
+    std::uint32_t _error;  // declared last: reading it fills the members above
+};
+
+// Writes the version first, then the record. When the record cannot follow, the version is put
+// back: otherwise a record of another version would pass for one of ours at the next start.
+bool saveRecord(const CartridgeRecord& record) {
     RegistryKey key;
-    if (key.createForWriting(Hive::CurrentUser, registry_key::kMonitor) != platform::kSuccess)
+    if (key.createForWriting(Hive::CurrentUser, registry_key::kMonitor) != platform::kSuccess) {
         return false;
+    }
+    const FormerValue versionBefore(key, kVersionValue);
     if (!writeDword(key, kVersionValue, kCartridgeRecordVersion)) return false;
     if (key.write(kRecordValue, ValueType::Binary, record.bytes(),
                   static_cast<std::uint32_t>(kCartridgeRecordBytes)) == platform::kSuccess) {
         return true;
     }
-    if (versionBefore != kCartridgeRecordVersion) writeDword(key, kVersionValue, versionBefore);
+    versionBefore.putBack(key);
     return false;
 }
 
@@ -139,12 +166,11 @@ bool testAndSet(CartridgeRecord& record, std::uint32_t serial, CartridgeFlag fla
 bool GetCartData(CartridgeRecord& record) {
     platform::trace("TERNA GetCartData");
     record.clear();
-    std::uint32_t version = kNoVersion;
-    if (readRecord(record, version)) return true;
+    if (readRecord(record)) return true;
 
     platform::trace("TERNA GetCartData -- No reg key found or bad version, Initializing Cart Data");
     record.clear();
-    saveRecord(record, version);
+    saveRecord(record);
     return false;
 }
 

@@ -21,7 +21,7 @@ using Lines = std::vector<std::string>;
 constexpr UnixSeconds kNow = 1'700'000'000;
 constexpr std::uint32_t kSerial = 4711;
 constexpr Call kRegistryCalls[] = {Call::RegistryOpen, Call::RegistryCreate, Call::RegistryRead,
-                                   Call::RegistryWrite};
+                                   Call::RegistryWrite, Call::RegistryRemove};
 
 class CartridgeStoreFaultsTest : public testing::Test {
 protected:
@@ -191,15 +191,56 @@ TEST_F(CartridgeStoreFaultsTest, ARecordThatCannotBeWrittenGivesTheOldVersionBac
     EXPECT_EQ(stored::record(), Bytes(280, 0x77));
 }
 
-TEST_F(CartridgeStoreFaultsTest, ARecordWithoutAVersionDoesNotBecomeOursByAFailedWrite) {
+TEST_F(CartridgeStoreFaultsTest, AnAbsentVersionStaysAbsentWhenTheRecordCannotBeWritten) {
     stored::writeRecord(Bytes(280, 0x77));
+    failForEver(Call::RegistryWrite, 2);
+
+    EXPECT_FALSE(GetCartData(buffer));
+
+    world().faults.reset();
+    EXPECT_FALSE(stored::exists(L"CartDataVer"));
+    EXPECT_EQ(stored::record(), Bytes(280, 0x77));
+}
+
+TEST_F(CartridgeStoreFaultsTest, AVersionOfAnotherTypeComesBackWhenTheRecordCannotBeWritten) {
+    const Bytes text = {'4', 0, 0, 0};
+    stored::write(L"CartDataVer", platform::ValueType::String, text);
     failOnce(Call::RegistryWrite, 2);
 
     EXPECT_FALSE(GetCartData(buffer));
-    EXPECT_EQ(stored::version(), 0U);
+
+    EXPECT_EQ(stored::read(L"CartDataVer", platform::ValueType::String), text);
+}
+
+// Neither the load nor the save can read the version: what cannot be read is not put back, so a
+// good record is still there at the next start.
+TEST_F(CartridgeStoreFaultsTest, AVersionThatCannotBeReadIsLeftAloneWhenTheRecordCannotBeWritten) {
+    AddCartIfNew(buffer, kSerial);
+    const Bytes before = stored::record();
+    failForEver(Call::RegistryRead);
+    world().faults.add({Call::RegistryWrite, 2});
+
     EXPECT_FALSE(GetCartData(buffer));
 
-    EXPECT_EQ(stored::record(), Bytes(280, 0));
+    world().faults.reset();
+    EXPECT_EQ(stored::version(), 4U);
+    EXPECT_EQ(stored::record(), before);
+    EXPECT_TRUE(GetCartData(buffer));
+    EXPECT_NE(buffer.find(kSerial), CartridgeRecord::npos);
+}
+
+TEST_F(CartridgeStoreFaultsTest, ALaterOperationDoesNotPassAnOldRecordForOursEither) {
+    storeOldVersion();
+    // Write 1 is the current cartridge. Both saves then write the version and fail at the record;
+    // write 4 puts the version back in between.
+    failOnce(Call::RegistryWrite, 3);
+    world().faults.add({Call::RegistryWrite, 6});
+
+    AddCartIfNew(buffer, kSerial);
+
+    world().faults.reset();
+    EXPECT_EQ(stored::version(), 3U);
+    EXPECT_EQ(stored::record(), Bytes(280, 0x77));
 }
 
 TEST_F(CartridgeStoreFaultsTest, ASnoozeThatCannotBeSavedAnswersFalse) {
@@ -262,7 +303,7 @@ TEST_F(CartridgeStoreFaultsTest, AddingReadsCurrentThenWritesItThenLoadsThenSave
     AddCartIfNew(buffer, 2);
 
     EXPECT_EQ(world().faults.calls(Call::RegistryOpen), 2);    // current, record
-    EXPECT_EQ(world().faults.calls(Call::RegistryRead), 3);    // current, version, record
+    EXPECT_EQ(world().faults.calls(Call::RegistryRead), 4);    // and the version before the save
     EXPECT_EQ(world().faults.calls(Call::RegistryCreate), 2);  // current, save
     EXPECT_EQ(world().faults.calls(Call::RegistryWrite), 3);   // current, version, record
 }

@@ -51,6 +51,14 @@ void stored::writeCurrent(std::uint32_t serial) {
     writeDword(L"CurrCart", serial);
 }
 
+bool stored::exists(const wchar_t* name) {
+    platform::RegistryKey key;
+    if (key.openForReading(platform::Hive::CurrentUser, kKey) != 0) return false;
+    platform::ValueType type = platform::ValueType::None;
+    std::uint32_t bytes = 0;
+    return key.read(name, type, nullptr, bytes) == 0;
+}
+
 std::optional<stored::Bytes> stored::read(const wchar_t* name, platform::ValueType type) {
     platform::RegistryKey key;
     if (key.openForReading(platform::Hive::CurrentUser, kKey) != 0) return std::nullopt;

@@ -20,6 +20,7 @@ void writeVersion(std::uint32_t version);
 void writeRecord(const Bytes& bytes);
 void writeCurrent(std::uint32_t serial);
 
+bool exists(const wchar_t* name);
 std::optional<Bytes> read(const wchar_t* name, platform::ValueType type);
 std::optional<std::uint32_t> version();
 std::optional<std::uint32_t> current();
