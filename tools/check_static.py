@@ -20,7 +20,7 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 STATE = ROOT / "build" / "static"
-PRODUCT = ("platform", "arbor", "tern", "device", "monitor", "ui", "app", "tools")
+PRODUCT = ("platform", "arbor", "tern", "device", "printer", "monitor", "ui", "app", "tools")
 MINGW = "x86_64-w64-mingw32-g++-win32"
 SYSTEM_HEADERS = re.compile(r'#\s*include\s*<(windows|winsock2)\.h>')
 OWN_HEADERS = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.MULTILINE)

@@ -36,7 +36,7 @@ measure() {
 failed=0
 asked=${1:-both}
 if [ "$asked" != windows ]; then
-    measure logic host-coverage "$(nproc)" gcov arbor/ tern/ device/ monitor/ ui/ || failed=$((failed + 1))
+    measure logic host-coverage "$(nproc)" gcov arbor/ tern/ device/ printer/ monitor/ ui/ || failed=$((failed + 1))
 fi
 if [ "$asked" != logic ]; then
     # One at a time: Windows programs do not lock the files that they add their counts to.

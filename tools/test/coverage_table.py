@@ -10,7 +10,7 @@ import re
 import sys
 
 SCOPES = {
-    "logic": (re.compile(r"^(arbor|tern|device|monitor|ui)/(?!.*windows/)"), 98.0, 95.0),
+    "logic": (re.compile(r"^(arbor|tern|device|printer|monitor|ui)/(?!.*windows/)"), 98.0, 95.0),
     # The branch figures of a cross-built file count what the compiler adds for exceptions.
     "windows": (re.compile(r"^(platform/windows|ui/windows|monitor/windows|app)/"), 90.0, None),
 }
