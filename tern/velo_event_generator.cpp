@@ -8,6 +8,7 @@
 #include "tern/class_ids.h"
 #include "tern/event_broker.h"
 #include "tern/i_instance_manager.h"
+#include "tern/message_keys.h"
 #include "tern/pipe_path.h"
 
 #include <algorithm>
@@ -177,7 +178,7 @@ void VeloEventGenerator::buildMessage(const VeloHeader& header, EventBroker* bro
     if (header.printerId != static_cast<std::uint32_t>(channelSettings().printerId)) return;
 
     arbor::IPropertyHolder& properties = *message->getProperties();
-    properties.setInt(L"subcode", asInt(header.subcode));
+    properties.setInt(message_key::kSubcode, asInt(header.subcode));
     switch (static_cast<RecordClass>(header.recordClass)) {
         case RecordClass::Job:
             addJobFields(header.subcode, properties);
@@ -196,28 +197,28 @@ void VeloEventGenerator::addJobFields(std::uint32_t subcode, arbor::IPropertyHol
     switch (subcode) {
         case kPrinterNarrow:
             _printerNamed = true;
-            properties.setString(L"portName", readText());
-            properties.setString(L"printerName", readText());
+            properties.setString(message_key::kPortName, readText());
+            properties.setString(message_key::kPrinterName, readText());
             break;
         case kPrinterWide:
             _printerNamed = true;
-            properties.setWString(L"portName", readWText().c_str());
-            properties.setWString(L"printerName", readWText().c_str());
+            properties.setWString(message_key::kPortName, readWText().c_str());
+            properties.setWString(message_key::kPrinterName, readWText().c_str());
             break;
         case kDocumentStartNarrow:
-            properties.setInt(L"jobID", asInt(readNumber(0)));
-            properties.setString(L"docName", readText());
+            properties.setInt(message_key::kJobId, asInt(readNumber(0)));
+            properties.setString(message_key::kDocumentName, readText());
             break;
         case kDocumentStartWide:
-            properties.setInt(L"jobID", asInt(readNumber(0)));
-            properties.setWString(L"docName", readWText().c_str());
+            properties.setInt(message_key::kJobId, asInt(readNumber(0)));
+            properties.setWString(message_key::kDocumentName, readWText().c_str());
             break;
         case kDocumentEnd:
-            properties.setInt(L"jobID", asInt(readNumber(0)));
+            properties.setInt(message_key::kJobId, asInt(readNumber(0)));
             break;
         case kJobStatus:
-            properties.setInt(L"severity", asInt(readNumber(0)));
-            properties.setInt(L"status", asInt(readNumber(0)));
+            properties.setInt(message_key::kSeverity, asInt(readNumber(0)));
+            properties.setInt(message_key::kStatus, asInt(readNumber(0)));
             break;
         default:
             break;
@@ -233,25 +234,26 @@ void VeloEventGenerator::addOemBlock(arbor::IPropertyHolder& properties) {
         std::memcpy(input.oem.get(), input.body.get(),
                     std::min(input.oemCapacity, input.bodyBytes));
     }
-    properties.setPointer(L"oemMessages", input.oem.get());
-    properties.setInt(L"oembufferSize", asInt(input.oemCapacity));
+    properties.setPointer(message_key::kOemMessages, input.oem.get());
+    properties.setInt(message_key::kOemBytes, asInt(input.oemCapacity));
 }
 
 void VeloEventGenerator::addStatusFields(std::uint32_t subcode,
                                          arbor::IPropertyHolder& properties) {
     switch (subcode) {
         case kDeviceStatus:
-            properties.setInt(L"status", asInt(readNumber(0)));
+            properties.setInt(message_key::kStatus, asInt(readNumber(0)));
             break;
         case kCartridgeReport: {
             std::int32_t serial = 0;
             arbor::parsedDecimal(findValue(readText(), "SerialNumber"), serial);
-            properties.setInt(L"blackSN", serial);
+            properties.setInt(message_key::kCartridgeSerial, serial);
             break;
         }
         case kMediaReport: {
             std::string name;
-            if (findMediaName(readText(), name)) properties.setString(L"mediaType", name.c_str());
+            if (findMediaName(readText(), name))
+                properties.setString(message_key::kMediaType, name.c_str());
             break;
         }
         default:

@@ -4,6 +4,7 @@
 #include "platform/pipe.h"
 #include "platform/text.h"
 #include "tern/class_ids.h"
+#include "tern/message_keys.h"
 #include "tern/pipe_path.h"
 #include "tern/velo_record.h"
 
@@ -34,7 +35,8 @@ bool VeloListener::notify(arbor::IMessage* message) {
     VeloHeader header;
     header.magic = kVeloMagic;
     header.recordClass = message->getCode();
-    header.subcode = static_cast<std::uint32_t>(message->getProperties()->getInt(L"subcode", 0));
+    header.subcode =
+        static_cast<std::uint32_t>(message->getProperties()->getInt(message_key::kSubcode, 0));
     const VeloHeaderBytes bytes = encodedHeader(header);
     platform::writePipe(_pipe, bytes.data(), kVeloHeaderBytes);
     return false;
