@@ -179,15 +179,19 @@ void VeloEventGenerator::buildMessage(const VeloHeader& header, EventBroker* bro
 
     arbor::IPropertyHolder& properties = *message->getProperties();
     properties.setInt(message_key::kSubcode, asInt(header.subcode));
+    // A record without a body says nothing but its subcode. With fields read as defaults, an empty
+    // cartridge report would tell of a cartridge 0. The header's length decides: a body for which
+    // there was no memory is empty too, and its fields do read as defaults.
+    const bool hasBody = header.bodyBytes != 0;
     switch (static_cast<RecordClass>(header.recordClass)) {
         case RecordClass::Job:
-            addJobFields(header.subcode, properties);
+            if (hasBody) addJobFields(header.subcode, properties);
             break;
         case RecordClass::Oem:
             addOemBlock(properties);
             break;
         case RecordClass::Status:
-            addStatusFields(header.subcode, properties);
+            if (hasBody) addStatusFields(header.subcode, properties);
             break;
     }
     broker->enqueue(std::move(message));
