@@ -58,8 +58,11 @@ void AbstractThread::start() {
     if (_thread != nullptr) return;
     std::unique_ptr<Start> parameter(new (std::nothrow) Start{this, _use});
     if (parameter == nullptr) return;  // no memory for a thread: as good as one that fails to start
-    _thread = platform::startThread(&AbstractThread::threadProcedure, parameter.get(), _threadId);
-    if (_thread != nullptr) static_cast<void>(parameter.release());  // the thread's from now on
+    const platform::NativeHandle thread =
+        platform::startThread(&AbstractThread::threadProcedure, parameter.get(), _threadId);
+    if (thread == nullptr) return;
+    static_cast<void>(parameter.release());  // owned by the thread from now on
+    _thread = thread;
 }
 
 std::uint32_t AbstractThread::threadProcedure(void* parameter) {

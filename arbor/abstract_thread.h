@@ -9,6 +9,7 @@
 #include "arbor/thread_annotations.h"
 #include "platform/native_handle.h"
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 
@@ -44,7 +45,7 @@ public:
     bool reserved5() override { return true; }
     bool reserved6() override { return true; }
     bool reserved7() override { return true; }
-    platform::NativeHandle* getHandle() override { return &_thread; }
+    const std::atomic<platform::NativeHandle>* getHandle() override { return &_thread; }
     void addObserver(IListener* observer) override;
     // Drops the last observer when this one is none: callers remove only what they added.
     void removeObserver(IListener* observer) override;
@@ -94,10 +95,10 @@ private:
     static std::uint32_t runBody(AbstractThread& thread, Use& use);
     void notifyWithCode(ThreadCode code);
 
-    // Set under the mutex, once. Not marked as guarded: whoever waits for the thread or asks for
-    // its handle does so after its start and takes no lock.
-    std::uint32_t _threadId = 0;
-    platform::NativeHandle _thread = nullptr;                      // owned
+    // Written once, under the mutex. Atomic, because readers take no lock: the thread itself may
+    // ask for its id while start() has not returned yet.
+    std::atomic<std::uint32_t> _threadId{0};
+    std::atomic<platform::NativeHandle> _thread{nullptr};          // owned
     SmallVector<IListener*, 4> _observers ARBOR_GUARDED_BY(this);  // not owned
     std::shared_ptr<Use> _use;                                     // shared with the thread
 };

@@ -2,6 +2,7 @@
 
 #include "platform/native_handle.h"
 
+#include <atomic>
 #include <cstdint>
 
 namespace arbor {
@@ -26,11 +27,13 @@ public:
     virtual bool reserved5() = 0;
     virtual bool reserved6() = 0;
     virtual bool reserved7() = 0;
-    // Where the native handle stands; owned by the thread object.
-    virtual platform::NativeHandle* getHandle() = 0;
+    // Where the native handle stands; owned by the thread object. Null until start() has returned,
+    // so the thread itself may still find null there. Any thread may read it.
+    virtual const std::atomic<platform::NativeHandle>* getHandle() = 0;
     // Observers are not owned; the same one may be added several times; null is ignored.
     virtual void addObserver(IListener* observer) = 0;
     virtual void removeObserver(IListener* observer) = 0;
+    // 0 before the first start; the thread itself and its observers find its id. Any thread.
     virtual std::uint32_t getThreadId() = 0;
 
     virtual ~IThread() = default;

@@ -2,6 +2,7 @@
 
 #include "platform/native_handle.h"
 
+#include <atomic>
 #include <cstdint>
 
 // Threads of the operating system. A handle that startThread gave is the caller's to close.
@@ -11,10 +12,11 @@ inline constexpr std::uint32_t kStillActive = 259;  // exit code of a thread tha
 
 using ThreadProcedure = std::uint32_t (*)(void* parameter);
 
-// Runs `procedure` at once on a thread of its own with the default stack. Null on failure;
-// `threadId` is written on success only.
+// Runs `procedure` at once on a thread of its own with the default stack. Null on failure.
+// `threadId` is written on success only, before the thread runs: a procedure that looks there finds
+// its own id. It must live until this returns.
 [[nodiscard]] NativeHandle startThread(ThreadProcedure procedure, void* parameter,
-                                       std::uint32_t& threadId) noexcept;
+                                       std::atomic<std::uint32_t>& threadId) noexcept;
 
 // False when the system does not tell; `code` is then untouched. A running thread has kStillActive.
 [[nodiscard]] bool threadExitCode(NativeHandle thread, std::uint32_t& code) noexcept;

@@ -66,7 +66,7 @@ bool startDetached(Thread* thread) noexcept {
 }  // namespace
 
 NativeHandle startThread(ThreadProcedure procedure, void* parameter,
-                         std::uint32_t& threadId) noexcept {
+                         std::atomic<std::uint32_t>& threadId) noexcept {
     if (world().faults.strikes(Call::ThreadStart)) return nullptr;
     const std::uint32_t id = newThreadId();
     auto* const thread = new (std::nothrow) Thread{procedure, parameter, id};

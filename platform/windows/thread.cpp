@@ -22,14 +22,16 @@ DWORD WINAPI runThread(void* parameter) {
 }  // namespace
 
 NativeHandle startThread(ThreadProcedure procedure, void* parameter,
-                         std::uint32_t& threadId) noexcept {
+                         std::atomic<std::uint32_t>& threadId) noexcept {
+    // The system writes the id between making the thread and letting it run. A copy that we made
+    // after the call would come too late for a thread that asks at once.
+    static_assert(sizeof threadId == sizeof(DWORD) && std::atomic<DWORD>::is_always_lock_free);
+    auto* const id = reinterpret_cast<DWORD*>(&threadId);
     std::unique_ptr<Start> start(new (std::nothrow) Start{procedure, parameter});
     if (start == nullptr) return nullptr;
-    DWORD id = 0;
-    const HANDLE thread = ::CreateThread(nullptr, 0, &runThread, start.get(), 0, &id);
+    const HANDLE thread = ::CreateThread(nullptr, 0, &runThread, start.get(), 0, id);
     if (thread == nullptr) return nullptr;
     static_cast<void>(start.release());  // the thread's now
-    threadId = id;
     return thread;
 }
 

@@ -83,6 +83,57 @@ TEST(AbstractThreadTest, StartedThreadRunsItsBodyOnAThreadOfItsOwn) {
     EXPECT_NE(bodyId, platform::currentThreadId());
 }
 
+TEST(AbstractThreadTest, BodyAndFinishedObserverFindTheIdOfTheirThread) {
+    constexpr int kThreads = 1000;  // an id that comes too late is missed by a few in a thousand
+    int misses = 0;
+
+    for (int count = 0; count < kThreads; ++count) {
+        std::atomic<std::uint32_t> missesOfThread{0};
+        TestThread* self = nullptr;
+        const auto ask = [&] {
+            if (self->getThreadId() != platform::currentThreadId()) ++missesOfThread;
+        };
+        TestThread thread([&] {
+            ask();
+            return 0U;
+        });
+        self = &thread;
+        Observer observer([&](IMessage* message) {
+            if (message->getCode() == 3) ask();
+        });
+        thread.addObserver(&observer);
+
+        thread.start();
+        ASSERT_EQ(thread.wait(kFailureMs), 0U);
+        if (missesOfThread > 0) ++misses;
+    }
+
+    EXPECT_EQ(misses, 0);
+}
+
+TEST(AbstractThreadTest, IdAndHandleMayBeReadByAnotherThreadDuringTheStart) {
+    TestThread started(returnsZero);
+    std::atomic<bool> isReading{false};
+    TestThread reader([&] {
+        return eventually([&] {
+            isReading = true;
+            const bool isKnown = started.getThreadId() != 0 && *started.getHandle() != nullptr;
+            return started.isFinished() && isKnown;
+        })
+                   ? 0U
+                   : 1U;
+    });
+    reader.start();
+    ASSERT_TRUE(eventually([&] { return isReading.load(); }));
+
+    started.start();
+
+    ASSERT_EQ(reader.wait(kFailureMs), 0U);
+    std::uint32_t code = 99;
+    EXPECT_TRUE(platform::threadExitCode(*reader.getHandle(), code));
+    EXPECT_EQ(code, 0U);
+}
+
 TEST(AbstractThreadTest, RunningThreadIsNotFinishedAndWaitTimesOut) {
     std::atomic<bool> mayEnd{false};
     TestThread thread([&] {

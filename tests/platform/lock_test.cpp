@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <array>
+#include <atomic>
 
 namespace {
 
@@ -40,7 +41,7 @@ TYPED_TEST_SUITE(LockTest, Locks);
 
 TYPED_TEST(LockTest, OnlyOneThreadAtATimeIsInside) {
     std::array<platform::NativeHandle, 4> threads{};
-    std::uint32_t id = 0;
+    std::atomic<std::uint32_t> id{0};
 
     for (auto& thread : threads)
         thread = platform::startThread(&this->countUp, this, id);
@@ -58,7 +59,7 @@ TYPED_TEST(LockTest, ItsOwnerMayTakeItAgain) {
     this->_lock.unlock();
     this->_lock.unlock();
 
-    std::uint32_t id = 0;
+    std::atomic<std::uint32_t> id{0};
     const auto other = platform::startThread(&this->countUp, this, id);
     EXPECT_EQ(platform::waitForThread(other, kNoTimeout), 0U) << "free again for another thread";
     platform::closeThread(other);
@@ -66,7 +67,7 @@ TYPED_TEST(LockTest, ItsOwnerMayTakeItAgain) {
 
 TYPED_TEST(LockTest, AThreadWaitsWhileAnotherIsInside) {
     lock(this->_lock);
-    std::uint32_t id = 0;
+    std::atomic<std::uint32_t> id{0};
     const auto other = platform::startThread(&this->countUp, this, id);
 
     EXPECT_EQ(platform::waitForThread(other, 20), 258U);
@@ -89,7 +90,7 @@ struct Impatient {
 TEST(KernelMutexTest, AWaitEndsAtItsTimeOut) {
     Impatient impatient;
     impatient.mutex.lock(kNoTimeout);
-    std::uint32_t id = 0;
+    std::atomic<std::uint32_t> id{0};
 
     const auto thread = platform::startThread(&Impatient::run, &impatient, id);
 

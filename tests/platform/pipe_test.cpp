@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 #include <array>
+#include <atomic>
 #include <string>
 
 namespace {
@@ -148,7 +149,7 @@ TEST_F(PipeTest, AReadWaitsForTheServer) {
     PipeServer server(freshName());
     open(server);
     Reader reader{_pipe};
-    std::uint32_t id = 0;
+    std::atomic<std::uint32_t> id{0};
     const auto thread = platform::startThread(&Reader::run, &reader, id);
 
     EXPECT_EQ(platform::waitForThread(thread, 20), 258U);

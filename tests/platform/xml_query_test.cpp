@@ -4,6 +4,7 @@
 #include "platform/thread.h"
 
 #include <gtest/gtest.h>
+#include <atomic>
 
 namespace {
 
@@ -93,7 +94,7 @@ struct Asker {
 TEST(XmlQueryTest, AnyThreadMayAsk) {
     Asker askers[2];
     platform::NativeHandle threads[2] = {};
-    std::uint32_t id = 0;
+    std::atomic<std::uint32_t> id{0};
 
     for (int i = 0; i < 2; ++i)
         threads[i] = platform::startThread(&Asker::run, &askers[i], id);

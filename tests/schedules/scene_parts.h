@@ -14,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdint>
 #include <cstring>
 #include <functional>
@@ -139,7 +140,7 @@ private:
 
     std::function<void()> _body;
     platform::NativeHandle _thread = nullptr;
-    std::uint32_t _id = 0;
+    std::atomic<std::uint32_t> _id{0};
 };
 
 // Puts a device status record into the channel: one write for header and body.

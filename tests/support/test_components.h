@@ -9,6 +9,7 @@
 #include "tern/database.h"
 #include "tern/event_broker.h"
 
+#include <atomic>
 #include <functional>
 #include <string>
 #include <utility>
@@ -50,7 +51,7 @@ public:
     bool reserved5() override { return true; }
     bool reserved6() override { return true; }
     bool reserved7() override { return true; }
-    platform::NativeHandle* getHandle() override { return nullptr; }
+    const std::atomic<platform::NativeHandle>* getHandle() override { return nullptr; }
     void addObserver(arbor::IListener*) override {}
     void removeObserver(arbor::IListener*) override {}
     std::uint32_t getThreadId() override { return 0; }

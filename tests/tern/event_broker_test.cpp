@@ -5,6 +5,7 @@
 #include "arbor/simple_message.h"
 #include "tests/tern/event_broker_fixture.h"
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -111,7 +112,7 @@ TEST_F(EventBrokerTest, NoLockIsHeldWhileAListenerIsCalled) {
     };
     std::uint32_t waited = 1;
     addListener([&](IMessage&) {
-        std::uint32_t id = 0;
+        std::atomic<std::uint32_t> id{0};
         platform::NativeHandle thread = platform::startThread(&Locker::run, &broker, id);
         waited = platform::waitForThread(thread, 20000);
         platform::closeThread(thread);

@@ -12,6 +12,7 @@
 #include "platform/xml_query.h"
 
 #include <gtest/gtest.h>
+#include <atomic>
 #include <string>
 
 namespace {
@@ -212,7 +213,7 @@ std::uint32_t returnSeven(void*) {
 }
 
 TEST_F(FaultsTest, ThreadCallsFail) {
-    std::uint32_t id = 0;
+    std::atomic<std::uint32_t> id{0};
     std::uint32_t code = 0;
     const auto thread = platform::startThread(&returnSeven, nullptr, id);
     ASSERT_NE(thread, nullptr);
@@ -222,9 +223,9 @@ TEST_F(FaultsTest, ThreadCallsFail) {
     fail(Call::ThreadWait);
     EXPECT_EQ(platform::waitForThread(thread, 0), 0xFFFFFFFF);
     fail(Call::ThreadStart);
-    std::uint32_t untouched = 3;
+    std::atomic<std::uint32_t> untouched{3};
     EXPECT_EQ(platform::startThread(&returnSeven, nullptr, untouched), nullptr);
-    EXPECT_EQ(untouched, 3U);
+    EXPECT_EQ(untouched.load(), 3U);
 
     world().faults.clear();
     EXPECT_EQ(platform::waitForThread(thread, platform::kNoTimeout), 0U);

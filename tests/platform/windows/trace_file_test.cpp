@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 #include <windows.h>
+#include <atomic>
 #include <regex>
 #include <string>
 
@@ -68,7 +69,7 @@ std::uint32_t traceLines(void*) {
 
 TEST(TraceFileTest, LinesOfSeveralThreadsDoNotMix) {
     platform::NativeHandle threads[3] = {};
-    std::uint32_t id = 0;
+    std::atomic<std::uint32_t> id{0};
     for (auto& thread : threads)
         thread = platform::startThread(&traceLines, nullptr, id);
     for (const auto thread : threads) {

@@ -4,6 +4,9 @@
 #include "platform/simulated/world.h"
 #include "tests/support/exploring/scheduler.h"
 
+#include <atomic>
+#include <cstdint>
+
 namespace platform {
 namespace {
 
@@ -21,7 +24,7 @@ Scheduler& scheduler() {
 }  // namespace
 
 NativeHandle startThread(ThreadProcedure procedure, void* parameter,
-                         std::uint32_t& threadId) noexcept {
+                         std::atomic<std::uint32_t>& threadId) noexcept {
     Worker* const worker =
         scheduler().start([procedure, parameter] { return procedure(parameter); });
     threadId = worker->number;
