@@ -1,5 +1,6 @@
-// recorder.exe KIND WHAT: stands in for the browser in tests. Appends the line "KIND WHAT" to the
-// file that the environment variable QVSM_RECORDER_FILE names, in UTF-8, and ends.
+// recorder.exe [KIND WHAT]: takes the place of the browser and the companion program in tests.
+// Appends the line "KIND WHAT", or "started" when there are no arguments, to the file that the
+// environment variable QVSM_RECORDER_FILE names, in UTF-8, and ends.
 #include <windows.h>
 
 #include <shellapi.h>
@@ -9,7 +10,6 @@
 namespace {
 
 constexpr DWORD kPathUnits = 32768;
-constexpr int kArguments = 3;
 
 std::string utf8(const std::wstring& text) {
     const int units = static_cast<int>(text.size());
@@ -36,8 +36,11 @@ bool appendLine(const wchar_t* path, const std::string& line) {
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t*, int) {
     int count = 0;
     wchar_t** const arguments = ::CommandLineToArgvW(::GetCommandLineW(), &count);
-    if (arguments == nullptr || count < kArguments) return 1;
-    const std::wstring line = std::wstring(arguments[1]) + L" " + arguments[2] + L"\n";
+    if (arguments == nullptr) return 1;
+    std::wstring line = count > 1 ? arguments[1] : L"started";
+    for (int index = 2; index < count; ++index)
+        line.append(L" ").append(arguments[index]);
+    line += L'\n';
     ::LocalFree(arguments);
     std::wstring path(kPathUnits, L'\0');
     path.resize(::GetEnvironmentVariableW(L"QVSM_RECORDER_FILE", path.data(), kPathUnits));

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 #include <windows.h>
+#include <filesystem>
 #include <string>
 
 namespace {
@@ -15,18 +16,14 @@ using platform::Hive;
 using platform::RegistryKey;
 using platform::ValueType;
 
-// The recorder beside this program plays every program that the shell may open.
+// The recorder takes the place of every program that the shell may open.
 class ShellLaunchTest : public testing::Test {
 protected:
     void SetUp() override {
         char path[MAX_PATH + 1];
         _log = std::string(path, ::GetTempPathA(MAX_PATH, path)) + "contract-recorder.txt";
         ::DeleteFileA(_log.c_str());
-        ::SetEnvironmentVariableA("RECORDER_LOG", _log.c_str());
-        wchar_t program[MAX_PATH + 1];
-        _recorder.assign(program, ::GetModuleFileNameW(nullptr, program, MAX_PATH));
-        _recorder.erase(_recorder.rfind(L'\\') + 1);
-        _recorder += L"platform_recorder.exe";
+        ::SetEnvironmentVariableA("QVSM_RECORDER_FILE", _log.c_str());
     }
 
     static void setClass(const std::wstring& path, const wchar_t* name, const std::wstring& text) {
@@ -52,7 +49,9 @@ protected:
     }
 
     std::string _log;
-    std::wstring _recorder;
+    // The build's paths are those of the machine; Wine shows them below its drive Z.
+    const std::wstring _recorder =
+        std::filesystem::path(std::wstring(L"Z:") + RECORDER_PROGRAM).make_preferred().wstring();
 };
 
 TEST_F(ShellLaunchTest, AnAddressReachesTheBrowserUnchanged) {
@@ -61,9 +60,7 @@ TEST_F(ShellLaunchTest, AnAddressReachesTheBrowserUnchanged) {
 
     EXPECT_TRUE(platform::openAddress(L"https://www.corvane.example/go/x?a=1&b=%20"));
 
-    EXPECT_NE(recorded().find("address \"https://www.corvane.example/go/x?a=1&b=%20\""),
-              std::string::npos)
-        << recorded();
+    EXPECT_EQ(recorded(), "address https://www.corvane.example/go/x?a=1&b=%20\n");
 }
 
 TEST_F(ShellLaunchTest, ADocumentOpensInTheProgramOfItsKind) {
@@ -82,7 +79,7 @@ TEST_F(ShellLaunchTest, AProgramIsStarted) {
 
     EXPECT_TRUE(platform::startProgram(_recorder.c_str(), error));
 
-    EXPECT_NE(recorded().find("platform_recorder.exe"), std::string::npos) << recorded();
+    EXPECT_EQ(recorded(), "started\n");
     EXPECT_EQ(error, 0U);
 }
 
