@@ -66,6 +66,12 @@ void DeviceFolder::answerSlowly() const {
     ::Sleep(delayMs < kLongestDelayMs ? delayMs : kLongestDelayMs);
 }
 
+DWORD DeviceFolder::claimedLength(std::size_t pageBytes) const {
+    std::string text;
+    if (!readFile(_folder + L"claimed-length", text)) return static_cast<DWORD>(pageBytes);
+    return std::strtoul(text.c_str(), nullptr, 10);
+}
+
 bool DeviceFolder::readPage(const std::string& path, std::string& page) const {
     if (path.empty() || path.front() != '/' || path.find("..") != std::string::npos ||
         path.find(':') != std::string::npos)

@@ -10,6 +10,7 @@
 //   DevMgmt\Name.xml   the page "/DevMgmt/Name.xml"
 //   offline            while this file exists, the device cannot be opened
 //   slow               a number: milliseconds that every answer takes
+//   claimed-length     a number: the length that the device states for every page, whatever it has
 //   device.log         a line for each open, close, page and button
 class DeviceFolder {
 public:
@@ -19,6 +20,8 @@ public:
     bool offline() const;
     // Sleeps as long as the file "slow" says.
     void answerSlowly() const;
+    // The length that the device states for a page of so many bytes.
+    DWORD claimedLength(std::size_t pageBytes) const;
     // False when there is no such page or the path leaves the folder.
     bool readPage(const std::string& path, std::string& page) const;
     // Appends a line. A log that cannot be written is lost: the device goes on.

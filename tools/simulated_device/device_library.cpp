@@ -98,20 +98,19 @@ __declspec(dllexport) BOOL WINAPI
         folder.log("no-page " + name);
         return FALSE;
     }
-    if (page.size() > size) {
-        folder.log("page-too-large " + name);
-        return FALSE;
-    }
-    *received = static_cast<DWORD>(page.copy(buffer, page.size()));
-    folder.log("page " + name);
+    // A page that does not fit is cut, and the whole length tells the caller so.
+    page.copy(buffer, size);
+    *received = folder.claimedLength(page.size());
+    folder.log((page.size() > size ? "page-too-large " : "page ") + name);
     return TRUE;
 }
 
 __declspec(dllexport) BOOL WINAPI PushLedmButtonW(HANDLE device, const wchar_t* button) {
     const DeviceFolder folder;
     folder.answerSlowly();
-    if (device == nullptr || folder.offline()) return FALSE;
-    folder.log("button " + narrow(button));
+    const std::string name = narrow(button);
+    if (device == nullptr || folder.offline() || (name != "go" && name != "cancel")) return FALSE;
+    folder.log("button " + name);
     return TRUE;
 }
 

@@ -10,30 +10,59 @@
 
 #include <windows.h>
 #include <array>
+#include <filesystem>
+#include <fstream>
 #include <string>
 
-// The system's own loader, XML document and registry, and a library that stands beside this
-// program.
+// The system's own loader, XML document and registry, and the library of the simulated device
+// beside this program.
 namespace {
 
 constexpr wchar_t kPort[] = L"USB001";
+constexpr std::size_t kBufferBytes = 65536;
+
+namespace fs = std::filesystem;
 
 class RealServicesTest : public testing::Test {
 protected:
     void SetUp() override {
         stored::clear();
-        ASSERT_NE(_library, nullptr);
+        fs::remove_all(_folder);
+        setPage("DevMgmt/ConsumableConfigDyn.xml",
+                "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<ccdyn:ConsumableConfigDyn "
+                "xmlns:ccdyn=\"urn:c\" xmlns:dd=\"urn:d\">\n <ccdyn:ConsumableInfo>\n  "
+                "<dd:ProductNumber>QV-7400A</dd:ProductNumber>\n"
+                "  <dd:SerialNumber> 4711 </dd:SerialNumber>\n </ccdyn:ConsumableInfo>\n"
+                "</ccdyn:ConsumableConfigDyn>\n");
+        setPage("DevMgmt/ProductUsageDyn.xml",
+                "<pudyn:P xmlns:pudyn=\"urn:p\" xmlns:dd=\"urn:d\"><pudyn:ConsumableSubunit>"
+                "<pudyn:Consumable><dd:EstimatedPagesRemaining>1200</dd:EstimatedPagesRemaining>"
+                "</pudyn:Consumable></pudyn:ConsumableSubunit></pudyn:P>");
+        setPage("dev/qvLoyalty.xml",
+                "<loyalty><cartridge><cartModelInformation>QV-7400A</cartModelInformation>"
+                "<cartLife>55</cartLife><cartSerialNumber>4711</cartSerialNumber></cartridge>"
+                "<printerModel> Beamline\tK7400 MFP </printerModel></loyalty>");
+        ::SetEnvironmentVariableW(L"QVSM_DEVICE_FOLDER", _folder.c_str());
     }
     void TearDown() override {
-        EXPECT_EQ(openDevices(), 0);
-        ::FreeLibrary(_library);
+        EXPECT_EQ(logged("open"), logged("close"));
+        fs::remove_all(_folder);
         stored::clear();
     }
 
-    [[nodiscard]] int openDevices() const {
-        const auto count = reinterpret_cast<int (*)()>(
-            reinterpret_cast<void*>(::GetProcAddress(_library, "StandInOpenDevices")));
-        return count();
+    // A page of the device, or one of its switches: device_folder.h lists them.
+    void setPage(const std::string& name, const std::string& bytes) const {
+        fs::create_directories((_folder / name).parent_path());
+        std::ofstream(_folder / name, std::ios::binary) << bytes;
+    }
+
+    // How often the device has written a line that begins with this word.
+    [[nodiscard]] int logged(const std::string& word) const {
+        std::ifstream log(_folder / "device.log");
+        int count = 0;
+        for (std::string line; std::getline(log, line);)
+            if (line.substr(0, line.find(' ')) == word) ++count;
+        return count;
     }
 
     static void configure(const wchar_t* name, const std::wstring& address) {
@@ -46,8 +75,10 @@ protected:
                   0U);
     }
 
-    HMODULE _library = ::LoadLibraryW(L"rtqewsi.dll");  // keeps its counter alive between the calls
     std::string page = "before";
+
+private:
+    fs::path _folder = fs::temp_directory_path() / L"real-services-test";
 };
 
 TEST_F(RealServicesTest, TheLibraryBesideTheProgramIsBound) {
@@ -59,27 +90,48 @@ TEST_F(RealServicesTest, TheLibraryBesideTheProgramIsBound) {
 }
 
 TEST_F(RealServicesTest, APageUpToTheBuffersSizeArrives) {
+    setPage("full", std::string(kBufferBytes, 'x'));
+
     EXPECT_TRUE(EWSIntf().get_page(kPort, "/full", page));
-    EXPECT_EQ(page, std::string(65536, 'x'));
+    EXPECT_EQ(page, std::string(kBufferBytes, 'x'));
 }
 
-TEST_F(RealServicesTest, APageThatIsTooLargeLiesIsEmptyOrMissingFails) {
-    for (const char* const path : {"/too-large", "/lie", "/empty", "/missing"}) {
+TEST_F(RealServicesTest, APageThatIsTooLargeEmptyOrMissingFails) {
+    setPage("too-large", std::string(kBufferBytes + 1, 'x'));
+    setPage("empty", "");
+
+    for (const char* const path : {"/too-large", "/empty", "/missing"}) {
         page = "before";
         EXPECT_FALSE(EWSIntf().get_page(kPort, path, page)) << path;
         EXPECT_EQ(page, "") << path;
     }
+    EXPECT_EQ(logged("page-too-large"), 1);
+}
+
+TEST_F(RealServicesTest, APageWhoseLengthTheDeviceOverstatesFails) {
+    setPage("lie", "abc");
+    setPage("claimed-length", "4294967295");
+
+    EXPECT_FALSE(EWSIntf().get_page(kPort, "/lie", page));
+
+    EXPECT_EQ(page, "");
+    EXPECT_EQ(logged("page"), 1);
 }
 
 TEST_F(RealServicesTest, ADeviceThatIsOfflineFails) {
-    EXPECT_FALSE(EWSIntf().get_page(L"offline", "/full", page));
-    EXPECT_FALSE(EWSIntf().push_button(L"offline", L"go"));
+    setPage("full", "x");
+    setPage("offline", "");
+
+    EXPECT_FALSE(EWSIntf().get_page(kPort, "/full", page));
+    EXPECT_FALSE(EWSIntf().push_button(kPort, L"go"));
+    EXPECT_EQ(logged("offline"), 2);
 }
 
 TEST_F(RealServicesTest, AButtonIsPressedOrRefused) {
     EXPECT_TRUE(EWSIntf().push_button(kPort, L"cancel"));
     EXPECT_TRUE(EWSIntf().push_button(kPort, L"go"));
     EXPECT_FALSE(EWSIntf().push_button(kPort, L"self-destruct"));
+    EXPECT_EQ(logged("button"), 2);
 }
 
 TEST_F(RealServicesTest, TheSerialNumberOfTheDeviceBecomesTheCurrentCartridge) {
@@ -102,8 +154,9 @@ TEST_F(RealServicesTest, TheConsumablesAreReadThroughTheSystemsXmlDocument) {
 
 TEST_F(RealServicesTest, AnOfflineDeviceLeavesNotKnown) {
     std::array<wchar_t, kConsumableTextUnits> product{};
+    setPage("offline", "");
 
-    getConsumableInfo(L"offline", product.data(), nullptr);
+    getConsumableInfo(kPort, product.data(), nullptr);
 
     EXPECT_STREQ(product.data(), L"Not Known");
 }
