@@ -27,6 +27,13 @@ inline fs::path windowsPath(const std::string& path) {
     return fs::path("Z:" + path).make_preferred();
 }
 
+// A path as a scenario writes it in quotes, where a backslash stands for itself only when doubled.
+inline std::string doubled(std::string path) {
+    for (std::size_t at = 0; (at = path.find('\\', at)) != std::string::npos; at += 2)
+        path.insert(at, "\\");
+    return path;
+}
+
 inline std::string contents(const fs::path& file) {
     std::ifstream in(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};

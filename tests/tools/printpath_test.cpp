@@ -302,6 +302,7 @@ TEST_F(PrintpathTest, AScenarioForAnotherLanguageIsNotPlayed) {
 TEST_F(PrintpathTest, HelpAndKeywordsArePrinted) {
     EXPECT_EQ(run(L"--help"), kAsExpected);
     EXPECT_TRUE(printed("--byte-mode")) << output;
+    EXPECT_TRUE(printed("allow them under Wine, refuse them elsewhere")) << output;
     EXPECT_EQ(run(L"--keywords"), kAsExpected);
     EXPECT_TRUE(printed("wait-dialog\n")) << output;
 }

@@ -220,6 +220,8 @@ TEST(ScenarioKeywords, EveryKeywordAndParameterIsDocumented) {
     for (const Keyword& keyword : keywords()) {
         const std::string row = documentedRow(document, keyword.name);
         EXPECT_NE(row, "") << keyword.name;
+        const bool marked = row.find("` †") != std::string::npos;
+        EXPECT_EQ(marked, keyword.changesSystem) << keyword.name;
         for (const Parameter& parameter : keyword.parameters) {
             if (parameter.name == "id" && !parameter.required) continue;  // explained for all
             EXPECT_NE(row.find(documentedName(parameter)), std::string::npos)

@@ -15,6 +15,7 @@ constexpr int kLargestControl = 0xFFFF;
 
 constexpr std::string_view kSnoozes =
     "none|1-hour|4-hours|1-day|2-days|3-days|1-week|2-weeks|never";
+constexpr bool kChangesSystem = true;
 constexpr std::string_view kFlags = "illegal|foreign|memory|welcome";
 
 constexpr Parameter text(std::string_view name) {
@@ -131,13 +132,14 @@ std::vector<Keyword> table() {
         {"expect-exit", Exit, {number("code"), within()}},
 
         // What the monitor remembers
-        {"forget-cartridges", Preparation, {}},
+        {"forget-cartridges", Preparation, {}, kChangesSystem},
         {"known-cartridge",
          Anywhere,
          {number("serial"), hours("added"), hours("snooze-low"), hours("snooze-very-low"),
-          hours("snooze-out"), flags()}},
-        {"current-cartridge", Anywhere, {number("serial")}},
-        {"cartridge-version", Anywhere, {number("version")}},
+          hours("snooze-out"), flags()},
+         kChangesSystem},
+        {"current-cartridge", Anywhere, {number("serial")}, kChangesSystem},
+        {"cartridge-version", Anywhere, {number("version")}, kChangesSystem},
         {"expect-current-cartridge", Anywhere, {number("serial"), within()}},
         {"expect-cartridge",
          Anywhere,
@@ -146,10 +148,12 @@ std::vector<Keyword> table() {
         {"expect-no-cartridge", Anywhere, {number("serial")}},
         {"registry-text",
          Anywhere,
-         {choice("root", "user|machine"), text("key"), text("name"), text("value")}},
+         {choice("root", "user|machine"), text("key"), text("name"), text("value")},
+         kChangesSystem},
         {"registry-number",
          Anywhere,
-         {choice("root", "user|machine"), text("key"), text("name"), number("value")}},
+         {choice("root", "user|machine"), text("key"), text("name"), number("value")},
+         kChangesSystem},
         {"expect-registry-text",
          Anywhere,
          {choice("root", "user|machine"), text("key"), text("name"), text("value"), within()}},
@@ -157,9 +161,13 @@ std::vector<Keyword> table() {
         // The spooler
         {"spooler-printer",
          Preparation,
-         {text("name"), optional(number("alert-mask")), optional(number("status"))}},
-        {"printer-driver", Preparation, {text("name")}},
-        {"spooler-value", Anywhere, {text("printer"), text("value"), number("number")}},
+         {text("name"), optional(number("alert-mask")), optional(number("status"))},
+         kChangesSystem},
+        {"printer-driver", Preparation, {text("name")}, kChangesSystem},
+        {"spooler-value",
+         Anywhere,
+         {text("printer"), text("value"), number("number")},
+         kChangesSystem},
 
         // The device
         {"device", Preparation, {}},
@@ -178,12 +186,12 @@ std::vector<Keyword> table() {
         {"expect-page-not-fetched", Anywhere, {text("path")}},
 
         // Links and documents
-        {"record-links", Anywhere, {}},
+        {"record-links", Anywhere, {}, kChangesSystem},
         {"expect-opened", Anywhere, {text("text"), within()}},
         {"expect-nothing-opened", Anywhere, {}},
-        {"install-file", Anywhere, {text("file"), text("target")}},
-        {"protect-file", Anywhere, {text("target")}},
-        {"remove-file", Anywhere, {text("target")}},
+        {"install-file", Anywhere, {text("file"), text("target")}, kChangesSystem},
+        {"protect-file", Anywhere, {text("target")}, kChangesSystem},
+        {"remove-file", Anywhere, {text("target")}, kChangesSystem},
         {"expect-file-with", Anywhere, {text("target"), text("text"), within()}},
     };
 }

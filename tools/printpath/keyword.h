@@ -43,6 +43,8 @@ struct Keyword {
     std::string_view name;
     Phase phase = Phase::Anywhere;
     std::vector<Parameter> parameters;
+    // Whether it writes to the registry, the spooler or files outside the scenario's own folder.
+    bool changesSystem = false;
 };
 
 // All keywords, in the order in which the documentation explains them.

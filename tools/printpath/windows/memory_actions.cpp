@@ -94,12 +94,20 @@ void expectNoCartridge(Stage& stage, const Step& step) {
     if (cartridge) throw Failure("the monitor remembers " + describe(*cartridge));
 }
 
-void registryText(Stage&, const Step& step) {
+// Notes the value, so that the registry is as before when the scenario has ended.
+void noteValue(Stage& stage, const Step& step) {
+    stage.registry.note(rootOf(step), wideFromUtf8(step["key"].text),
+                        wideFromUtf8(step["name"].text));
+}
+
+void registryText(Stage& stage, const Step& step) {
+    noteValue(stage, step);
     writeText(rootOf(step), wideFromUtf8(step["key"].text), wideFromUtf8(step["name"].text),
               wideFromUtf8(step["value"].text));
 }
 
-void registryNumber(Stage&, const Step& step) {
+void registryNumber(Stage& stage, const Step& step) {
+    noteValue(stage, step);
     writeNumber(rootOf(step), wideFromUtf8(step["key"].text), wideFromUtf8(step["name"].text),
                 numberOf(step["value"]));
 }

@@ -2,6 +2,7 @@
 
 #include "tools/printpath/windows/failure.h"
 #include "tools/printpath/windows/wide_text.h"
+#include "tools/printpath/windows/wine.h"
 
 #include <cwchar>
 
@@ -29,6 +30,13 @@ int secondsOf(const std::wstring& text) {
         throw Failure("--timeout needs a number of seconds from 1 to 600, not " + shown(text),
                       Outcome::Unusable);
     return static_cast<int>(seconds);
+}
+
+bool allows(const std::wstring& text) {
+    if (text != L"allow" && text != L"refuse")
+        throw Failure("--system-changes needs \"allow\" or \"refuse\", not " + shown(text),
+                      Outcome::Unusable);
+    return text == L"allow";
 }
 
 class ArgumentReader {
@@ -64,6 +72,8 @@ private:
             _options.task = Task::Help;
         else if (argument == L"--timeout")
             _options.timeoutSeconds = secondsOf(next());
+        else if (argument == L"--system-changes")
+            _options.systemChanges = allows(next());
         else
             return false;
         return true;
@@ -102,6 +112,8 @@ Options readOptions(const std::vector<std::wstring>& arguments,
     options.device = ownFolder / L"simulated-device";
     options.recorder = ownFolder / L"recorder" / L"recorder.exe";
     options.spooler = ownFolder / L"simulated-spooler" / L"winspool.drv";
+    // A Wine prefix is made for the run; any other system belongs to somebody.
+    options.systemChanges = underWine();
     ArgumentReader(arguments, options).read();
     const bool needsScenario = options.task != Task::Help && options.task != Task::ListKeywords;
     if (needsScenario && options.scenario.empty())
@@ -120,6 +132,11 @@ const char* usageText() {
            "  --byte-mode      make a byte pipe instead of a message pipe\n"
            "  --timeout N      seconds to wait for anything awaited (default: 10)\n"
            "  --clean          first forget what the monitor remembers for this user\n"
+           "  --system-changes allow|refuse\n"
+           "                   allow or refuse --clean and all steps that change the registry, "
+           "printers\n"
+           "                   or files of this system (default: allow them under Wine, refuse "
+           "them elsewhere)\n"
            "  --pictures DIR   where screenshots go (default: they are not saved)\n"
            "  --device DIR     folder of the simulated device library and its pages\n"
            "  --recorder FILE  program that stands in for the browser\n"

@@ -18,6 +18,8 @@ struct Options {
     std::filesystem::path pictures;  // empty: screenshots are not saved
     bool byteMode = false;
     bool clean = false;  // forget first what the monitor remembers
+    // Whether steps may change registry, printers and files of this system.
+    bool systemChanges = false;
     int timeoutSeconds = 10;
 };
 

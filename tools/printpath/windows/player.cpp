@@ -41,10 +41,25 @@ void report(Stage& stage, Timeline& timeline, const Options& options, const Step
     if (stage.deviceStage) timeline.plain("the device's log:\n" + stage.deviceStage->log());
 }
 
+// Before anything is played, so that a refused scenario has changed nothing.
+void requireAllowedChanges(const Scenario& scenario, const Options& options) {
+    if (options.systemChanges) return;
+    constexpr char kRefused[] =
+        " changes this system, which is refused; play it in a Wine prefix made for it, or allow it "
+        "with --system-changes allow";
+    if (options.clean) throw Failure(std::string("--clean") + kRefused, Outcome::Unusable);
+    for (const Step& step : scenario.steps)
+        if (step.keyword->changesSystem)
+            throw Failure(pathText(options.scenario.filename()) + ":" + std::to_string(step.line) +
+                              ": " + std::string(step.keyword->name) + kRefused,
+                          Outcome::Unusable);
+}
+
 }  // namespace
 
 Outcome playScenario(const Scenario& scenario, const Options& options) {
     const std::map<std::string_view, Action> actions = allActions();
+    requireAllowedChanges(scenario, options);
     Timeline timeline;
     timeline.plain(pathText(options.scenario.filename()) + ": " + scenario.about);
     Stage stage(options, timeline);

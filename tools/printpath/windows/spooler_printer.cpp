@@ -22,18 +22,28 @@ using PrinterHandle = std::unique_ptr<HANDLE, ClosePrinterHandle>;
     throw Failure(what + " (system error " + std::to_string(error) + ")", Outcome::Unusable);
 }
 
-PrinterHandle open(const std::wstring& name) {
-    std::wstring changeable = name;
+// Empty when the spooler has no such printer.
+PrinterHandle find(std::wstring name) {
     PRINTER_DEFAULTSW defaults{nullptr, nullptr, PRINTER_ALL_ACCESS};
     HANDLE printer = nullptr;
-    if (!::OpenPrinterW(changeable.data(), &printer, &defaults))
-        fail("the spooler does not open the printer " + shown(name), ::GetLastError());
+    if (!::OpenPrinterW(name.data(), &printer, &defaults)) return {};
     return PrinterHandle(printer);
+}
+
+PrinterHandle open(const std::wstring& name) {
+    PrinterHandle printer = find(name);
+    if (!printer) fail("the spooler does not open the printer " + shown(name), ::GetLastError());
+    return printer;
 }
 
 }  // namespace
 
 SpoolerPrinter::SpoolerPrinter(const std::wstring& name) : _name(name) {
+    // Asked beforehand, because Wine's AddPrinter replaces a printer without a word.
+    if (find(name))
+        throw Failure("the spooler has a printer " + shown(name) +
+                          " already, which is not the scenario's to change; give it another name",
+                      Outcome::Unusable);
     std::wstring port = L"LPT1:";
     std::wstring driver = L"Beamline test driver";
     std::wstring processor = L"winprint";
@@ -55,16 +65,11 @@ SpoolerPrinter::SpoolerPrinter(const std::wstring& name) : _name(name) {
     info.pDatatype = dataType.data();
     const PrinterHandle printer(::AddPrinterW(nullptr, 2, reinterpret_cast<BYTE*>(&info)));
     const DWORD error = ::GetLastError();
-    if (!printer && error != ERROR_PRINTER_ALREADY_EXISTS)
-        fail("the spooler does not add the printer " + shown(name), error);
+    if (!printer) fail("the spooler does not add the printer " + shown(name), error);
 }
 
 SpoolerPrinter::~SpoolerPrinter() {
-    try {
-        ::DeletePrinter(open(_name).get());
-    } catch (const Failure&) {
-        // It has gone already.
-    }
+    if (const PrinterHandle printer = find(_name)) ::DeletePrinter(printer.get());
 }
 
 void setPrinterValue(const std::wstring& printer, const std::wstring& value, std::uint32_t number) {

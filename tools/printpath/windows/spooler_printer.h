@@ -6,7 +6,7 @@
 namespace printpath {
 
 // A printer of the spooler that exists while this object does. Throws Failure when the spooler
-// refuses it.
+// refuses it or has one of this name already: that one stays as it is.
 class SpoolerPrinter {
 public:
     explicit SpoolerPrinter(const std::wstring& name);

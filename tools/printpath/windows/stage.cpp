@@ -2,7 +2,6 @@
 
 #include "tools/printpath/windows/cartridge_memory.h"
 #include "tools/printpath/windows/failure.h"
-#include "tools/printpath/windows/registry_values.h"
 #include "tools/printpath/windows/text_file.h"
 #include "tools/printpath/windows/wide_text.h"
 
@@ -17,7 +16,6 @@ constexpr wchar_t kStringsLibrary[] = L"QVK7400SMs.dll";
 constexpr wchar_t kTraceVariable[] = L"QVSM_TRACE";
 constexpr wchar_t kTraceName[] = L"trace.txt";
 constexpr DWORD kPathUnits = 32768;
-constexpr wchar_t kMachineKeys[] = L"SOFTWARE\\Corvane";
 
 std::filesystem::path newWorkFolder() {
     const std::wstring name = L"printpath-" + std::to_wstring(::GetCurrentProcessId()) + L"-" +
@@ -57,9 +55,7 @@ Stage::Stage(const Options& options, Timeline& timeline)
     if (_traceFile.empty()) _traceFile = workFile(kTraceName);
     _tracedBefore = readWholeFile(_traceFile).size();
     preparation.environment[kTraceVariable] = _traceFile.wstring();
-    if (!options.clean) return;
-    forgetCartridges();
-    removeKey(HKEY_LOCAL_MACHINE, kMachineKeys);
+    if (options.clean) forgetCartridges();
 }
 
 Stage::~Stage() {

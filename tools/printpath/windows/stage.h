@@ -10,6 +10,7 @@
 #include "tools/printpath/windows/monitor_process.h"
 #include "tools/printpath/windows/options.h"
 #include "tools/printpath/windows/pipe_server.h"
+#include "tools/printpath/windows/registry_restorer.h"
 #include "tools/printpath/windows/spooler_override.h"
 #include "tools/printpath/windows/spooler_printer.h"
 #include "tools/printpath/windows/timeline.h"
@@ -95,6 +96,7 @@ public:
     std::unique_ptr<MirroredDesktop> mirroredDesktop;
     std::vector<std::unique_ptr<SpoolerPrinter>> printers;
     std::unique_ptr<SpoolerOverride> spoolerOverride;
+    RegistryRestorer registry;
     std::unique_ptr<PipeServer> pipe;
     std::map<std::wstring, Handle> protectedFiles;  // by path
 
