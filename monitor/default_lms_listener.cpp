@@ -15,6 +15,7 @@
 #include "printer/cartridge_store.h"
 #include "printer/consumables.h"
 #include "printer/media_types.h"
+#include "printer/printer_identity.h"
 #include "printer/status_codes.h"
 #include "tern/event_broker.h"
 #include "tern/i_instance_manager.h"
@@ -27,6 +28,8 @@
 #include "ui/status_dialog.h"
 #include "ui/validation_dialog.h"
 #include "ui/window_types.h"
+
+#include <optional>
 
 namespace {
 
@@ -99,15 +102,15 @@ bool DefaultLMSListener::onStatus(const arbor::IPropertyHolder& properties) {
 }
 
 bool DefaultLMSListener::isSilenced() const {
-    if (!_classes.errors && !_classes.warnings && !_classes.information) {
+    if (!_showErrors && !_showWarnings && !_showInformation) {
         platform::trace("TERNA user chose to disable all messages");
         return true;
     }
-    if (!_classes.information && _status == status_code::kTonerOutBlack) {
+    if (!_showInformation && _status == status_code::kTonerOutBlack) {
         platform::trace("TERNA ! _showInformation && status == TONER_OUT_BLACK");
         return true;
     }
-    if (!_classes.errors && _status >= status_code::kFirstError) {
+    if (!_showErrors && _status >= status_code::kFirstError) {
         platform::trace("TERNA status >= 10403  PJL error starting point???");
         return true;
     }
@@ -127,7 +130,11 @@ void DefaultLMSListener::configurePrinter(arbor::IMessage* message) {
     const arbor::IPropertyHolder& properties = *message->getProperties();
     _printerName = arbor::wideText(properties, L"printerName", _printerName.c_str());
     _portName = arbor::wideText(properties, L"portName", _portName.c_str());
-    readAlertClasses(_printerName, _classes);
+    const std::optional<AlertClasses> classes = readAlertClasses(_printerName);
+    if (!classes) return;
+    _showErrors = classes->errors;
+    _showWarnings = classes->warnings;
+    _showInformation = classes->information;
 }
 
 void DefaultLMSListener::onEndDocument() {

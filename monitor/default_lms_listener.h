@@ -6,7 +6,6 @@
 #include "monitor/open_alerts.h"
 #include "platform/native_handle.h"
 #include "printer/alert_types.h"
-#include "printer/printer_identity.h"
 #include "tern/abstract_listener.h"
 
 #include <cstdint>
@@ -102,7 +101,11 @@ private:
     arbor::Guid _secondType;
     std::wstring _printerName;
     std::wstring _portName;
-    AlertClasses _classes;  // all shown until the printer says otherwise
+    // Which alerts the printer's settings let through; all of them until the printer says
+    // otherwise. Names kept: see decision 0012.
+    bool _showErrors = true;
+    bool _showWarnings = true;
+    bool _showInformation = true;
     bool _exitWithLastDialog = false;
     std::uint32_t _cartridgeSN = 0;
     tern::EventBroker* _broker;  // not owned

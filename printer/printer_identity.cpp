@@ -82,16 +82,15 @@ bool printerWantsStatus(const std::wstring& printerName) {
     return status != kSilent;
 }
 
-void readAlertClasses(const std::wstring& printerName, AlertClasses& classes) {
+std::optional<AlertClasses> readAlertClasses(const std::wstring& printerName) {
     Printer printer;
-    if (!printer.open(printerName.c_str())) return;
+    if (!printer.open(printerName.c_str())) return std::nullopt;
     std::uint32_t mask = 0;
     const std::uint32_t error = printer.readData(kMaskData, &mask, sizeof mask);
     // A printer that was never configured shows everything; one that cannot be asked shows nothing.
     if (error != platform::kSuccess) mask = error == platform::kFileNotFound ? kAllClasses : 0;
-    classes.errors = (mask & kErrorsBit) != 0;
-    classes.information = (mask & kInformationBit) != 0;
-    classes.warnings = (mask & kWarningsBit) != 0;
+    return AlertClasses{(mask & kErrorsBit) != 0, (mask & kInformationBit) != 0,
+                        (mask & kWarningsBit) != 0};
 }
 
 bool isSupportedPrinter(std::wstring& name) try {

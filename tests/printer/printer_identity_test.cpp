@@ -85,9 +85,8 @@ TEST_F(PrinterIdentityTest, AStatusValueOfAnotherSizeDoesNoHarm) {
 TEST_F(PrinterIdentityTest, EachBitOfTheMaskIsOneClass) {
     for (std::uint32_t mask = 0; mask < 16; ++mask) {
         world().printers.setDword(kPrinter, L"AlertMask", mask);
-        AlertClasses classes;
 
-        readAlertClasses(kPrinter, classes);
+        const AlertClasses classes = readAlertClasses(kPrinter).value();
 
         EXPECT_EQ(classes.errors, mask % 2 == 1) << mask;
         EXPECT_EQ(classes.information, mask / 2 % 2 == 1) << mask;
@@ -97,9 +96,8 @@ TEST_F(PrinterIdentityTest, EachBitOfTheMaskIsOneClass) {
 
 TEST_F(PrinterIdentityTest, APrinterWithoutAMaskShowsEverything) {
     world().printers.add(kPrinter);
-    AlertClasses classes{false, false, false};
 
-    readAlertClasses(kPrinter, classes);
+    const AlertClasses classes = readAlertClasses(kPrinter).value();
 
     EXPECT_TRUE(classes.errors && classes.information && classes.warnings);
 }
@@ -109,9 +107,8 @@ TEST_F(PrinterIdentityTest, AMaskThatCannotBeReadShowsNothing) {
     for (const std::uint32_t error : {5U, 87U, 234U, 1U, 3U}) {
         world().faults.reset();
         world().faults.add({Call::PrinterDataRead, 1, false, error});
-        AlertClasses classes;
 
-        readAlertClasses(kPrinter, classes);
+        const AlertClasses classes = readAlertClasses(kPrinter).value();
 
         EXPECT_FALSE(classes.errors || classes.information || classes.warnings) << error;
     }
@@ -119,21 +116,14 @@ TEST_F(PrinterIdentityTest, AMaskThatCannotBeReadShowsNothing) {
 
 TEST_F(PrinterIdentityTest, AMaskWithoutABitShowsNothing) {
     world().printers.set(kPrinter, L"AlertMask", "");
-    AlertClasses classes;
 
-    readAlertClasses(kPrinter, classes);
+    const AlertClasses classes = readAlertClasses(kPrinter).value();
 
     EXPECT_FALSE(classes.errors || classes.information || classes.warnings);
 }
 
-TEST_F(PrinterIdentityTest, APrinterThatDoesNotOpenKeepsTheClasses) {
-    AlertClasses classes{true, false, true};
-
-    readAlertClasses(L"nobody", classes);
-
-    EXPECT_TRUE(classes.errors);
-    EXPECT_FALSE(classes.information);
-    EXPECT_TRUE(classes.warnings);
+TEST_F(PrinterIdentityTest, APrinterThatDoesNotOpenTellsNoClasses) {
+    EXPECT_FALSE(readAlertClasses(L"nobody").has_value());
 }
 
 TEST_F(PrinterIdentityTest, ADriverNameWithTheMarkerAnywhereIsSupported) {

@@ -75,9 +75,7 @@ TEST_F(RealSpoolerTest, AnUnknownPrinterWantsStatus) {
 }
 
 TEST_F(RealSpoolerTest, APrinterThatWasNeverConfiguredShowsEverything) {
-    AlertClasses classes{false, false, false};
-
-    readAlertClasses(printerName, classes);
+    const AlertClasses classes = readAlertClasses(printerName).value();
 
     EXPECT_TRUE(classes.errors && classes.information && classes.warnings);
 }
@@ -85,9 +83,8 @@ TEST_F(RealSpoolerTest, APrinterThatWasNeverConfiguredShowsEverything) {
 TEST_F(RealSpoolerTest, TheMaskIsReadFromThePrintersData) {
     for (DWORD mask = 0; mask < 8; ++mask) {
         setData(L"AlertMask", mask);
-        AlertClasses classes;
 
-        readAlertClasses(printerName, classes);
+        const AlertClasses classes = readAlertClasses(printerName).value();
 
         EXPECT_EQ(classes.errors, (mask & 1) != 0) << mask;
         EXPECT_EQ(classes.information, (mask & 2) != 0) << mask;
