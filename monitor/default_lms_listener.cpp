@@ -13,6 +13,7 @@
 #include "printer/alert_types.h"
 #include "printer/cartridge_record.h"
 #include "printer/cartridge_store.h"
+#include "printer/companion.h"
 #include "printer/consumables.h"
 #include "printer/media_types.h"
 #include "printer/printer_identity.h"

@@ -19,7 +19,3 @@ bool printerWantsStatus(const std::wstring& printerName);
 // Whether the driver of the printer `name` belongs to the K7400 family. Remembers the name for the
 // next start; an empty name is replaced by the remembered one.
 bool isSupportedPrinter(std::wstring& name);
-
-// Starts the maker's companion application Orrery. False when it is not installed or does not
-// start.
-bool startCompanion();

@@ -1,5 +1,6 @@
 #include "platform/simulated/world.h"
 #include "printer/cartridge_store.h"
+#include "printer/companion.h"
 #include "printer/consumables.h"
 #include "printer/printer_identity.h"
 #include "tests/support/allocation_faults.h"

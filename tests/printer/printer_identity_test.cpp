@@ -19,7 +19,6 @@ using platform::simulated::world;
 using Lines = std::vector<std::string>;
 
 constexpr wchar_t kUserKey[] = L"Software\\Corvane\\QVBL7400 SM";
-constexpr wchar_t kCompanionKey[] = L"SOFTWARE\\Corvane\\Orrery\\";
 constexpr wchar_t kPrinter[] = L"Beamline K7400";
 
 class PrinterIdentityTest : public testing::Test {
@@ -275,62 +274,6 @@ TEST_F(PrinterIdentityTest, ASpoolerThatFailsMeansNotSupported) {
 
         EXPECT_FALSE(isSupportedPrinter(name));
     }
-}
-
-TEST_F(PrinterIdentityTest, TheCompanionIsStartedFromItsRegisteredPath) {
-    world().registry.setText(Hive::LocalMachine, kCompanionKey, L"ApplicationPath",
-                             L"C:\\Program Files\\Orrery\\orrery.exe");
-
-    EXPECT_TRUE(startCompanion());
-
-    EXPECT_EQ(world().desktop.programs(),
-              std::vector<std::wstring>{L"C:\\Program Files\\Orrery\\orrery.exe"});
-    EXPECT_TRUE(trace.all().empty());
-}
-
-TEST_F(PrinterIdentityTest, ACompanionThatIsNotInstalledIsTraced) {
-    EXPECT_FALSE(startCompanion());
-
-    EXPECT_EQ(trace.all(), Lines{"Query registry key error, 2"});
-}
-
-TEST_F(PrinterIdentityTest, ACompanionWithoutAPathIsTraced) {
-    world().registry.create(Hive::LocalMachine, kCompanionKey);
-
-    EXPECT_FALSE(startCompanion());
-
-    EXPECT_EQ(trace.all(), Lines{"Query registry value error, 2"});
-}
-
-TEST_F(PrinterIdentityTest, ACompanionPathThatIsTooLongOrNoTextIsTraced) {
-    world().registry.set(Hive::LocalMachine, kCompanionKey, L"ApplicationPath", ValueType::String,
-                         std::string(1026, 'A'));
-    EXPECT_FALSE(startCompanion());
-    world().registry.setDword(Hive::LocalMachine, kCompanionKey, L"ApplicationPath", 1);
-    EXPECT_FALSE(startCompanion());
-
-    EXPECT_EQ(trace.all(),
-              (Lines{"Query registry value error, 234", "Query registry value error, 13"}));
-    EXPECT_TRUE(world().desktop.programs().empty());
-}
-
-TEST_F(PrinterIdentityTest, ACompanionThatDoesNotStartIsTraced) {
-    world().registry.setText(Hive::LocalMachine, kCompanionKey, L"ApplicationPath",
-                             L"C:\\gone.exe");
-    world().faults.add({Call::ProgramStart});
-
-    EXPECT_FALSE(startCompanion());
-
-    EXPECT_EQ(trace.all(), Lines{"Failed to launch OrreryMX."});
-}
-
-TEST_F(PrinterIdentityTest, AnEmptyCompanionPathNeverReachesTheShell) {
-    world().registry.setText(Hive::LocalMachine, kCompanionKey, L"ApplicationPath", L"");
-
-    EXPECT_FALSE(startCompanion());
-
-    EXPECT_EQ(world().faults.calls(Call::ProgramStart), 0);
-    EXPECT_EQ(trace.all(), Lines{"Failed to launch OrreryMX."});
 }
 
 }  // namespace

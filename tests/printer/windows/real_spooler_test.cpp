@@ -1,3 +1,4 @@
+#include "printer/companion.h"
 #include "printer/printer_identity.h"
 #include "tests/support/clean_platform.h"
 #include "tests/support/trace_lines.h"
