@@ -26,6 +26,8 @@ times >"$work/before"
 "$program" "$@" "$work/new" "$corpus" >"$work/log" 2>&1 || { tail -n 60 "$work/log"; exit 1; }
 times >"$work/after"
 grep 'DONE' "$work/log"
+done_runs=$(sed -n 's/^#\([0-9]*\).*DONE.*/\1/p' "$work/log")
+[ "$done_runs" -ge "$runs" ] || { echo "$name: only $done_runs of $runs runs were made"; exit 1; }
 # The second line of each: user and system time of the programs that ran, as 1m2.34s.
 awk -v runs="$runs" -v name="$name" -F '[ms ]+' 'FNR == 2 { used = $1 * 60 + $2 + $3 * 60 + $4 - used }
     END { printf "%s: %d runs in %.1f s of processor time, %d a second\n", name, runs, used, runs / (used + 0.01) }' \

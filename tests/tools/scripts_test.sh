@@ -3,6 +3,7 @@
 set -u
 cd "$1" || exit 1
 failed=0
+unset BEAMLINE_FUZZ_RUNS BEAMLINE_PROGRESS_FD
 
 # check NAME CODE PATTERN COMMAND...: the command ends with this code and prints this.
 check() {
@@ -52,6 +53,45 @@ TEXT
     return "$ended"
 }
 
+# fuzz_of_stubs FUZZER ARGUMENT...: ./test fuzz on one target, whose fuzzer is this script; '' for none. It
+# then tells whether the corpus and the expected results are as they were.
+fuzz_of_stubs() {
+    place=$(mktemp -d)
+    fuzzer=$place/build/host-asan/tests/fuzz_page
+    mkdir -p "$place/tools/test" "$place/build/host-asan/tests" "$place/tests/fuzz/corpus/page"
+    cp tools/test/fuzz.sh "$place/tools/test/"
+    cp tools/progress.py "$place/tools/"
+    cp tests/fuzz/CMakeLists.txt "$place/tests/fuzz/"
+    echo 'exit 0' >"$place/tools/install-packages.sh"
+    echo 'exit 0' >"$place/tools/build-quietly.sh"
+    printf '#!/bin/sh\ntouch expected-results-written\n' >"$place/build/host-asan/tests/replay_corpora"
+    [ -z "$1" ] || printf '#!/bin/sh\n%s\n' "$1" >"$fuzzer"
+    chmod +x "$place"/build/host-asan/tests/*
+    shift
+    sh "$place/tools/test/fuzz.sh" "$@"
+    ended=$?
+    [ ! -e "$place/expected-results-written" ] || echo "the expected results were written anew"
+    rm -rf "$place"
+    return "$ended"
+}
+good_fuzzer='case $* in *-merge*) touch tests/fuzz/corpus/page/new ;; *) echo "stat::number_of_executed_units: 7" ;; esac'
+nothing_is_rewritten() {
+    printed=$(fuzz_of_stubs "$good_fuzzer")
+    echo "$printed"
+    case $printed in *'written anew'*) return 1 ;; esac
+}
+
+# short_fuzzer RUNS: a run of 1000 that ./test asks for, by a fuzzer that makes RUNS and ends well.
+short_fuzzer() {
+    place=$(mktemp -d)
+    printf '#!/bin/sh\necho "#%s DONE cov: 1"\n' "$1" >"$place/fuzzer"
+    chmod +x "$place/fuzzer"
+    sh tests/fuzz/run-fuzzer.sh "$place/fuzzer" "$place" page "$place/findings" 1000 64
+    ended=$?
+    rm -rf "$place"
+    return "$ended"
+}
+
 # test_of_stubs BUILDS TESTS: ./test with a build that ends with the code BUILDS and tests that end with TESTS.
 test_of_stubs() {
     place=$(mktemp -d)
@@ -72,6 +112,24 @@ check "./run refuses an unknown option" 2 'no option --sideways' ./run --sideway
 check "./run refuses an unknown story" 2 'no story never-told' ./run never-told
 check "./test --help explains itself" 0 'N passed, N failed' ./test --help
 check "./test refuses what it does not know" 2 'no sideways' ./test sideways
+check "./test fuzz passes when the fuzzer made runs" 0 '^1 passed, 0 failed$' fuzz_of_stubs "$good_fuzzer"
+check "./test fuzz leaves the expected results to people" 0 'Look at the new inputs' nothing_is_rewritten
+check "./test fuzz fails when a fuzzer is missing" 1 '^0 passed, 1 failed$' fuzz_of_stubs ''
+check "./test fuzz fails when a fuzzer ends at once" 1 'after 0 runs' fuzz_of_stubs 'exit 0'
+check "./test fuzz fails when a fuzzer makes no run" 1 '^0 passed, 1 failed$' \
+    fuzz_of_stubs 'echo "stat::number_of_executed_units: 0"'
+check "./test fuzz fails when a fuzzer ends badly" 1 'exit code 77 after 7 runs' \
+    fuzz_of_stubs 'echo "stat::number_of_executed_units: 7"; exit 77'
+check "./test fuzz fails when a fuzzer is killed" 1 'exit code 137' fuzz_of_stubs 'kill -9 $$'
+check "./test fuzz fails when a corpus cannot be merged" 1 '^0 passed, 1 failed$' \
+    fuzz_of_stubs 'case $* in *-merge*) exit 1 ;; *) echo "stat::number_of_executed_units: 7" ;; esac'
+check "a fuzzer of ./test makes all its runs" 0 'page: 1000 runs' short_fuzzer 1000
+check "a fuzzer of ./test that makes fewer runs has failed" 1 'only 999 of 1000' short_fuzzer 999
+check "./test fuzz refuses a target that there is not" 2 'no target no-such' fuzz_of_stubs "$good_fuzzer" no-such
+for minutes in many 0 -1 ''; do
+    check "./test fuzz refuses '$minutes' minutes" 2 'minutes needs a number' \
+        fuzz_of_stubs "$good_fuzzer" --minutes "$minutes"
+done
 for command in soak threads nightly; do
     check "./test $command refuses what it does not know" 2 'no --sideways' ./test "$command" --sideways
 done
