@@ -1,16 +1,22 @@
 #include "platform/shell.h"
+
+#include "platform/shell_argument.h"
 #include "platform/simulated/faults.h"
 #include "platform/simulated/registry_store.h"
-
 #include "platform/simulated/world.h"
+
+#include <new>
 
 namespace platform {
 
 using simulated::Call;
 using simulated::world;
 
-bool openAddress(const wchar_t* url) noexcept {
-    return !world().faults.strikes(Call::AddressOpen) && world().desktop.openAddress(url);
+bool openAddress(const wchar_t* url) noexcept try {
+    return !world().faults.strikes(Call::AddressOpen) &&
+           world().desktop.openAddress(shellArgument(url));
+} catch (const std::bad_alloc&) {
+    return false;
 }
 
 bool startProgram(const wchar_t* path, std::uint32_t& error) noexcept {

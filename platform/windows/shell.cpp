@@ -1,11 +1,13 @@
 #include "platform/shell.h"
 
+#include "platform/shell_argument.h"
 #include "platform/windows/lazy_library.h"
 
 #include <windows.h>
 
 #include <shellapi.h>
 #include <shlobj.h>
+#include <new>
 
 namespace platform {
 namespace {
@@ -19,12 +21,16 @@ LazyFunction<decltype(&::SHGetFolderPathA)> getFolderPath(kShellLibrary, "SHGetF
 
 }  // namespace
 
-bool openAddress(const wchar_t* url) noexcept {
+bool openAddress(const wchar_t* url) noexcept try {
     constexpr INT_PTR kLastShellError = 32;  // a greater result is a success
     const auto open = shellExecute.get();
     if (open == nullptr) return false;
-    const HINSTANCE result = open(nullptr, L"open", url, nullptr, nullptr, SW_SHOWNORMAL);
+    const std::wstring argument = shellArgument(url);
+    const HINSTANCE result =
+        open(nullptr, L"open", argument.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
     return reinterpret_cast<INT_PTR>(result) > kLastShellError;
+} catch (const std::bad_alloc&) {
+    return false;
 }
 
 bool startProgram(const wchar_t* path, std::uint32_t& error) noexcept {
@@ -42,6 +48,9 @@ bool startProgram(const wchar_t* path, std::uint32_t& error) noexcept {
 bool openDocument(const char* path) noexcept {
     SHELLEXECUTEINFOA info = {};
     info.cbSize = sizeof info;
+    // Without this flag the shell tells the user in a box of its own, and waits for the answer,
+    // when no program is there for the document.
+    info.fMask = SEE_MASK_FLAG_NO_UI;
     info.lpVerb = "open";
     info.lpFile = path;
     info.nShow = SW_SHOWNORMAL;

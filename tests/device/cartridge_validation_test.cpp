@@ -2,6 +2,7 @@
 
 #include "platform/simulated/process_ended.h"
 #include "platform/simulated/world.h"
+#include "platform/text.h"
 #include "tests/support/clean_platform.h"
 #include "tests/support/trace_lines.h"
 
@@ -185,9 +186,21 @@ TEST_F(CartridgeValidationTest, TheCheckIsTracedOpenedAndEndsTheProcessWithCode0
         kStart +
         "&ver=0001&cd=CN&cmi=QV-7400A&cl=55&csn=4711&cmd=2026-01&csig=S&G&pm=QVBeamlineK7400MFP"
         "&psn=P 1&psig=HW";
-    EXPECT_EQ(world().desktop.addresses(),
-              std::vector<std::wstring>{std::wstring(address.begin(), address.end())});
+    std::wstring opened(address.begin(), address.end());
+    opened.replace(opened.find(L"P 1"), 3, L"P%201");
+    EXPECT_EQ(world().desktop.addresses(), std::vector<std::wstring>{opened});
     EXPECT_EQ(trace.all(), std::vector<std::string>{"Hyperlink clicked :" + address});
+}
+
+TEST_F(CartridgeValidationTest, AQuotationMarkOfTheDeviceDoesNotReachTheShell) {
+    serve("<a><printerSerialNumber>1&quot; --option &#10;\"</printerSerialNumber></a>");
+
+    EXPECT_EQ(validate(), 0U);
+
+    const std::vector<std::wstring> opened = world().desktop.addresses();
+    ASSERT_EQ(opened.size(), 1U);
+    EXPECT_NE(opened[0].find(L"&psn=1%22%20--option%20%0A%22&psig="), std::wstring::npos)
+        << platform::narrowed(opened[0]);
 }
 
 TEST_F(CartridgeValidationTest, WithoutADeviceTheCheckIsOpenedWithEmptyValues) {

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 #include <windows.h>
+#include <atomic>
 #include <filesystem>
 #include <string>
 
@@ -61,6 +62,72 @@ TEST_F(ShellLaunchTest, AnAddressReachesTheBrowserUnchanged) {
     EXPECT_TRUE(platform::openAddress(L"https://www.corvane.example/go/x?a=1&b=%20"));
 
     EXPECT_EQ(recorded(), "address https://www.corvane.example/go/x?a=1&b=%20\n");
+}
+
+TEST_F(ShellLaunchTest, AQuotationMarkInAnAddressStaysInsideTheArgument) {
+    setClass(L"https", L"URL Protocol", L"");
+    recordFor(L"https", L"address");
+
+    EXPECT_TRUE(platform::openAddress(L"https://www.corvane.example/?a=1\" --other \"2"));
+
+    EXPECT_EQ(recorded(), "address https://www.corvane.example/?a=1%22%20--other%20%222\n");
+}
+
+// Closes every message box of this process while it lives, so that a box fails the test instead of
+// blocking it for ever.
+class BoxCloser {
+public:
+    BoxCloser() {
+        std::atomic<std::uint32_t> id{0};
+        _thread = platform::startThread(&BoxCloser::run, this, id);
+    }
+    BoxCloser(const BoxCloser&) = delete;
+    BoxCloser& operator=(const BoxCloser&) = delete;
+    ~BoxCloser() { stop(); }
+    // How many boxes were seen until now; no more are counted.
+    int stop() {
+        ::SetEvent(_stopped);
+        if (_thread != nullptr) platform::waitForThread(_thread, INFINITE);
+        platform::closeThread(_thread);
+        _thread = nullptr;
+        return _boxes;
+    }
+
+private:
+    static std::uint32_t run(void* closer) {
+        constexpr DWORD kPollMs = 20;
+        auto& self = *static_cast<BoxCloser*>(closer);
+        do {
+            ::EnumWindows(&BoxCloser::onWindow, reinterpret_cast<LPARAM>(&self));
+        } while (::WaitForSingleObject(self._stopped, kPollMs) == WAIT_TIMEOUT);
+        return 0;
+    }
+    static BOOL CALLBACK onWindow(HWND window, LPARAM closer) {
+        DWORD process = 0;
+        wchar_t name[16];
+        ::GetWindowThreadProcessId(window, &process);
+        if (::GetClassNameW(window, name, 16) == 0 || std::wstring(name) != L"#32770") return TRUE;
+        if (process != ::GetCurrentProcessId()) return TRUE;
+        ++reinterpret_cast<BoxCloser*>(closer)->_boxes;
+        ::PostMessageW(window, WM_CLOSE, 0, 0);
+        return TRUE;
+    }
+
+    HANDLE _stopped = ::CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    platform::NativeHandle _thread = nullptr;
+    int _boxes = 0;
+};
+
+TEST_F(ShellLaunchTest, ADocumentThatCannotBeOpenedFailsWithoutAMessageBox) {
+    const std::string folder = _log.substr(0, _log.rfind('\\') + 1);
+    const std::string unknown = folder + "contract.unknown-kind";
+    ASSERT_TRUE(platform::writeFile(unknown.c_str(), "x"));
+    BoxCloser closer;
+
+    EXPECT_FALSE(platform::openDocument((folder + "contract-never-made.HTM").c_str()));
+    EXPECT_FALSE(platform::openDocument(unknown.c_str()));
+
+    EXPECT_EQ(closer.stop(), 0);
 }
 
 TEST_F(ShellLaunchTest, ADocumentOpensInTheProgramOfItsKind) {
