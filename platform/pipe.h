@@ -12,7 +12,7 @@ namespace platform {
 // time-out.
 [[nodiscard]] bool waitForPipe(const wchar_t* path) noexcept;
 
-// Not shared, no attributes. invalidHandle() on failure.
+// Not shared. The server may identify the user but not act as the user. invalidHandle() on failure.
 [[nodiscard]] NativeHandle openPipeForReading(const wchar_t* path) noexcept;
 [[nodiscard]] NativeHandle openPipeForWriting(const wchar_t* path) noexcept;
 

@@ -6,7 +6,10 @@ namespace platform {
 namespace {
 
 NativeHandle openPipe(const wchar_t* path, DWORD access) noexcept {
-    return ::CreateFileW(path, access, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    // Another program may have made a pipe of this name first: its server may learn who the user
+    // is, but without these flags it could act as the user.
+    constexpr DWORD kFlags = SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION;
+    return ::CreateFileW(path, access, 0, nullptr, OPEN_EXISTING, kFlags, nullptr);
 }
 
 }  // namespace
