@@ -13,6 +13,7 @@
 #include "tern/component_maker.h"
 #include "tern/event_broker.h"
 #include "tern/guid_text.h"
+#include "tern/pipe_path.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -33,15 +34,16 @@ std::vector<std::wstring> splitAtSpaces(std::wstring_view text) {
     }
 }
 
-// The name of a pipe that no buffer holds is a broken command line: nobody would ever write to us,
-// so the process ends as the run-time library ends it for an invalid parameter.
+// A name that is too long for the path of a pipe is a broken command line: nobody would ever write
+// to us, so the process ends as the run-time library ends it for an invalid parameter.
 void setInputPipe(const std::wstring& name) {
     auto& buffer = channelSettings().inputPipe;
     buffer.fill(L'\0');
-    if (name.size() >= buffer.size()) {
+    static_assert(kLongestPipeName < ChannelSettings::kPipeNameUnits);
+    if (name.size() > kLongestPipeName) {
         platform::trace("TERNA - inputPipe has %u characters, the limit is %u",
                         static_cast<unsigned>(name.size()),
-                        static_cast<unsigned>(buffer.size() - 1));
+                        static_cast<unsigned>(kLongestPipeName));
         platform::endProcess(platform::kInvalidParameterExit);
     }
     std::copy(name.begin(), name.end(), buffer.begin());

@@ -1,10 +1,20 @@
 #pragma once
 
+#include <cstddef>
+#include <iterator>
 #include <string>
 
 namespace tern {
 
-// "\\.\pipe\" and the name, as far as the 260 characters of a path reach.
+// What stands before the name in the path of a pipe of this machine.
+inline constexpr wchar_t kPipePrefix[] = L"\\\\.\\pipe\\";
+
+// Units of the longest name whose path has room in the 260 units of a system path, the prefix and
+// the terminator included.
+inline constexpr std::size_t kLongestPipeName = 260 - std::size(kPipePrefix);
+
+// The path of the pipe, or nothing for a name that is too long: a cut path would be that of another
+// pipe.
 [[nodiscard]] std::wstring pipePath(const std::wstring& name);
 
 }  // namespace tern

@@ -56,7 +56,7 @@ VeloEventGenerator::~VeloEventGenerator() {
 
 void VeloEventGenerator::openPipe() {
     const std::wstring path = pipePath(channelSettings().inputPipe.data());
-    if (!platform::waitForPipe(path.c_str())) return;
+    if (path.empty() || !platform::waitForPipe(path.c_str())) return;
     _input->pipe = platform::openPipeForReading(path.c_str());
     if (_input->pipe != platform::invalidHandle()) platform::setMessageReadMode(_input->pipe);
 }

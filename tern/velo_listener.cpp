@@ -22,7 +22,8 @@ constexpr char kNoPipeName[] = "unkown";  // spelled so by every print path that
 VeloListener::VeloListener(const arbor::IPropertyHolder& parameters, IInstanceManager*) {
     const std::wstring path =
         pipePath(platform::widened(parameters.getString(L"outputPipe", kNoPipeName)));
-    if (platform::waitForPipe(path.c_str())) _pipe = platform::openPipeForWriting(path.c_str());
+    if (path.empty() || !platform::waitForPipe(path.c_str())) return;
+    _pipe = platform::openPipeForWriting(path.c_str());
 }
 
 const arbor::Guid* VeloListener::getClassId() const {

@@ -157,6 +157,15 @@ TEST(ListenerComponentsTest, ListenerCarriesItselfInItsBag) {
     EXPECT_EQ(bare.getPointer(L"listener", nullptr), static_cast<arbor::IListener*>(&bare));
 }
 
+TEST_F(VeloListenerTest, APipeNameThatDoesNotFitItsPathOpensNoOtherPipe) {
+    const contract::PipeServer sameBeginning{std::wstring(250, L'x')};
+
+    const auto refused = listenerOf(std::wstring(251, L'x'));
+
+    EXPECT_NE(platform::openPipeForReading(sameBeginning.path().c_str()), platform::invalidHandle())
+        << "nobody has opened it yet";
+}
+
 TEST_F(VeloListenerTest, MessageOfItsTypeIsOneRecordWithoutABody) {
     Message message(listener->getClassId(), 2, 0);
     message.getProperties()->setInt(L"subcode", 7);

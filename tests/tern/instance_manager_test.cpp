@@ -215,7 +215,7 @@ TEST_F(InstanceManagerTest, PrinterIdIsReadAsADecimal) {
 }
 
 TEST_F(InstanceManagerTest, LongestPipeNameFits) {
-    const std::wstring name(255, L'p');
+    const std::wstring name(250, L'p');  // with "\\\\.\\pipe\\" before it, a path of 259 characters
 
     apply({L"inputPipe=" + name});
 
@@ -224,20 +224,23 @@ TEST_F(InstanceManagerTest, LongestPipeNameFits) {
 
 #if !defined(_WIN32)
 TEST_F(InstanceManagerTest, TooLongPipeNameEmptiesTheSettingAndEndsTheProcess) {
-    test::setChannel(L"before", 0);
-    const TraceLines trace;
-    std::uint32_t exitCode = 0;
+    for (const std::size_t length : {251U, 255U, 256U, 1000U}) {
+        test::setChannel(L"before", 0);
+        const TraceLines trace;
+        std::uint32_t exitCode = 0;
 
-    try {
-        apply({L"inputPipe=" + std::wstring(256, L'p')});
-    } catch (const platform::ProcessEnded& ended) {
-        exitCode = ended.code;
+        try {
+            apply({L"inputPipe=" + std::wstring(length, L'p')});
+        } catch (const platform::ProcessEnded& ended) {
+            exitCode = ended.code;
+        }
+
+        EXPECT_EQ(exitCode, 0xC0000417U);
+        EXPECT_STREQ(tern::channelSettings().inputPipe.data(), L"");
+        EXPECT_EQ(trace.all(),
+                  std::vector<std::string>{"TERNA - inputPipe has " + std::to_string(length) +
+                                           " characters, the limit is 250"});
     }
-
-    EXPECT_EQ(exitCode, 0xC0000417U);
-    EXPECT_STREQ(tern::channelSettings().inputPipe.data(), L"");
-    EXPECT_EQ(trace.all(),
-              std::vector<std::string>{"TERNA - inputPipe has 256 characters, the limit is 255"});
 }
 #endif
 

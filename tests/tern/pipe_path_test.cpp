@@ -9,7 +9,11 @@ TEST(PipePathTest, NameStandsAfterThePipePrefix) {
     EXPECT_EQ(pipePath(L""), L"\\\\.\\pipe\\");
 }
 
-TEST(PipePathTest, PathIsCutWhereItsBufferEnds) {
-    EXPECT_EQ(pipePath(std::wstring(250, L'x')).size(), 259U);
-    EXPECT_EQ(pipePath(std::wstring(251, L'x')).size(), 259U);
+TEST(PipePathTest, TheLongestNameFillsThePath) {
+    EXPECT_EQ(pipePath(std::wstring(250, L'x')), L"\\\\.\\pipe\\" + std::wstring(250, L'x'));
+}
+
+TEST(PipePathTest, ANameThatDoesNotFitHasNoPath) {
+    EXPECT_EQ(pipePath(std::wstring(251, L'x')), L"");
+    EXPECT_EQ(pipePath(std::wstring(5000, L'x')), L"");
 }
