@@ -164,7 +164,6 @@ bool XmlReader::readMarkup() {
         if (_matchDepth != 0) keep(widened(content));
         return true;
     }
-    if (at("<!DOCTYPE")) return !_hasRoot && skipDoctype();
     return at("<?") && !at("<?xml ") && readUntil("?>");
 }
 
@@ -247,18 +246,6 @@ bool XmlReader::readUntil(std::string_view end, std::string_view* content) {
     if (content != nullptr) *content = _rest.substr(0, place);
     _rest.remove_prefix(place + end.size());
     return true;
-}
-
-bool XmlReader::skipDoctype() {
-    int brackets = 0;
-    while (!_rest.empty()) {
-        const char character = _rest.front();
-        _rest.remove_prefix(1);
-        if (character == '[') ++brackets;
-        if (character == ']') --brackets;
-        if (character == '>' && brackets == 0) return true;
-    }
-    return false;
 }
 
 std::string_view XmlReader::readName() {

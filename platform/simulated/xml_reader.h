@@ -27,7 +27,6 @@ private:
     bool readText();
     bool readReference(std::wstring& text);
     bool readUntil(std::string_view end, std::string_view* content = nullptr);
-    bool skipDoctype();
     std::string_view readName();
     bool skipBlanks();  // whether there was one
 

@@ -5,7 +5,7 @@
 
 #include <windows.h>
 
-#include <msxml.h>
+#include <msxml2.h>
 #include <objbase.h>
 #include <oleauto.h>
 #include <limits>
@@ -31,6 +31,9 @@ constexpr CLSID kDocumentClass = {
     0x2933BF90, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
 constexpr IID kDocumentInterface = {
     0x2933BF81, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
+// The same document with properties by name.
+constexpr IID kDocumentWithProperties = {
+    0x2933BF95, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
 
 bool isServiceThere() noexcept {
     return coInitialize.get() != nullptr && coUninitialize.get() != nullptr &&
@@ -81,13 +84,37 @@ ComPointer<IXMLDOMDocument> newDocument() noexcept {
                                                          : nullptr);
 }
 
+// Has the parser stop at a document type definition. The device's pages have none, and the entities
+// of one could name files of this computer, or name each other until a page of a few kilobytes
+// fills the memory.
+bool prohibitTypeDefinition(IXMLDOMDocument& document) {
+    void* found = nullptr;
+    if (FAILED(document.QueryInterface(kDocumentWithProperties, &found))) return false;
+    const ComPointer<IXMLDOMDocument2> properties(static_cast<IXMLDOMDocument2*>(found));
+    const ComText name = comText(L"ProhibitDTD");
+    VARIANT yes = {};
+    yes.vt = VT_BOOL;
+    yes.boolVal = VARIANT_TRUE;
+    return SUCCEEDED(properties->setProperty(name.get(), yes));
+}
+
+// Not every parser keeps to the property above (Wine's does not).
+bool hasTypeDefinition(IXMLDOMDocument& document) {
+    IXMLDOMDocumentType* type = nullptr;
+    const HRESULT result = document.get_doctype(&type);
+    const ComPointer<IXMLDOMDocumentType> owned(type);
+    return FAILED(result) || type != nullptr;
+}
+
 bool load(IXMLDOMDocument& document, std::string_view text) {
+    if (!prohibitTypeDefinition(document)) return false;
     // A page that names files of this computer or addresses elsewhere gets nothing of them.
     document.put_resolveExternals(VARIANT_FALSE);
     document.put_validateOnParse(VARIANT_FALSE);
     VARIANT_BOOL isLoaded = VARIANT_FALSE;
     const ComText source = comText(widened(text));
-    return document.loadXML(source.get(), &isLoaded) == S_OK && isLoaded != VARIANT_FALSE;
+    return document.loadXML(source.get(), &isLoaded) == S_OK && isLoaded != VARIANT_FALSE &&
+           !hasTypeDefinition(document);
 }
 
 ComPointer<IXMLDOMNode> select(IXMLDOMDocument& document, const char* path) {
