@@ -7,7 +7,9 @@ shift
 progress=$(dirname "$0")/progress.py
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
-{ python3 "$progress" "configuring $preset" "$log" cmake --preset "$preset" &&
+configure() { python3 "$progress" "configuring $preset" "$log" cmake --preset "$preset"; }
+# The second time is for a build folder whose compiler has changed: see CMakeLists.txt.
+{ { configure || configure; } &&
     python3 "$progress" "building $preset" "$log" cmake --build --preset "$preset" ${1:+--target "$@"}; } || {
     grep -v '^\[[0-9/]*\] ' "$log" | tail -n 200
     echo "The build of preset $preset failed."
