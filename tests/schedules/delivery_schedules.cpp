@@ -1,4 +1,4 @@
-// Messages from several threads to the main thread, in every order.
+// Several threads send messages to the main thread, under every schedule.
 #include "tests/schedules/scene_parts.h"
 
 #include <algorithm>
@@ -18,18 +18,18 @@ TEST(DeliverySchedules, TwoProducersOfTwoMessagesLoseNoneAndKeepTheirOrder) {
     playEverySchedule([] {
         constexpr std::size_t kMessages = 4;
         Framework framework;
-        Codes heard;
+        Codes received;
         framework.add(std::make_unique<Listener>([&](arbor::IMessage& message) {
-            heard.push_back(message.getCode());
-            if (heard.size() == kMessages) framework.stop();
+            received.push_back(message.getCode());
+            if (received.size() == kMessages) framework.stop();
         }));
         framework.add(std::make_unique<Producer>(framework, Codes{11, 12}));
         framework.add(std::make_unique<Producer>(framework, Codes{21, 22}));
 
         framework.run();
 
-        require(heard.size() == kMessages, "every message is delivered once");
-        require(isBefore(heard, 11, 12) && isBefore(heard, 21, 22),
+        require(received.size() == kMessages, "every message is delivered once");
+        require(isBefore(received, 11, 12) && isBefore(received, 21, 22),
                 "the messages of one producer keep their order");
     });
 }
@@ -37,41 +37,41 @@ TEST(DeliverySchedules, TwoProducersOfTwoMessagesLoseNoneAndKeepTheirOrder) {
 TEST(DeliverySchedules, StopFromAListenerEndsTheLoopAfterThatMessage) {
     playEverySchedule([] {
         Framework framework;
-        int heard = 0;
+        int received = 0;
         framework.add(std::make_unique<Listener>([&](arbor::IMessage&) {
-            ++heard;
+            ++received;
             framework.stop();
         }));
         framework.add(std::make_unique<Producer>(framework, Codes{1, 2}));
 
         framework.run();
 
-        require(heard == 1, "nothing is delivered after the stop");
+        require(received == 1, "nothing is delivered after the stop");
     });
 }
 
 TEST(DeliverySchedules, StopFromAnotherThreadEndsTheLoop) {
     playEverySchedule([] {
         Framework framework;
-        Codes heard;
+        Codes received;
         framework.add(std::make_unique<Listener>(
-            [&](arbor::IMessage& message) { heard.push_back(message.getCode()); }));
+            [&](arbor::IMessage& message) { received.push_back(message.getCode()); }));
         framework.add(std::make_unique<Producer>(framework, Codes{1, 2}));
         const OutsideThread stopper([&] { framework.stop(); });
 
         framework.run();
 
-        require(heard.size() <= 2 && std::is_sorted(heard.begin(), heard.end()),
-                "what is delivered comes in order");
+        require(received.size() <= 2 && std::is_sorted(received.begin(), received.end()),
+                "messages are delivered in order");
     });
 }
 
 TEST(DeliverySchedules, ListenerAndThreadMayStopAtTheSameTime) {
     playEverySchedule([] {
         Framework framework;
-        int heard = 0;
+        int received = 0;
         framework.add(std::make_unique<Listener>([&](arbor::IMessage&) {
-            ++heard;
+            ++received;
             framework.stop();
         }));
         framework.broker().post(&tern::kVeloListenerId, 1, 0, nullptr);
@@ -80,17 +80,17 @@ TEST(DeliverySchedules, ListenerAndThreadMayStopAtTheSameTime) {
 
         framework.run();
 
-        require(heard <= 1, "nothing is delivered after a stop");
+        require(received <= 1, "nothing is delivered after a stop");
     });
 }
 
-TEST(DeliverySchedules, ListenerThatLeavesWhileMessagesArriveHearsNoMore) {
+TEST(DeliverySchedules, ListenerThatLeavesWhileMessagesArriveReceivesNoMore) {
     playEverySchedule([] {
         Framework framework;
-        int leaverHeard = 0;
+        int leaverReceived = 0;
         Listener* leaver = nullptr;
         leaver = framework.add(std::make_unique<Listener>([&](arbor::IMessage&) {
-            ++leaverHeard;
+            ++leaverReceived;
             framework.broker().removeComponent(leaver, false);
         }));
         const std::unique_ptr<Listener> owned(leaver);
@@ -101,7 +101,7 @@ TEST(DeliverySchedules, ListenerThatLeavesWhileMessagesArriveHearsNoMore) {
 
         framework.run();
 
-        require(leaverHeard == 1, "a removed listener hears no further message");
+        require(leaverReceived == 1, "a removed listener receives no further message");
     });
 }
 

@@ -3,12 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-
 int main(int argumentCount, char** arguments) {
     exploring::readOptions(argumentCount, arguments);
     testing::InitGoogleTest(&argumentCount, arguments);
-    const int result = RUN_ALL_TESTS();
-    std::printf("orders of threads played: %ld\n", exploring::schedulesPlayed());
-    return result;
+    return RUN_ALL_TESTS();
 }

@@ -1,4 +1,4 @@
-// Faults made on purpose, which the exploration must find, print and replay.
+// Faults planted on purpose: the exploration must find, print and replay them.
 #include "platform/lock.h"
 #include "tests/schedules/scene_parts.h"
 
@@ -28,7 +28,8 @@ void twoLocksInTwoOrders() {
     lockBoth(a, b);
 }
 
-// Reads under one lock and writes under the next: what another thread wrote in between is lost.
+// The lock is released between reading and writing, so a count of another thread in between is
+// lost.
 void lostUpdate() {
     KernelMutex lock;
     int counter = 0;
@@ -72,17 +73,17 @@ TEST(SchedulePlantedFaultDeathTest, TwoLocksInTwoOrdersAreADeadlock) {
 TEST(SchedulePlantedFaultDeathTest, LostUpdateIsFound) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(everySchedule("planted fault", 1, lostUpdate), testing::ExitedWithCode(kFound),
-                "broken: both counts arrive");
+                "not met: both counts arrive");
 }
 
-TEST(SchedulePlantedFaultDeathTest, NoForcedSwitchMissesTheLostUpdate) {
+TEST(SchedulePlantedFaultDeathTest, LostUpdateNeedsAPreemption) {
     EXPECT_GE(everySchedule("planted fault", 0, lostUpdate), 1);
 }
 
 TEST(SchedulePlantedFaultDeathTest, SceneWithoutAnEndIsFound) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(everySchedule("planted fault", 1, waitsForEver), testing::ExitedWithCode(kFound),
-                "no end in sight");
+                "the scene does not end");
 }
 
 TEST(SchedulePlantedFaultDeathTest, LockDestroyedInUseIsFound) {
@@ -91,7 +92,7 @@ TEST(SchedulePlantedFaultDeathTest, LockDestroyedInUseIsFound) {
                 testing::ExitedWithCode(kFound), "a lock is destroyed while a thread");
 }
 
-TEST(SchedulePlantedFaultDeathTest, FailingRoadReplaysExactly) {
+TEST(SchedulePlantedFaultDeathTest, FailingScheduleReplaysExactly) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     const auto replayed = [] {
         exploring::options().isReplay = true;
@@ -102,7 +103,7 @@ TEST(SchedulePlantedFaultDeathTest, FailingRoadReplaysExactly) {
     EXPECT_EXIT(replayed(), testing::ExitedWithCode(kFound), "both counts arrive");
 }
 
-TEST(SchedulePlantedFaultDeathTest, RandomRoadsFindTheDeadlock) {
+TEST(SchedulePlantedFaultDeathTest, RandomSchedulesFindTheDeadlock) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     const auto atRandom = [] {
         exploring::options().seeds = 1000;

@@ -24,23 +24,23 @@
 #include <utility>
 #include <vector>
 
-// What the scenes of broker, generators and shutdown are put together from.
+// The classes that the scenes of broker, generators and shutdown are built from.
 namespace scene {
 
 using exploring::require;
 
 inline constexpr wchar_t kPipe[] = L"channel";
-inline constexpr int kForcedSwitches = 3;
+inline constexpr int kPreemptions = 3;
 
 using Codes = std::vector<std::uint32_t>;
 
-// Plays the scene of the running test in every order, under the name of that test.
+// Runs the scene of the current test under every schedule, under the name of that test.
 inline void playEverySchedule(const std::function<void()>& play) {
     const std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
-    EXPECT_GT(exploring::everySchedule(name, kForcedSwitches, play), 0);
+    EXPECT_GT(exploring::everySchedule(name, kPreemptions, play), 0);
 }
 
-// A monitor's framework with the real instance manager, the channel set to an existing pipe.
+// A monitor's framework with the real instance manager. Its channel is set to an existing pipe.
 class Framework {
 public:
     Framework() {
@@ -64,7 +64,7 @@ public:
         _parameters.setPointer(L"threadControl", static_cast<arbor::IListener*>(&broker()));
         return _parameters;
     }
-    // Adds a component of the test; returns it, now the broker's.
+    // Adds a component of the test and returns it. The broker then owns it.
     template <typename Component>
     Component* add(std::unique_ptr<Component> component) {
         require(broker().addComponent(component.get()), "the broker takes a component");
@@ -76,7 +76,8 @@ private:
     arbor::PropertyHolder _parameters;
 };
 
-// Hears everything on the main thread, where no lock may be held meanwhile.
+// Receives every message on the main thread. No lock may be held while a listener runs, or a
+// listener that waits for another thread would deadlock.
 class Listener : public tern::AbstractListener {
 public:
     using Action = std::function<void(arbor::IMessage&)>;
@@ -114,12 +115,12 @@ private:
     Codes _codes;
 };
 
-// Ends the loop at the first message that it hears.
+// Ends the loop at the first message.
 inline void stopAtFirstMessage(Framework& framework) {
     framework.add(std::make_unique<Listener>([&framework](arbor::IMessage&) { framework.stop(); }));
 }
 
-// A thread of the scene's own, outside of the framework. The scene waits for it at its end.
+// A thread outside of the framework. Its destructor waits for it.
 class OutsideThread {
 public:
     explicit OutsideThread(std::function<void()> body) : _body(std::move(body)) {

@@ -1,4 +1,4 @@
-// Ends of the framework while its generators are somewhere in their work, in every order.
+// The framework ends while its generators are still working, under every schedule.
 #include "tests/schedules/scene_parts.h"
 
 #include <memory>
@@ -21,15 +21,15 @@ arbor::PropertyHolder* addOwnReader(Framework& framework) {
 TEST(ShutdownSchedules, ReaderThatLosesItsPipeStopsTheLoop) {
     playEverySchedule([] {
         Framework framework;
-        int heard = 0;
-        framework.add(std::make_unique<Listener>([&](arbor::IMessage&) { ++heard; }));
+        int received = 0;
+        framework.add(std::make_unique<Listener>([&](arbor::IMessage&) { ++received; }));
         feedStatus(1);
         closeChannel();
         require(addReader(framework), "the reader is made");
 
         framework.run();
 
-        require(heard <= 1, "one record is one message");
+        require(received <= 1, "one record is one message");
     });
 }
 
@@ -138,16 +138,17 @@ TEST(ShutdownSchedules, ReaderIsRemovedAndDestroyedWhileItEnds) {
 TEST(ShutdownSchedules, ProducerIsDestroyedBeforeTheLoopStartedIt) {
     playEverySchedule([] {
         Framework framework;
-        bool wasHeard = false;
-        framework.add(std::make_unique<Listener>(
-            [&](arbor::IMessage& message) { wasHeard = wasHeard || message.getCode() == 1; }));
+        bool wasReceived = false;
+        framework.add(std::make_unique<Listener>([&](arbor::IMessage& message) {
+            wasReceived = wasReceived || message.getCode() == 1;
+        }));
         auto* const producer = framework.add(std::make_unique<Producer>(framework, Codes{1}));
         framework.broker().removeComponent(producer, true);
         const OutsideThread stopper([&] { framework.stop(); });
 
         framework.run();
 
-        require(!wasHeard, "a thread that was never started posts nothing");
+        require(!wasReceived, "a thread that was never started posts nothing");
     });
 }
 

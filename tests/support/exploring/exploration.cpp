@@ -9,8 +9,6 @@
 namespace exploring {
 namespace {
 
-long playedInAll = 0;
-
 void playOnce(const std::string& name, Schedule& schedule, const std::function<void()>& scene) {
     auto& world = platform::simulated::world();
     const int mutexes = world.openMutexes;
@@ -32,13 +30,13 @@ long playAtRandom(const std::string& name, const std::function<void()>& scene) {
     return static_cast<long>(options().seeds);
 }
 
-long playAll(const std::string& name, int forcedSwitches, const std::function<void()>& scene) {
+long playAll(const std::string& name, int preemptions, const std::function<void()>& scene) {
     Schedule schedule;
     long played = 0;
     do {
         playOnce(name, schedule, scene);
         ++played;
-    } while (schedule.advance(forcedSwitches));
+    } while (schedule.advance(preemptions));
     return played;
 }
 
@@ -70,8 +68,7 @@ void readOptions(int& argumentCount, char** arguments) {
     argumentCount = kept;
 }
 
-long everySchedule(const std::string& name, int forcedSwitches,
-                   const std::function<void()>& scene) {
+long everySchedule(const std::string& name, int preemptions, const std::function<void()>& scene) {
     long played = 1;
     if (options().isReplay) {
         Schedule schedule = Schedule::parsed(options().replay);
@@ -79,20 +76,15 @@ long everySchedule(const std::string& name, int forcedSwitches,
     } else if (options().seeds > 0) {
         played = playAtRandom(name, scene);
     } else {
-        played = playAll(name, forcedSwitches, scene);
+        played = playAll(name, preemptions, scene);
     }
     std::printf("%8ld schedules of %s\n", played, name.c_str());
     std::fflush(stdout);
-    playedInAll += played;
     return played;
 }
 
-long schedulesPlayed() {
-    return playedInAll;
-}
-
-void require(bool isKept, const std::string& promise) {
-    if (!isKept) Scheduler::instance().fail("broken: " + promise);
+void require(bool isMet, const std::string& requirement) {
+    if (!isMet) Scheduler::instance().fail("not met: " + requirement);
 }
 
 int locksHeld() {

@@ -35,7 +35,8 @@ void take(Lock& lock, const char* name, std::uint64_t timeoutMs) {
 void give(Lock& lock) {
     Worker* const self = scheduler().current();
     if (self == nullptr) return;
-    if (lock.owner != self->number) scheduler().fail("unlocks what another thread holds");
+    if (lock.owner != self->number)
+        scheduler().fail("a thread unlocks a lock that another thread holds");
     --self->locksHeld;
     if (--lock.depth == 0) lock.owner = 0;
 }
@@ -85,7 +86,8 @@ CriticalSection::~CriticalSection() {
     checkUnused(section(_storage));
 }
 
-// While only one thread uses a section, a switch here would change nothing for the others.
+// While only one thread uses a section, switching threads here would change nothing for the others,
+// so the schedules that do it are left out.
 void CriticalSection::lock() noexcept {
     const Worker* const self = scheduler().current();
     if (self == nullptr) return;

@@ -28,29 +28,30 @@ Schedule Schedule::parsed(const std::string& text) {
     return Schedule(std::move(choices));
 }
 
-std::size_t Schedule::atRandom(std::size_t options, std::size_t freeOptions) {
-    const bool force = options > freeOptions && _generator() % kForcedOneIn == 0;
-    if (!force) return _generator() % freeOptions;
-    return freeOptions + _generator() % (options - freeOptions);
+std::size_t Schedule::atRandom(std::size_t options, std::size_t voluntaryOptions) {
+    const bool preempt = options > voluntaryOptions && _generator() % kPreemptOneIn == 0;
+    if (!preempt) return _generator() % voluntaryOptions;
+    return voluntaryOptions + _generator() % (options - voluntaryOptions);
 }
 
-std::size_t Schedule::choose(std::size_t options, std::size_t freeOptions) {
+std::size_t Schedule::choose(std::size_t options, std::size_t voluntaryOptions) {
     const std::size_t place = _choices.size();
     std::size_t taken = 0;
     if (_isRandom) {
-        taken = atRandom(options, freeOptions);
+        taken = atRandom(options, voluntaryOptions);
     } else if (place < _prescribed.size() && _prescribed[place] < options) {
         taken = _prescribed[place];
     }
-    _choices.push_back({taken, options, freeOptions, _forced});
-    if (taken >= freeOptions) ++_forced;
+    _choices.push_back({taken, options, voluntaryOptions, _preemptions});
+    if (taken >= voluntaryOptions) ++_preemptions;
     return taken;
 }
 
-bool Schedule::advance(int forcedLimit) {
+bool Schedule::advance(int preemptionLimit) {
     while (!_choices.empty()) {
         Choice& last = _choices.back();
-        const std::size_t limit = last.forcedBefore < forcedLimit ? last.options : last.freeOptions;
+        const std::size_t limit =
+            last.preemptionsBefore < preemptionLimit ? last.options : last.voluntaryOptions;
         if (last.taken + 1 < limit) {
             ++last.taken;
             rewind();
@@ -66,7 +67,7 @@ void Schedule::rewind() {
     for (const Choice& choice : _choices)
         _prescribed.push_back(choice.taken);
     _choices.clear();
-    _forced = 0;
+    _preemptions = 0;
     _isRandom = false;
 }
 

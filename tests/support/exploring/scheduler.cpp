@@ -11,12 +11,12 @@ extern "C" void __sanitizer_set_death_callback(void (*callback)()) __attribute__
 namespace exploring {
 namespace {
 
-void printRoadAtDeath() {
-    Scheduler::instance().printRoad();
+void printScheduleAtDeath() {
+    Scheduler::instance().printSchedule();
 }
 
-void printRoadOnSignal(int signal) {
-    Scheduler::instance().printRoad();
+void printScheduleOnSignal(int signal) {
+    Scheduler::instance().printSchedule();
     std::signal(signal, SIG_DFL);
     std::raise(signal);
 }
@@ -29,17 +29,18 @@ void waitForTurn(Worker& worker) {
 }  // namespace
 
 Scheduler& Scheduler::instance() {
-    static Scheduler* const scheduler = new Scheduler;  // outlives whatever locks at the end
+    static Scheduler* const scheduler =
+        new Scheduler;  // never destroyed: static objects lock at exit
     return *scheduler;
 }
 
 Scheduler::Scheduler() {
     if (__sanitizer_set_death_callback != nullptr) {
-        __sanitizer_set_death_callback(&printRoadAtDeath);
+        __sanitizer_set_death_callback(&printScheduleAtDeath);
         return;
     }
     for (const int signal : {SIGABRT, SIGSEGV, SIGFPE, SIGILL, SIGBUS})
-        std::signal(signal, &printRoadOnSignal);
+        std::signal(signal, &printScheduleOnSignal);
 }
 
 void Scheduler::play(const std::string& name, Schedule& schedule,
@@ -64,7 +65,7 @@ void Scheduler::play(const std::string& name, Schedule& schedule,
     _current = nullptr;
 }
 
-void Scheduler::printRoad() noexcept {
+void Scheduler::printSchedule() noexcept {
     if (_schedule == nullptr) return;
     std::fprintf(stderr, "In the scene %s. Replay: --gtest_filter='*.%s' --replay=%s\n",
                  _name.c_str(), _name.c_str(), _schedule->text().c_str());
@@ -73,7 +74,7 @@ void Scheduler::printRoad() noexcept {
 void Scheduler::fail(const std::string& text) {
     const std::uint32_t number = _current != nullptr ? _current->number : 0;
     std::fprintf(stderr, "schedule failed in thread %u: %s\n", number, text.c_str());
-    printRoad();
+    printSchedule();
     std::fflush(nullptr);
     std::_Exit(kFailureExitCode);
 }
@@ -89,7 +90,7 @@ std::string Scheduler::waits() const {
 
 void Scheduler::point() {
     if (!isPlaying()) return;
-    handOver();
+    switchThread();
 }
 
 bool Scheduler::waitUntil(const char* name, const void* what, std::function<bool()> ready,
@@ -100,7 +101,7 @@ bool Scheduler::waitUntil(const char* name, const void* what, std::function<bool
     self.waitsFor = what;
     self.waitName = name;
     self.wakeAtMs = timeoutMs == kForEver ? kForEver : _nowMs + timeoutMs;
-    handOver();
+    switchThread();
     const bool isReady = self.ready();
     self.ready = nullptr;
     self.waitsFor = nullptr;
@@ -126,26 +127,26 @@ Worker* Scheduler::start(std::function<std::uint32_t()> body) {
     if (!isPlaying()) fail("a thread was started outside of a scene");
     Worker* const worker = take();
     worker->body = std::move(body);
-    if (!worker->hasCarrier) {
-        worker->hasCarrier = true;
-        std::thread([this, worker] { carry(*worker); }).detach();
+    if (!worker->hasSystemThread) {
+        worker->hasSystemThread = true;
+        std::thread([this, worker] { runWorker(*worker); }).detach();
     }
     return worker;
 }
 
-void Scheduler::carry(Worker& worker) {
+void Scheduler::runWorker(Worker& worker) {
     while (true) {
         waitForTurn(worker);
         worker.exitCode = worker.body();
         worker.body = nullptr;
-        if (worker.locksHeld != 0) fail("a thread ended with a lock in its hand");
+        if (worker.locksHeld != 0) fail("a thread ended while it held a lock");
         worker.hasEnded = true;
         _current = next();
         sem_post(&_current->turn);
     }
 }
 
-void Scheduler::handOver() {
+void Scheduler::switchThread() {
     Worker* const self = _current;
     Worker* const chosen = next();
     if (chosen == self) return;
@@ -170,14 +171,14 @@ Scheduler::Options Scheduler::options() {
             asleep.push_back(worker.get());
         }
     }
-    found.freeOptions = currentCanRun ? 1 : found.workers.size();
-    // A sleeper may wake while others work: to the one that runs, that is a forced switch.
+    found.voluntaryOptions = currentCanRun ? 1 : found.workers.size();
+    // A sleeping thread may also wake before the others wait. That counts as a preemption.
     if (!found.workers.empty())
         found.workers.insert(found.workers.end(), asleep.begin(), asleep.end());
     return found;
 }
 
-void Scheduler::moveTimeOn() {
+void Scheduler::advanceTime() {
     std::uint64_t earliest = kForEver;
     for (const auto& worker : _workers) {
         if (!worker->hasEnded && worker->ready) earliest = std::min(earliest, worker->wakeAtMs);
@@ -187,14 +188,14 @@ void Scheduler::moveTimeOn() {
 }
 
 Worker* Scheduler::next() {
-    if (++_points > kPointLimit) fail("no end in sight" + waits());
+    if (++_points > kPointLimit) fail("the scene does not end" + waits());
     Options found = options();
     if (found.workers.empty()) {
-        moveTimeOn();
+        advanceTime();
         found = options();
     }
     if (found.workers.size() == 1) return found.workers.front();
-    return found.workers[_schedule->choose(found.workers.size(), found.freeOptions)];
+    return found.workers[_schedule->choose(found.workers.size(), found.voluntaryOptions)];
 }
 
 }  // namespace exploring

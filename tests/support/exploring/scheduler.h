@@ -11,8 +11,8 @@
 
 namespace exploring {
 
-// A thread of the scene. Number 1 is the thread that plays it; the others are carried by threads
-// that serve one scene after the other, since making one costs more than a whole scene.
+// A thread of the scene. Number 1 is the thread that runs the scene. The others run on system
+// threads that are used again for the next scene, because starting one takes longer than a scene.
 struct Worker {
     explicit Worker(std::uint32_t itsNumber) : number(itsNumber) { sem_init(&turn, 0, 0); }
     ~Worker() { sem_destroy(&turn); }
@@ -22,21 +22,21 @@ struct Worker {
     const std::uint32_t number;
     sem_t turn;  // posted when this thread is chosen
     std::function<std::uint32_t()> body;
-    bool hasCarrier = false;
+    bool hasSystemThread = false;
     bool hasEnded = true;
     std::uint32_t exitCode = 0;
     int locksHeld = 0;
 
-    // Empty: the thread can run. Else it waits until `ready` says so, or until `wakeAtMs`.
+    // Empty while the thread can run. Otherwise it waits until `ready` is true or until `wakeAtMs`.
     std::function<bool()> ready;
     const void* waitsFor = nullptr;
     const char* waitName = "";
     std::uint64_t wakeAtMs = 0;
 };
 
-// Lets the threads of a scene run one at a time. They change places at calls of the platform only,
-// as a Schedule says. Time stands still while a thread can run; when all sleep, it moves on to the
-// first that wakes. While no scene is played there is one thread, and nothing here waits.
+// Runs the threads of a scene one at a time. The running thread changes only at calls of the
+// platform, as a Schedule says. The clock stands still while a thread can run; when all threads
+// sleep, it advances to the first that wakes. While no scene runs, nothing here waits.
 class Scheduler {
 public:
     static constexpr std::uint64_t kForEver = ~std::uint64_t{0};
@@ -45,30 +45,30 @@ public:
     // The one of this process.
     [[nodiscard]] static Scheduler& instance();
 
-    // Plays the scene to the end of its last thread. A failure prints `name` and the choices, and
-    // ends the process: threads that wait for each other cannot be taken apart.
+    // Runs the scene to the end of its last thread. A failure prints `name` and the choices, and
+    // ends the process, because threads that wait for each other cannot be stopped.
     void play(const std::string& name, Schedule& schedule, const std::function<void()>& scene);
 
-    // Ends the process when a promise is broken. Any thread of the scene.
+    // Prints the text and the schedule, and ends the process. Any thread of the scene may call it.
     [[noreturn]] void fail(const std::string& text);
 
-    // The rest is for the platform's calls.
+    // The functions below are for this folder's implementation of the platform.
 
     [[nodiscard]] bool isPlaying() const noexcept { return _schedule != nullptr; }
-    // The scene is over: a read that would wait fails, so that its thread can end.
+    // True when the scene is over. A read that would wait then fails, so that its thread can end.
     [[nodiscard]] bool isEnding() const noexcept { return _isEnding; }
-    // The thread that runs; null when no scene is played.
+    // The running thread; null when no scene runs.
     [[nodiscard]] Worker* current() const noexcept { return _current; }
-    // Another thread may go on here.
+    // Another thread may continue here.
     void point();
-    // Until `ready` or the time-out; tells whether it was `ready`.
+    // Waits until `ready` is true or the time-out has passed; returns whether `ready` is true.
     bool waitUntil(const char* name, const void* what, std::function<bool()> ready,
                    std::uint64_t timeoutMs = kForEver);
     [[nodiscard]] bool isWaitedFor(const void* what) const;
     Worker* start(std::function<std::uint32_t()> body);
 
-    // Called at an abnormal end that is not ours, such as a sanitizer's.
-    void printRoad() noexcept;
+    // Called when something else ends the process, such as a sanitizer.
+    void printSchedule() noexcept;
 
 private:
     static constexpr int kPointLimit = 20000;
@@ -77,18 +77,18 @@ private:
 
     struct Options {
         std::vector<Worker*> workers;
-        std::size_t freeOptions = 0;
+        std::size_t voluntaryOptions = 0;
     };
     [[nodiscard]] Options options();
     [[nodiscard]] Worker* next();
-    void moveTimeOn();
-    void handOver();
+    void advanceTime();
+    void switchThread();
     Worker* take();
-    void carry(Worker& worker);
+    void runWorker(Worker& worker);
     [[nodiscard]] std::string waits() const;
 
     std::string _name;
-    Schedule* _schedule = nullptr;                  // not owned; null: no scene is played
+    Schedule* _schedule = nullptr;                  // not owned; null while no scene runs
     std::vector<std::unique_ptr<Worker>> _workers;  // of this scene and of those before it
     std::size_t _used = 0;                          // of _workers, by this scene
     Worker* _current = nullptr;

@@ -53,8 +53,8 @@ void closeThread(NativeHandle thread) noexcept {
     if (thread != nullptr) --simulated::world().openThreads;
 }
 
-// A point, because it stands where a thread begins to use its object and where another takes it
-// away.
+// Other threads may continue here, because the product asks for the id where a thread begins to use
+// its object, and another thread may be destroying that object at the same time.
 std::uint32_t currentThreadId() noexcept {
     scheduler().point();
     const Worker* const self = scheduler().current();
