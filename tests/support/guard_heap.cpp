@@ -1,10 +1,11 @@
-// Every block of `new` on pages of its own, in Windows test programs that link this file. A block
-// ends where a page begins that nobody may touch: what runs over its end stops at the instruction.
+// In Windows test programs that link this file, `new` gives every block pages of its own. A block
+// ends where an inaccessible page begins, so an overrun crashes at the instruction that does it.
 // The bytes that alignment leaves before that page hold a pattern, which `delete` checks. Freed
-// blocks stay unmapped for a while: what uses them stops as well. Programs with more than some
-// 20 000 live blocks run without it, the machine has no more mappings.
-#include <windows.h>
+// blocks stay unmapped for a while, so a use after free crashes as well. Programs with more than
+// about 20,000 live blocks cannot use this file, because the system limits the number of mappings.
+#include "tests/support/replaced_new.h"
 
+#include <windows.h>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -68,6 +69,16 @@ unsigned char* blockOf(unsigned char* pages, std::size_t bytes) {
     return pages + kPageBytes + roundedUp(used, kPageBytes) - used;
 }
 
+void checkSlack(const unsigned char* block, std::size_t bytes) {
+    for (std::size_t at = bytes; at < roundedUp(bytes, kAlignment); ++at) {
+        if (block[at] != kSlackPattern) report("written past the end", block);
+    }
+}
+
+}  // namespace
+
+namespace replaced_new {
+
 void* take(std::size_t asked) noexcept {
     const std::size_t bytes = asked != 0 ? asked : 1;
     const std::size_t open = kPageBytes + roundedUp(bytes, kPageBytes);
@@ -83,12 +94,6 @@ void* take(std::size_t asked) noexcept {
     std::memset(block, kFreshPattern, bytes);
     std::memset(block + bytes, kSlackPattern, roundedUp(bytes, kAlignment) - bytes);
     return block;
-}
-
-void checkSlack(const unsigned char* block, std::size_t bytes) {
-    for (std::size_t at = bytes; at < roundedUp(bytes, kAlignment); ++at) {
-        if (block[at] != kSlackPattern) report("written past the end", block);
-    }
 }
 
 void give(void* block) noexcept {
@@ -107,40 +112,4 @@ void give(void* block) noexcept {
     freedBlocks.keep(pages);
 }
 
-void* takeOrThrow(std::size_t bytes) {
-    if (void* const block = take(bytes)) return block;
-    throw std::bad_alloc();
-}
-
-}  // namespace
-
-void* operator new(std::size_t bytes) {
-    return takeOrThrow(bytes);
-}
-void* operator new[](std::size_t bytes) {
-    return takeOrThrow(bytes);
-}
-void* operator new(std::size_t bytes, const std::nothrow_t&) noexcept {
-    return take(bytes);
-}
-void* operator new[](std::size_t bytes, const std::nothrow_t&) noexcept {
-    return take(bytes);
-}
-void operator delete(void* block) noexcept {
-    give(block);
-}
-void operator delete[](void* block) noexcept {
-    give(block);
-}
-void operator delete(void* block, std::size_t) noexcept {
-    give(block);
-}
-void operator delete[](void* block, std::size_t) noexcept {
-    give(block);
-}
-void operator delete(void* block, const std::nothrow_t&) noexcept {
-    give(block);
-}
-void operator delete[](void* block, const std::nothrow_t&) noexcept {
-    give(block);
-}
+}  // namespace replaced_new
