@@ -1,5 +1,5 @@
-// Commits the fault that it is told to, on purpose. A sanitizer, or Valgrind, must stop it:
-// otherwise a lost compiler flag or a missing header would pass for clean code.
+// Commits on purpose the fault that its argument names. A sanitizer or Valgrind must stop it:
+// otherwise a compiler flag that got lost would look like code without faults.
 #include "platform/lock.h"
 #include "platform/native_handle.h"
 #include "platform/pipe.h"
@@ -44,7 +44,7 @@ void takeBoth(platform::KernelMutex& first, platform::KernelMutex& second) {
     first.unlock();
 }
 
-// Two threads, one after the other: what is reported is the order, not the deadlock of a bad day.
+// The threads run one after the other, so there is no deadlock: the lock order alone is reported.
 void takeTwoLocksInBothOrders() {
     platform::KernelMutex a;
     platform::KernelMutex b;
@@ -52,7 +52,8 @@ void takeTwoLocksInBothOrders() {
     std::thread([&a, &b] { takeBoth(b, a); }).join();
 }
 
-// Blocks without a value, which the compiler must not see through.
+// Allocates a block without writing to it. The pointer is volatile so that the compiler keeps all
+// of it.
 constexpr unsigned kBlockBytes = 16;
 struct Freed {
     void operator()(void* block) const { std::free(block); }

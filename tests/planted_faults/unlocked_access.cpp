@@ -1,4 +1,4 @@
-// Never part of a program: the compiler must refuse it.
+// Never part of a program: the compiler must refuse to compile it.
 #include "arbor/mutex.h"
 #include "arbor/scoped_lock.h"
 

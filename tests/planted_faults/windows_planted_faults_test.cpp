@@ -1,5 +1,5 @@
-// Commits on purpose what the checks of the Windows build must stop. A check that lost its flag or
-// its object file would otherwise pass for a clean program.
+// Commits on purpose the faults that the checks of the Windows build must stop. Otherwise a check
+// that lost its compiler flag or its object file would look like a program without faults.
 #include <gtest/gtest.h>
 #include <cstdint>
 #include <cstdlib>
@@ -12,13 +12,13 @@ constexpr int kCrashed = 99;                     // exit codes of the crash repo
 [[maybe_unused]] constexpr int kUndefined = 88;  // the undefined-behaviour runtime
 [[maybe_unused]] constexpr int kHeap = 77;       // and the guard heap
 
-// What the compiler must not see through.
+// Volatile, so that the compiler cannot see the faults and remove them.
 volatile int opaqueNumber = 0;
 volatile char* volatile opaqueBytes = nullptr;
 
 TEST(CrashReportDeathTest, NamesTheAddressesOfACrashAndFails) {
-    constexpr std::intptr_t kNobodys = 16;
-    opaqueBytes = reinterpret_cast<volatile char*>(kNobodys);
+    constexpr std::intptr_t kUnmappedAddress = 16;
+    opaqueBytes = reinterpret_cast<volatile char*>(kUnmappedAddress);
     EXPECT_EXIT(*opaqueBytes = 1, testing::ExitedWithCode(kCrashed), "crash c0000005, addresses: ");
 }
 

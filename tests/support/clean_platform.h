@@ -1,5 +1,5 @@
 #pragma once
 
-// Puts the platform back as tests expect it: nothing of the monitor in the registry; natively
-// nothing at all in the simulated world, and no faults.
+// Resets the platform for a test: removes the monitor's keys from the registry. Natively it empties
+// the simulated world and removes all injected faults.
 void cleanPlatform();

@@ -1,5 +1,5 @@
-// Linked into every Windows test program: a crash prints its return addresses and ends with an exit
-// code of its own. Without it a crashing program may end with exit code 0 under Wine.
+// Linked into every Windows test program. A crash prints the return addresses and ends the process
+// with exit code 99. Without this, a crashing program may end with exit code 0 under Wine.
 // x86_64-w64-mingw32-addr2line -e program.exe -fCip ADDRESS... names the lines.
 #include <windows.h>
 #include <cstddef>
@@ -10,7 +10,7 @@ namespace {
 constexpr int kDepthLimit = 24;
 constexpr UINT kExitCode = 99;
 
-// One step up the stack: to where `context` returns.
+// Replaces `context` by that of the function's caller.
 void stepOut(CONTEXT& context) {
     DWORD64 base = 0;
     if (RUNTIME_FUNCTION* function = ::RtlLookupFunctionEntry(context.Rip, &base, nullptr)) {

@@ -6,9 +6,10 @@
 
 namespace test {
 
-inline constexpr std::uint32_t kFailureMs = 20000;  // reached by tests that fail, never by others
+inline constexpr std::uint32_t kFailureMs = 20000;  // only a failing test waits this long
 
-// Waits for something that another thread does. False when it never came.
+// Waits until the condition is true, for tests in which another thread makes it true. False when
+// it was not true in time.
 template <typename Condition>
 bool eventually(Condition condition) {
     constexpr std::uint32_t kPollMs = 1;

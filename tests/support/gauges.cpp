@@ -16,7 +16,7 @@ struct CloseKernelHandle {
 };
 using KernelHandle = std::unique_ptr<void, CloseKernelHandle>;
 
-// Not from `new`: a reading must not change the count of blocks that it takes.
+// Not allocated with `new`, because a reading must not change the number of heap blocks.
 struct ReleasePages {
     void operator()(void* pages) const noexcept { ::VirtualFree(pages, 0, MEM_RELEASE); }
 };
@@ -98,8 +98,8 @@ long countWindows(DWORD processId) {
     return windows.count;
 }
 
-// The table of GDI objects stands in memory of the process itself, where its environment block
-// points to it: 65536 entries of 24 bytes with the type of the object at offset 14, 0 when free.
+// The table of GDI objects is in the memory of the process, and its environment block points to it.
+// It has 65536 entries of 24 bytes, with the type of the object at offset 14, which is 0 when free.
 constexpr std::size_t kGdiTableOffset = 0xF8;
 constexpr std::size_t kGdiEntries = 65536;
 constexpr std::size_t kGdiEntryBytes = 24;

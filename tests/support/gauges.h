@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-// What a process holds of the system, read in ways that work under Wine as well, where the system's
-// own counters always say 0. Windows only.
+// What a process has allocated from the system. It is counted in ways that also work under Wine,
+// where the system's own counters are always 0. Windows only.
 struct Gauges {
     long handles = 0;     // kernel objects
     long gdiObjects = 0;  // device contexts, bitmaps, fonts, brushes, pens, regions
@@ -15,13 +15,13 @@ struct Gauges {
     bool operator==(const Gauges&) const = default;
 };
 
-// Of this process. A first reading settles what is made at first use: take one and throw it away.
+// Of this process. The first reading itself makes objects that stay: discard it before comparing.
 [[nodiscard]] Gauges readGauges();
 // Of another process, by its id; a gauge that cannot be read is -1.
 [[nodiscard]] Gauges readGaugesOf(std::uint32_t processId);
 
-// How a leak check compares: `after` may not hold more than `before`, memoryKiB left out. Empty
-// when it does not, else what grew, for example "handles 23 -> 25".
+// Compares two readings for a leak check: lists the gauges that are higher in `after`, for example
+// "handles 23 -> 25". The text is empty when none is. memoryKiB is not compared.
 class GaugeText {
 public:
     GaugeText(const Gauges& before, const Gauges& after);

@@ -27,7 +27,7 @@ public:
         return EventBroker::stop(who, flags);
     }
 
-    // In the order of their arrival.
+    // In the order in which they were enqueued.
     [[nodiscard]] std::vector<tern::MessageReference> messages() {
         const arbor::ScopedLock lock(static_cast<arbor::Mutex&>(*this));
         return _messages;

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-// Records of the status channel, byte by byte, written independently of the code that reads them.
+// Records of the status channel, built byte by byte and independently of the code that reads them.
 namespace records {
 
 inline std::string number(std::uint32_t value) {
@@ -14,7 +14,7 @@ inline std::string number(std::uint32_t value) {
     return bytes;
 }
 
-// With its NUL.
+// The text with its terminating NUL.
 inline std::string text(std::string_view characters) {
     return std::string(characters) + '\0';
 }

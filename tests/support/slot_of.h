@@ -6,8 +6,9 @@
 
 namespace test {
 
-// The place of a virtual operation in its class's table, from 0. On this ABI a pointer to a virtual
-// member function holds the byte offset in the table plus one; a destructor takes two places.
+// The index of a virtual function in the table of its class, from 0. In this ABI a pointer to a
+// virtual member function holds the byte offset in the table plus one. A destructor takes two
+// places.
 template <typename Class, typename Signature>
 std::size_t slotOf(Signature Class::*operation) {
     std::uintptr_t word = 0;

@@ -25,7 +25,7 @@ inline void setChannel(const std::wstring& pipeName, std::uint32_t printerId) {
     settings.printerId = static_cast<std::int32_t>(printerId);
 }
 
-// A name that no pipe of this process had before.
+// A pipe name that this process has not used before.
 inline std::wstring newPipeName() {
     static std::atomic<int> last{0};
     return L"status-channel-" + std::to_wstring(++last);
@@ -44,7 +44,8 @@ public:
         generator = std::make_unique<Generator>(parameters, &manager);
     }
 
-    // Writes each piece by itself, hangs up and waits for the end of the generator's thread.
+    // Writes each piece separately, closes the pipe and waits for the end of the generator's
+    // thread.
     void play(const std::vector<std::string>& pieces) {
         generator->start();
         for (const std::string& piece : pieces)

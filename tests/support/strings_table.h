@@ -9,6 +9,6 @@ struct StringRow {
     const wchar_t* text;      // the wide characters of this system, "\n" between lines
 };
 
-// Ordered by language, then by id; each pair stands once.
+// Sorted by language, then by id. No pair of both occurs twice.
 extern const StringRow kStringRows[];
 extern const unsigned kStringRowCount;

@@ -17,7 +17,7 @@
 
 namespace test {
 
-// A component that hears messages: runs the test's action, and answers what the test says.
+// A component that receives messages: it runs the test's action and returns the test's answer.
 class ListenerComponent : public arbor::PropertyHolder, public arbor::IListener {
 public:
     using Action = std::function<bool(arbor::IMessage&)>;
@@ -59,7 +59,7 @@ public:
     int starts = 0;
 };
 
-// An instance manager with the broker of the test: pumping runs the test's action.
+// An instance manager with the broker of the test. pumpOnce() runs the test's action.
 template <typename Broker = tern::EventBroker>
 class TestManager : public tern::AbstractInstanceManager {
 public:

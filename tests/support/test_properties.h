@@ -6,7 +6,7 @@
 
 namespace test {
 
-// A property of any type code, among them the numbers that no creator makes.
+// A property with any type code, also with one that no factory function makes.
 class AnyProperty : public arbor::Property {
 public:
     explicit AnyProperty(float value) noexcept : Property(arbor::PT_FLOAT, wordOf(value)) {}
@@ -27,7 +27,7 @@ private:
     }
 };
 
-// A number that writes its destruction into a counter.
+// A number that counts its destruction.
 class CountedProperty : public AnyProperty {
 public:
     CountedProperty(int& destroyed, std::uint64_t value) noexcept
@@ -35,7 +35,7 @@ public:
     ~CountedProperty() override { ++_destroyed; }
 
 private:
-    int& _destroyed;  // the test's
+    int& _destroyed;  // owned by the test
 };
 
 }  // namespace test

@@ -7,7 +7,7 @@
 
 namespace test {
 
-// A framework thread whose body is the test's.
+// A framework thread that runs a function of the test.
 class TestThread : public arbor::AbstractThread {
 public:
     explicit TestThread(std::function<std::uint32_t()> body) : _body(std::move(body)) {}

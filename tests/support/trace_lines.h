@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-// Collects what the program traces while it lives, without the line feeds at the ends. One at a
-// time, and for tests in which one thread traces.
+// Collects the trace lines of the program for as long as it exists, without their line feeds. Only
+// one object may exist at a time, and only one thread may trace.
 class TraceLines {
 public:
     TraceLines();

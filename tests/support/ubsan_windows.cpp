@@ -1,6 +1,6 @@
-// The run-time half of -fsanitize=undefined, which mingw-w64 lacks: says where the undefined
-// behaviour is and ends the process. The compiler calls these by name; the first argument of each
-// begins with the place in the source.
+// The run-time library of -fsanitize=undefined, which mingw-w64 does not have. It prints where the
+// undefined behaviour is and ends the process. The compiler calls these functions by name, and the
+// first argument of each begins with the place in the source.
 #include <windows.h>
 #include <cstdio>
 
