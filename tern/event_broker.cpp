@@ -44,9 +44,14 @@ EventBroker::~EventBroker() {
     _use.close();
     {
         const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
-        for (arbor::PropertyHolder* component : _components)
-            delete component;
-        _components.clear();
+        // A component may publish on its way out. Listeners that are gone must not be called, and
+        // nobody expects to be called any more.
+        _listeners.clear();
+        // Each is taken out before it is deleted: its destructor may add or remove others.
+        while (!_components.empty()) {
+            const std::unique_ptr<arbor::PropertyHolder> component(_components[0]);
+            _components.erase(0);
+        }
     }
     while (!_queue.empty())
         _queue.pop_back();
@@ -126,11 +131,15 @@ MessageReference EventBroker::takeFront() {
 
 void EventBroker::startWaitingThreads() {
     const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
-    for (arbor::IThread* thread : _threadsToStart) {
-        thread->start();
+    // Each is taken out before it is started: an observer of the start may add or remove
+    // components. Threads that are added meanwhile wait for the next idle turn, so that this loop
+    // ends.
+    for (std::size_t left = _threadsToStart.size(); left > 0 && !_threadsToStart.empty(); --left) {
+        arbor::IThread* thread = _threadsToStart[0];
         _runningThreads.append(thread);
+        _threadsToStart.erase(0);
+        thread->start();
     }
-    _threadsToStart.clear();
 }
 
 bool EventBroker::post(const arbor::Guid* type, std::uint32_t code, std::uint32_t flags,

@@ -41,10 +41,13 @@ private:
     Action _action;
 };
 
-// A thread that only counts how often it is started.
+// A thread that only counts how often it is started, and does what the test wants meanwhile.
 class CountingThread : public arbor::IThread {
 public:
-    void start() override { ++starts; }
+    void start() override {
+        ++starts;
+        if (onStart) onStart();
+    }
     bool isFinished() override { return false; }
     std::uint32_t wait(std::uint32_t) override { return 0; }
     void reserved4() override {}
@@ -57,6 +60,7 @@ public:
     std::uint32_t getThreadId() override { return 0; }
 
     int starts = 0;
+    std::function<void()> onStart;
 };
 
 // An instance manager with the broker of the test. pumpOnce() runs the test's action.

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 
 using arbor::AbstractThread;
 using arbor::Guid;
@@ -158,6 +159,105 @@ TEST_F(EventBrokerComponentsTest, ThreadOfADestroyedComponentIsNeverStarted) {
     runUntilIdle();
 
     EXPECT_EQ(thread.starts, 0);
+}
+
+TEST_F(EventBrokerComponentsTest, ComponentsAddedWhileAThreadIsStartedAreStartedAtTheNextIdleTurn) {
+    constexpr int kComponents = 8;  // more than the list of waiting threads keeps inside the broker
+    test::CountingThread late;
+    int startedAtFirstTurn = -1;
+    int turns = 0;
+    manager.onPump = [&] {
+        if (++turns == 1) startedAtFirstTurn = late.starts;
+        if (turns == 2) broker.stop(nullptr, 0);
+    };
+    thread.onStart = [&] {
+        for (int count = 0; count < kComponents; ++count)
+            EXPECT_TRUE(broker.addComponent(new ThreadComponent(late)));
+    };
+    broker.addComponent(new ThreadComponent(thread));
+
+    runUntilIdle();
+
+    EXPECT_EQ(thread.starts, 1);
+    EXPECT_EQ(startedAtFirstTurn, 0);
+    EXPECT_EQ(late.starts, kComponents);
+}
+
+TEST_F(EventBrokerComponentsTest, ComponentsMayBeDestroyedWhileAThreadIsStarted) {
+    test::CountingThread doomed;
+    test::CountingThread last;
+    auto* doomedComponent = new ThreadComponent(doomed);
+    auto* own = new ThreadComponent(thread);
+    thread.onStart = [&] {
+        EXPECT_TRUE(broker.removeComponent(doomedComponent, true));
+        EXPECT_TRUE(broker.removeComponent(own, true));
+    };
+    broker.addComponent(own);
+    broker.addComponent(doomedComponent);
+    broker.addComponent(new ThreadComponent(last));
+
+    runUntilIdle();
+
+    EXPECT_EQ(thread.starts, 1);
+    EXPECT_EQ(doomed.starts, 0);
+    EXPECT_EQ(last.starts, 1);
+}
+
+TEST_F(EventBrokerComponentsTest, ThreadsAreStartedBeforeTheFirstWindowMessageIsHandled) {
+    int startedWhenPumped = -1;
+    manager.onPump = [&] {
+        startedWhenPumped = thread.starts;
+        broker.stop(nullptr, 0);
+    };
+    broker.addComponent(new ThreadComponent(thread));
+
+    runUntilIdle();
+
+    EXPECT_EQ(startedWhenPumped, 1);
+}
+
+TEST(EventBrokerDestructionTest, ComponentMayRemoveAndAddOthersOnItsWayOut) {
+    std::string order;
+    auto manager = std::make_unique<test::TestManager<>>();
+    tern::EventBroker& broker = manager->broker;
+    const auto add = [&](char name) {
+        auto* component = new ListenerComponent(passes);
+        component->onDestruction = [&order, name] { order += name; };
+        EXPECT_TRUE(broker.addComponent(component));
+        return component;
+    };
+    auto* first = add('a');
+    auto* second = add('b');
+    add('c');
+    first->onDestruction = [&] {
+        order += 'a';
+        EXPECT_TRUE(broker.removeComponent(second, true));
+        for (const char late : std::string("defg"))
+            add(late);
+    };
+
+    manager.reset();
+
+    EXPECT_EQ(order, "abcdefg");
+}
+
+TEST(EventBrokerDestructionTest, MessageThatAComponentPublishesOnItsWayOutReachesNobody) {
+    int heard = 0;
+    {
+        test::TestManager<> manager;
+        for (int count = 0; count < 2; ++count) {
+            auto* component = new ListenerComponent([&](IMessage&) {
+                ++heard;
+                return false;
+            });
+            component->onDestruction = [&] {
+                SimpleMessage farewell(&kType, 0, 0);
+                manager.broker.publish(&farewell);
+            };
+            EXPECT_TRUE(manager.broker.addComponent(component));
+        }
+    }
+    EXPECT_EQ(heard, 0);
 }
 
 TEST_F(EventBrokerComponentsTest, MessageOfAnotherTypeIsNotAThreadMessage) {
