@@ -81,14 +81,14 @@ bool AbstractDatabase::set(const wchar_t* key1, const wchar_t* key2, IProperty* 
 
 bool AbstractDatabase::set(const wchar_t* flatKey, IProperty* property,
                            DatabaseObserver* observer) try {
-    if (property == nullptr) return false;
+    if (!NullProperty::mayBeAdopted(property)) return false;
     const Entries::KeyView key(flatKey);
     std::unique_ptr<IProperty> replaced;  // declared before the lock: destroyed after it
     const ScopedLock lock(*this);
 
     int symbol = _entries.symbolOf(key);
     if (symbol != Entries::kNoSymbol) {
-        replaced.reset(_entries.exchange(symbol, property));
+        replaced = exchanged(symbol, property);
         return true;
     }
     symbol = _entries.insert(key, property);
@@ -106,12 +106,18 @@ bool AbstractDatabase::set(const wchar_t* flatKey, IProperty* property,
 }
 
 bool AbstractDatabase::set(std::uint32_t id, IProperty* property, DatabaseObserver*) {
-    if (property == nullptr) return false;
+    if (!NullProperty::mayBeAdopted(property)) return false;
     std::unique_ptr<IProperty> replaced;  // declared before the lock: destroyed after it
     const ScopedLock lock(*this);
     if (!_entries.contains(static_cast<int>(id))) return false;
-    replaced.reset(_entries.exchange(static_cast<int>(id), property));
+    replaced = exchanged(static_cast<int>(id), property);
     return true;
+}
+
+std::unique_ptr<IProperty> AbstractDatabase::exchanged(int symbol, IProperty* property) {
+    IProperty* old = _entries.exchange(symbol, property);
+    // The caller may hand in what get() gave for this very entry: then nothing is replaced.
+    return std::unique_ptr<IProperty>(old != property ? old : nullptr);
 }
 
 bool AbstractDatabase::remove(const wchar_t* key1, const wchar_t* key2) {

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <vector>
 
 namespace arbor {
@@ -46,6 +47,9 @@ public:
     [[nodiscard]] const Observers& observers() const noexcept ARBOR_UNCHECKED { return _observers; }
 
 private:
+    // Puts `property` under the symbol and returns what must be destroyed after the lock, or null.
+    [[nodiscard]] std::unique_ptr<IProperty> exchanged(int symbol, IProperty* property)
+        ARBOR_REQUIRES(this);
     bool forget(const Entries::Taken& taken, std::uint32_t id) ARBOR_REQUIRES(this);
 
     Observers _observers ARBOR_GUARDED_BY(this);  // not owned

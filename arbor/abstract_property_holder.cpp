@@ -51,10 +51,13 @@ void* AbstractPropertyHolder::getPointer(const wchar_t* key, void* defaultValue)
 }
 
 bool AbstractPropertyHolder::adoptProperty(const wchar_t* key, IProperty* property) {
-    return property != nullptr && setProperty(key, property);
+    return NullProperty::mayBeAdopted(property) && setProperty(key, property);
 }
 bool AbstractPropertyHolder::setPropertyAndDelete(const wchar_t* key, IProperty* property) {
-    if (property == nullptr) return false;
+    if (!NullProperty::mayBeAdopted(property)) return false;
+    // What stands under the key already is stored: destroying it here would leave the bag with a
+    // pointer to freed memory.
+    if (property == getProperty(key)) return true;
     const std::unique_ptr<IProperty> owned(property);
     return setProperty(key, owned.get());
 }

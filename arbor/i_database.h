@@ -34,7 +34,8 @@ public:
     IDatabase& operator=(const IDatabase&) = delete;
 
     // The slots below are fixed in number and order. `set` answers whether the value was stored;
-    // the database then owns the property, else it is still the caller's. Observers are not owned.
+    // the database then owns the property, else it is still the caller's. Null and the null
+    // property are refused. Observers are not owned.
     virtual bool isReady() = 0;
     virtual bool contains(const wchar_t* key1, const wchar_t* key2) = 0;
     virtual bool contains(const wchar_t* flatKey) = 0;

@@ -56,9 +56,12 @@ public:
                                                 const char* defaultValue) const = 0;
     [[nodiscard]] virtual std::string getString(const char* key,
                                                 const char* defaultValue) const = 0;
-    // On true the bag owns `property`; on false it is still the caller's.
+    // On true the bag owns `property`; on false it is still the caller's. Refused: null and the
+    // null property. `property` stands under no other key of any bag; under this one it does no
+    // harm.
     virtual bool adoptProperty(const wchar_t* key, IProperty* property) = 0;
-    // Stores a clone and destroys `property`, whatever came of it; false for null.
+    // Stores a clone and destroys `property`, whatever came of it. Null and the null property are
+    // refused with false; what already stands under the key stays there, with true.
     virtual bool setPropertyAndDelete(const wchar_t* key, IProperty* property) = 0;
 
     virtual ~IPropertyHolder() = default;

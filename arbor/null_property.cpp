@@ -2,7 +2,7 @@
 
 namespace arbor {
 
-NullProperty& NullProperty::instance() {
+NullProperty& NullProperty::instance() noexcept {
     static NullProperty theOne;
     return theOne;
 }

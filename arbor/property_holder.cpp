@@ -52,14 +52,15 @@ bool PropertyHolder::store(const wchar_t* key, IProperty* property) {
 }
 
 bool PropertyHolder::adoptProperty(const wchar_t* key, IProperty* property) try {
-    if (property == nullptr) return false;
+    if (!NullProperty::mayBeAdopted(property)) return false;
     std::unique_ptr<IProperty> replaced;  // declared before the lock: destroyed after it
     const ScopedLock lock(*this);
 
     // Replacing needs no memory, so it cannot lose both.
     Entries::Taken old;
     const int symbol = _entries.replace(key, property, old);
-    replaced.reset(old.value);
+    // The caller may hand in what getProperty() gave for this very key: then nothing is replaced.
+    if (old.value != property) replaced.reset(old.value);
     return symbol != Entries::kNoSymbol;
 } catch (const std::bad_alloc&) {
     return false;

@@ -110,6 +110,44 @@ TEST_F(AbstractDatabaseTest, NullPropertyPointersAreRefused) {
     EXPECT_FALSE(database.set(2U, nullptr));
 }
 
+TEST_F(AbstractDatabaseTest, NullPropertyOfTheProcessIsNeverTakenOver) {
+    database.set(L"/a", Property::createInt(1));
+
+    EXPECT_FALSE(database.set(L"/a", &NullProperty::instance()));
+    EXPECT_FALSE(database.set(L"/b", &NullProperty::instance()));
+    EXPECT_FALSE(database.set(L"b", L"c", &NullProperty::instance()));
+    EXPECT_FALSE(database.set(idOf(L"a"), &NullProperty::instance()));
+
+    EXPECT_EQ(database.get(L"/a")->toInt(), 1);
+    EXPECT_FALSE(database.contains(L"/b"));
+    EXPECT_FALSE(database.contains(L"b", L"c"));
+}
+
+TEST_F(AbstractDatabaseTest, PropertyMayBeStoredAgainInItsOwnEntry) {
+    database.set(L"/a", Property::createString("text", 4));
+
+    EXPECT_TRUE(database.set(L"/a", database.get(L"/a")));
+    EXPECT_TRUE(database.set(idOf(L"a"), database.get(L"/a")));
+
+    EXPECT_EQ(database.get(L"/a")->toString(), "text");
+}
+
+TEST_F(AbstractDatabaseTest, ReplacedAndRemovedPropertiesAreDestroyedWithoutTheLock) {
+    int destroyedUnlocked = 0;
+    for (const wchar_t* key : {L"/a", L"/b", L"/c", L"/d"})
+        database.set(key, new test::LockProbe(database, destroyedUnlocked));
+
+    EXPECT_TRUE(database.set(L"/a", Property::createInt(1)));
+    EXPECT_EQ(destroyedUnlocked, 1);
+    EXPECT_TRUE(database.set(idOf(L"b"), Property::createInt(1)));
+    EXPECT_EQ(destroyedUnlocked, 2);
+    EXPECT_TRUE(database.remove(L"/c"));
+    EXPECT_EQ(destroyedUnlocked, 3);
+    EXPECT_TRUE(database.remove(idOf(L"d")));
+
+    EXPECT_EQ(destroyedUnlocked, 4);
+}
+
 TEST_F(AbstractDatabaseTest, EntryIsRemovedByEveryKindOfKey) {
     int destroyed = 0;
     for (const wchar_t* key : {L"/a/b", L"/c", L"/d"})
@@ -205,9 +243,11 @@ TEST_F(AbstractDatabaseTest, GuidOfAnUnknownClassIsAllZero) {
 
 TEST_F(AbstractDatabaseTest, GuidFromAnEntryThatIsNotSixteenBytesLongIsAllZero) {
     database.set(L"Short", L"GUID", Property::createOpaque(&kClass, sizeof kClass - 1));
+    const char tooLong[sizeof kClass + 1] = {"0123456789abcdef"};
+    database.set(L"Long", L"GUID", Property::createOpaque(tooLong, sizeof tooLong));
     database.set(L"Text", L"GUID", Property::createString("0123456789abcdef", 16));
 
-    for (const char* name : {"Short", "Text"}) {
+    for (const char* name : {"Short", "Long", "Text"}) {
         Guid guid = kClass;
         database.getGuid(guid, name);
         EXPECT_TRUE(guid.isZero()) << name;

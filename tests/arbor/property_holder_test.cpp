@@ -124,13 +124,68 @@ TEST(PropertyHolderTest, OpaqueOfAPointerGivesItAndLeavesTheSize) {
     EXPECT_EQ(bag.getPointer(L"key", nullptr), &bag);
 }
 
-TEST(PropertyHolderTest, OpaqueOfABufferWithAnotherTypeCodeIsTheDefaultButItsSizeIsTold) {
+TEST(PropertyHolderTest, OpaqueOfATextIsTheDefaultAndLeavesTheSize) {
     PropertyHolder bag;
     bag.setString(L"key", "text");
     std::uint64_t bytes = kUntouched;
 
-    EXPECT_EQ(bag.getOpaque(L"key", &bytes, nullptr), nullptr);
+    EXPECT_EQ(bag.getOpaque(L"key", &bytes, &bag), &bag);
     EXPECT_EQ(bytes, kUntouched);
+}
+
+TEST(PropertyHolderTest, OpaqueOfABufferWithAnotherTypeCodeIsTheDefaultButItsSizeIsTold) {
+    PropertyHolder bag;
+    bag.adoptProperty(L"key", new test::TypedBuffer(arbor::PT_STRING, "abc", 3));
+    std::uint64_t bytes = kUntouched;
+
+    EXPECT_EQ(bag.getOpaque(L"key", &bytes, &bag), &bag);
+    EXPECT_EQ(bytes, 3U);
+}
+
+TEST(PropertyHolderTest, NullPropertyOfTheProcessIsNeverTakenOver) {
+    OpenHolder bag;
+    bag.setInt(L"present", 7);
+
+    for (const wchar_t* key : {L"absent", L"present"}) {
+        EXPECT_FALSE(bag.adoptProperty(key, &NullProperty::instance()));
+        EXPECT_FALSE(bag.setPropertyAndDelete(key, &NullProperty::instance()));
+        EXPECT_FALSE(bag.setPropertyAndDelete(key, bag.getProperty(L"absent")));
+    }
+
+    EXPECT_EQ(bag.size(), 1U);
+    EXPECT_EQ(bag.getInt(L"present", 0), 7);
+    EXPECT_TRUE(NullProperty::instance().isNull());
+}
+
+TEST(PropertyHolderTest, PropertyMayBeStoredAgainUnderItsOwnKey) {
+    PropertyHolder bag;
+    bag.setString(L"text", "text");
+    bag.setInt(L"number", 5);
+
+    for (const wchar_t* key : {L"text", L"number"}) {
+        EXPECT_TRUE(bag.adoptProperty(key, bag.getProperty(key)));
+        EXPECT_TRUE(bag.setProperty(key, bag.getProperty(key)));
+        EXPECT_TRUE(bag.setPropertyAndDelete(key, bag.getProperty(key)));
+    }
+
+    EXPECT_EQ(bag.getString(L"text", ""), "text");
+    EXPECT_EQ(bag.getInt(L"number", 0), 5);
+}
+
+TEST(PropertyHolderTest, ReplacedAndRemovedPropertiesAreDestroyedWithoutTheLock) {
+    int destroyedUnlocked = 0;
+    PropertyHolder bag;
+    const AnyProperty other(2.5);
+
+    for (const wchar_t* key : {L"adopted", L"set", L"removed"})
+        bag.adoptProperty(key, new test::LockProbe(bag, destroyedUnlocked));
+    EXPECT_TRUE(bag.adoptProperty(L"adopted", Property::createInt(1)));
+    EXPECT_EQ(destroyedUnlocked, 1);
+    EXPECT_TRUE(bag.setProperty(L"set", &other));
+    EXPECT_EQ(destroyedUnlocked, 2);
+    EXPECT_TRUE(bag.removeProperty(L"removed"));
+
+    EXPECT_EQ(destroyedUnlocked, 3);
 }
 
 TEST(PropertyHolderTest, TypedSettersStoreTheirType) {

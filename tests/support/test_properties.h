@@ -1,8 +1,13 @@
 #pragma once
 
+#include "arbor/opaque_property.h"
 #include "arbor/property.h"
+#include "arbor/synchronized.h"
+#include "platform/thread.h"
 
+#include <atomic>
 #include <cstdint>
+#include <memory>
 
 namespace test {
 
@@ -36,6 +41,39 @@ public:
 
 private:
     int& _destroyed;  // owned by the test
+};
+
+// A buffer with a type code of its own.
+class TypedBuffer : public arbor::OpaqueProperty {
+public:
+    TypedBuffer(std::uint32_t type, const void* data, std::uint64_t bytes) noexcept
+        : OpaqueProperty(type, data, bytes) {}
+};
+
+// Counts its destruction, but only where another thread can take the lock of the bag meanwhile.
+class LockProbe : public AnyProperty {
+public:
+    LockProbe(const arbor::Synchronized& bag, int& destroyedUnlocked) noexcept
+        : AnyProperty(std::uint64_t{0}), _bag(bag), _destroyedUnlocked(destroyedUnlocked) {}
+    ~LockProbe() override {
+        constexpr std::uint32_t kLongEnoughMs = 2000;  // reached by a test that fails
+        std::atomic<std::uint32_t> id{0};
+        const platform::NativeHandle other =
+            platform::startThread(&takeLock, const_cast<arbor::Synchronized*>(&_bag), id);
+        if (platform::waitForThread(other, kLongEnoughMs) == 0) ++_destroyedUnlocked;
+        platform::closeThread(other);
+    }
+
+private:
+    static std::uint32_t takeLock(void* parameter) {
+        const auto& bag = *static_cast<const arbor::Synchronized*>(parameter);
+        bag.lock();
+        bag.unlock();
+        return 0;
+    }
+
+    const arbor::Synchronized& _bag;  // the test's
+    int& _destroyedUnlocked;          // the test's
 };
 
 }  // namespace test
