@@ -18,7 +18,7 @@ public:
     [[nodiscard]] bool isNull() const override { return true; }
 
 private:
-    NullProperty() noexcept : Property(PT_NULL, Value{0}) {}
+    NullProperty() noexcept : Property(PT_NULL, 0) {}
 };
 
 }  // namespace arbor

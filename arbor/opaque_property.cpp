@@ -23,14 +23,13 @@ OpaqueProperty::OpaqueProperty(const void* data, std::uint64_t bytes) noexcept
     : OpaqueProperty(PT_OPAQUE, data, bytes) {}
 
 OpaqueProperty::OpaqueProperty(std::uint32_t type, const void* data, std::uint64_t bytes) noexcept
-    : Property(type, Value{0}), _size(bytes) {
-    _value.pointer = copyOf(data, bytes);
-}
+    : Property(type, wordOf(copyOf(data, bytes))), _size(bytes) {}
 
 OpaqueProperty::~OpaqueProperty() {
-    ::operator delete(_value.pointer);
-    _value.pointer =
-        nullptr;  // a clone may carry a text's type code: the base must find nothing to free
+    ::operator delete(pointer());
+    // The base frees texts by their type code. A clone of a buffer may carry the code of a text, so
+    // the base must find nothing to free here.
+    _word = 0;
 }
 
 }  // namespace arbor

@@ -6,6 +6,8 @@
 #include "arbor/text_property.h"
 #include "platform/text.h"
 
+#include <cstring>
+#include <cwchar>
 #include <limits>
 #include <new>
 #include <utility>
@@ -36,6 +38,16 @@ std::uint64_t truncatedUnsigned(double value) noexcept {
     return static_cast<std::uint64_t>(truncated64(value - kTwoTo63)) + (std::uint64_t{1} << 63);
 }
 
+constexpr std::uint64_t kNoText = 0;  // value word of a text whose copy found no memory
+
+// The characters of a text property. A null text reads as an empty one.
+const char* narrowOf(const void* text) noexcept {
+    return text != nullptr ? static_cast<const char*>(text) : "";
+}
+const wchar_t* wideOf(const void* text) noexcept {
+    return text != nullptr ? static_cast<const wchar_t*>(text) : L"";
+}
+
 std::string narrowText(const wchar_t* text) {
     std::string narrow = platform::narrowed(text);
     if (narrow.size() >= kNarrowTextLimit) narrow.resize(kNarrowTextLimit - 1);
@@ -54,41 +66,41 @@ std::string& Property::OpaqueStringFunctor::operator()(std::uint32_t type, std::
 }
 
 Property::~Property() {
-    if (_type == PT_STRING || _type == PT_WSTRING) TextProperty::release(_value.pointer);
+    if (_type == PT_STRING || _type == PT_WSTRING) TextProperty::release(pointer());
 }
 
 void* Property::getData() const {
-    return reinterpret_cast<void*>(static_cast<std::uintptr_t>(_value.word));
+    return pointer();
 }
 
 std::string& Property::toString(std::string& out, StringFunctor& fallback) const {
     switch (_type) {
         case PT_STRING:
-            out = _value.text != nullptr ? _value.text : "";
+            out = narrowOf(pointer());
             break;
         case PT_WSTRING:
-            out = _value.wideText != nullptr ? narrowText(_value.wideText) : "";
+            out = narrowText(wideOf(pointer()));
             break;
         case PT_INT:
-            out = decimalText(_value.integer);
+            out = decimalText(integer());
             break;
         case PT_FLOAT:
-            out = generalText(static_cast<double>(_value.real));
+            out = generalText(static_cast<double>(real()));
             break;
         case PT_DOUBLE:
-            out = generalText(_value.wideReal);
+            out = generalText(wideReal());
             break;
         case PT_UINT64:
-            out = decimalText(_value.word);
+            out = decimalText(_word);
             break;
         default:
-            out = fallback(_type, _value.word, getSize());
+            out = fallback(_type, _word, getSize());
     }
     return out;
 }
 
 std::string Property::toString() const {
-    if (_type == PT_STRING) return _value.text != nullptr ? _value.text : "";
+    if (_type == PT_STRING) return narrowOf(pointer());
     std::string out;
     OpaqueStringFunctor fallback;
     return std::move(toString(out, fallback));
@@ -97,27 +109,24 @@ std::string Property::toString() const {
 std::int32_t Property::toInt(Functor<int>& fallback) const {
     switch (_type) {
         case PT_STRING:
-            return _value.text != nullptr ? static_cast<std::int32_t>(parsedNumber(_value.text))
-                                          : 0;
+            return static_cast<std::int32_t>(parsedNumber(narrowOf(pointer())));
         case PT_WSTRING:
-            return _value.wideText != nullptr
-                       ? static_cast<std::int32_t>(parsedNumber(_value.wideText))
-                       : 0;
+            return static_cast<std::int32_t>(parsedNumber(wideOf(pointer())));
         case PT_INT:
-            return _value.integer;
+            return integer();
         case PT_FLOAT:
-            return truncated32(static_cast<double>(_value.real));
+            return truncated32(static_cast<double>(real()));
         case PT_DOUBLE:
-            return truncated32(_value.wideReal);
+            return truncated32(wideReal());
         case PT_UINT64:
-            return static_cast<std::int32_t>(static_cast<std::uint32_t>(_value.word));
+            return integer();
         default:
-            return fallback(_type, _value.word, getSize());
+            return fallback(_type, _word, getSize());
     }
 }
 
 std::int32_t Property::toInt() const {
-    if (_type == PT_INT) return _value.integer;
+    if (_type == PT_INT) return integer();
     Functor<int> zero;
     return toInt(zero);
 }
@@ -125,15 +134,15 @@ std::int32_t Property::toInt() const {
 float Property::toFloat(Functor<float>& fallback) const {
     switch (_type) {
         case PT_INT:
-            return static_cast<float>(_value.integer);
+            return static_cast<float>(integer());
         case PT_FLOAT:
-            return _value.real;
+            return real();
         case PT_DOUBLE:
-            return static_cast<float>(_value.wideReal);
+            return static_cast<float>(wideReal());
         case PT_UINT64:
-            return static_cast<float>(_value.word);
+            return static_cast<float>(_word);
         default:
-            return fallback(_type, _value.word, getSize());
+            return fallback(_type, _word, getSize());
     }
 }
 
@@ -145,15 +154,15 @@ float Property::toFloat() const {
 double Property::toDouble(Functor<double>& fallback) const {
     switch (_type) {
         case PT_INT:
-            return _value.integer;
+            return integer();
         case PT_FLOAT:
-            return static_cast<double>(_value.real);
+            return static_cast<double>(real());
         case PT_DOUBLE:
-            return _value.wideReal;
+            return wideReal();
         case PT_UINT64:
-            return static_cast<double>(_value.word);
+            return static_cast<double>(_word);
         default:
-            return fallback(_type, _value.word, getSize());
+            return fallback(_type, _word, getSize());
     }
 }
 
@@ -165,15 +174,15 @@ double Property::toDouble() const {
 std::uint64_t Property::toUInt64(Functor<std::uint64_t>& fallback) const {
     switch (_type) {
         case PT_INT:
-            return static_cast<std::uint64_t>(std::int64_t{_value.integer});
+            return static_cast<std::uint64_t>(std::int64_t{integer()});
         case PT_FLOAT:
-            return truncatedUnsigned(static_cast<double>(_value.real));
+            return truncatedUnsigned(static_cast<double>(real()));
         case PT_DOUBLE:
-            return truncatedUnsigned(_value.wideReal);
+            return truncatedUnsigned(wideReal());
         case PT_UINT64:
-            return _value.word;
+            return _word;
         default:
-            return fallback(_type, _value.word, getSize());
+            return fallback(_type, _word, getSize());
     }
 }
 
@@ -188,30 +197,37 @@ const Guid* Property::getTypeId() const {
 }
 
 IProperty* Property::createPointer(void* pointer) noexcept {
-    Value value{0};
-    value.pointer = pointer;
-    return new (std::nothrow) Property(PT_OPAQUE, value);
+    return new (std::nothrow) Property(PT_OPAQUE, wordOf(pointer));
 }
 
 IProperty* Property::createInt(std::int32_t number) noexcept {
-    Value value{0};
-    value.integer = number;
-    return new (std::nothrow) Property(PT_INT, value);
+    return new (std::nothrow) Property(PT_INT, wordOf(number));
 }
 
 // Where there is no memory for the text, there may be some for a property without it.
 IProperty* Property::createString(const char* text, std::size_t bytes) noexcept {
     IProperty* property = TextProperty::make(text, bytes);
-    return property != nullptr ? property : new (std::nothrow) Property(PT_STRING, Value{0});
+    return property != nullptr ? property : new (std::nothrow) Property(PT_STRING, kNoText);
 }
 
 IProperty* Property::createWString(const wchar_t* text, std::size_t units) noexcept {
     IProperty* property = TextProperty::make(text, units);
-    return property != nullptr ? property : new (std::nothrow) Property(PT_WSTRING, Value{0});
+    return property != nullptr ? property : new (std::nothrow) Property(PT_WSTRING, kNoText);
 }
 
 IProperty* Property::createOpaque(const void* data, std::uint64_t bytes) noexcept {
     return new (std::nothrow) OpaqueProperty(data, bytes);
+}
+
+IProperty* Property::copyOfText(const IProperty& source) noexcept {
+    const void* text = source.getData();
+    if (text == nullptr) return new (std::nothrow) Property(source.getType(), kNoText);
+    if (source.getType() == PT_STRING) {
+        const char* narrow = narrowOf(text);
+        return createString(narrow, std::strlen(narrow));
+    }
+    const wchar_t* wide = wideOf(text);
+    return createWString(wide, std::wcslen(wide));
 }
 
 IProperty* Property::clone(const IProperty& source) noexcept {
@@ -224,11 +240,13 @@ IProperty* Property::clone(const IProperty& source) noexcept {
         return new (std::nothrow) OpaqueProperty(type, source.getData(), source.getSize());
     }
 
-    Value value{0};
-    value.pointer = source.getData();
-    auto* property = new (std::nothrow) Property(type, value);
-    if (property != nullptr && (type == PT_STRING || type == PT_WSTRING))
-        TextProperty::share(value.pointer);
+    const bool isText = type == PT_STRING || type == PT_WSTRING;
+    // Only the classes derived from Property keep a reference count in front of their text.
+    // Counting in front of any other text would write into memory that is not ours.
+    if (isText && dynamic_cast<const Property*>(&source) == nullptr) return copyOfText(source);
+
+    auto* property = new (std::nothrow) Property(type, wordOf(source.getData()));
+    if (property != nullptr && isText) TextProperty::share(property->pointer());
     return property;
 }
 

@@ -3,6 +3,7 @@
 #include "arbor/guid.h"
 #include "arbor/i_property.h"
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -48,25 +49,44 @@ public:
     [[nodiscard]] static IProperty* createWString(const wchar_t* text, std::size_t units) noexcept;
     [[nodiscard]] static IProperty* createOpaque(const void* data, std::uint64_t bytes) noexcept;
     // Buffers are copied; every other value word is taken as it is, so a cloned text is shared by
-    // both and freed with the last of them.
+    // both and freed with the last of them. A text of somebody else's class is copied: it has no
+    // reference count.
     [[nodiscard]] static IProperty* clone(const IProperty& source) noexcept;
 
 protected:
-    // One word. A text is one that TextProperty::make copied.
-    union Value {
-        std::uint64_t word;
-        const char* text;
-        const wchar_t* wideText;
-        void* pointer;
-        std::int32_t integer;
-        float real;
-        double wideReal;
-    };
+    // `word` holds a pointer or the bits of a number. The pointer of a text is one that
+    // TextProperty::make gave: its reference count stands in front of the characters.
+    Property(std::uint32_t type, std::uint64_t word) noexcept : _type(type), _word(word) {}
 
-    Property(std::uint32_t type, Value value) noexcept : _type(type), _value(value) {}
+    [[nodiscard]] static std::uint64_t wordOf(const void* pointer) noexcept {
+        return reinterpret_cast<std::uintptr_t>(pointer);
+    }
+    [[nodiscard]] static std::uint64_t wordOf(std::int32_t number) noexcept {
+        return static_cast<std::uint32_t>(number);
+    }
+    [[nodiscard]] static std::uint64_t wordOf(float number) noexcept {
+        return std::bit_cast<std::uint32_t>(number);
+    }
+    [[nodiscard]] static std::uint64_t wordOf(double number) noexcept {
+        return std::bit_cast<std::uint64_t>(number);
+    }
+
+    [[nodiscard]] void* pointer() const noexcept {
+        return reinterpret_cast<void*>(static_cast<std::uintptr_t>(_word));
+    }
+    [[nodiscard]] std::int32_t integer() const noexcept {
+        return static_cast<std::int32_t>(static_cast<std::uint32_t>(_word));
+    }
+    [[nodiscard]] float real() const noexcept {
+        return std::bit_cast<float>(static_cast<std::uint32_t>(_word));
+    }
+    [[nodiscard]] double wideReal() const noexcept { return std::bit_cast<double>(_word); }
 
     std::uint32_t _type;
-    Value _value;
+    std::uint64_t _word;
+
+private:
+    [[nodiscard]] static IProperty* copyOfText(const IProperty& source) noexcept;
 };
 
 }  // namespace arbor

@@ -7,12 +7,8 @@ namespace arbor {
 // A number in a slot, which it stands at the beginning of.
 class PropertySlots::Slotted final : public Property {
 public:
-    explicit Slotted(std::int32_t value) noexcept : Property(PT_INT, Value{0}) {
-        _value.integer = value;
-    }
-    explicit Slotted(void* pointer) noexcept : Property(PT_OPAQUE, Value{0}) {
-        _value.pointer = pointer;
-    }
+    explicit Slotted(std::int32_t value) noexcept : Property(PT_INT, wordOf(value)) {}
+    explicit Slotted(const void* target) noexcept : Property(PT_OPAQUE, wordOf(target)) {}
     ~Slotted() override = default;
 
     static void* operator new(std::size_t, Slot* slot) noexcept { return slot; }

@@ -26,12 +26,11 @@ Holders* holdersOf(const void* text) noexcept {
 }  // namespace
 
 TextProperty::TextProperty(std::uint32_t type, const void* text) noexcept
-    : Property(type, Value{0}) {
-    _value.pointer = const_cast<void*>(text);
-}
+    : Property(type, wordOf(text)) {}
 
 TextProperty::~TextProperty() {
-    _value.pointer = nullptr;  // operator delete gives the text up, the base must not
+    // operator delete gives the text up, together with the block. The base must not do it too.
+    _word = 0;
 }
 
 template <typename Char>

@@ -13,6 +13,7 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <string>
 
 using arbor::CustomProperty;
 using arbor::Guid;
@@ -25,6 +26,51 @@ using test::AnyProperty;
 namespace {
 
 using Owned = std::unique_ptr<IProperty>;
+
+// A text that another program's class keeps: nothing of ours stands in front of its characters.
+class ForeignText : public IProperty {
+public:
+    explicit ForeignText(const char* text) : _type(arbor::PT_STRING), _narrow(text) {}
+    explicit ForeignText(const wchar_t* text) : _type(arbor::PT_WSTRING), _wide(text) {}
+    explicit ForeignText(std::uint32_t type) : _type(type), _isAbsent(true) {}
+
+    [[nodiscard]] void* getData() const override {
+        if (_isAbsent) return nullptr;
+        return _type == arbor::PT_STRING ? static_cast<void*>(const_cast<char*>(_narrow.data()))
+                                         : static_cast<void*>(const_cast<wchar_t*>(_wide.data()));
+    }
+    std::string& toString(std::string& out, StringFunctor&) const override { return out; }
+    [[nodiscard]] std::string toString() const override { return {}; }
+    [[nodiscard]] std::int32_t toInt(Functor<int>&) const override { return 0; }
+    [[nodiscard]] std::int32_t toInt() const override { return 0; }
+    [[nodiscard]] float toFloat(Functor<float>&) const override { return 0; }
+    [[nodiscard]] float toFloat() const override { return 0; }
+    [[nodiscard]] double toDouble(Functor<double>&) const override { return 0; }
+    [[nodiscard]] double toDouble() const override { return 0; }
+    [[nodiscard]] std::uint64_t toUInt64(Functor<std::uint64_t>&) const override { return 0; }
+    [[nodiscard]] std::uint64_t toUInt64() const override { return 0; }
+    [[nodiscard]] bool isSimple() const override { return true; }
+    [[nodiscard]] bool isOpaque() const override { return false; }
+    [[nodiscard]] bool isCustom() const override { return false; }
+    [[nodiscard]] bool isNull() const override { return false; }
+    [[nodiscard]] std::uint32_t getType() const override { return _type; }
+    [[nodiscard]] std::uint64_t getSize() const override { return 0; }
+    [[nodiscard]] const Guid* getTypeId() const override { return nullptr; }
+
+private:
+    std::uint32_t _type;
+    std::string _narrow;
+    std::wstring _wide;
+    bool _isAbsent = false;
+};
+
+// A buffer with a layout and a type code of its own.
+class TypedCustomBuffer : public CustomProperty {
+public:
+    using CustomProperty::CustomProperty;
+    [[nodiscard]] std::uint32_t getType() const override { return kOddType; }
+    static constexpr std::uint32_t kOddType = 12;
+};
 
 constexpr Guid kLayout{0x11223344, 0x5566, 0x7788, {1, 2, 3, 4, 5, 6, 7, 8}};
 
@@ -153,6 +199,56 @@ TEST(PropertyKindsTest, CloneOfATextSharesTheTextOfItsSource) {
 
     EXPECT_EQ(clone->toString(), "shared");
     EXPECT_EQ(wideClone->toString(), "shared");
+}
+
+TEST(PropertyKindsTest, CloneOfAForeignTextIsACopyOfItsOwn) {
+    auto source = std::make_unique<ForeignText>("a text that is too long to stand in the object");
+    auto wideSource = std::make_unique<ForeignText>(L"a text that is too long for the object");
+
+    const Owned clone(Property::clone(*source));
+    const Owned wideClone(Property::clone(*wideSource));
+    source.reset();
+    wideSource.reset();
+
+    EXPECT_EQ(clone->getType(), arbor::PT_STRING);
+    EXPECT_EQ(clone->toString(), "a text that is too long to stand in the object");
+    EXPECT_EQ(wideClone->getType(), arbor::PT_WSTRING);
+    EXPECT_EQ(wideClone->toString(), "a text that is too long for the object");
+}
+
+TEST(PropertyKindsTest, CloneOfAForeignTextWithoutCharactersHasNoneEither) {
+    for (const std::uint32_t type : {arbor::PT_STRING, arbor::PT_WSTRING}) {
+        const Owned clone(Property::clone(ForeignText(type)));
+
+        EXPECT_EQ(clone->getType(), type);
+        EXPECT_EQ(clone->getData(), nullptr);
+        EXPECT_EQ(clone->toString(), "");
+    }
+}
+
+TEST(PropertyKindsTest, CloneOfACloneSharesTheTextToo) {
+    Owned source = narrow("shared");
+    Owned clone(Property::clone(*source));
+    const Owned second(Property::clone(*clone));
+    EXPECT_EQ(second->getData(), source->getData());
+
+    source.reset();
+    clone.reset();
+
+    EXPECT_EQ(second->toString(), "shared");
+}
+
+TEST(PropertyKindsTest, CloneOfABufferKeepsItsTypeCode) {
+    const test::TypedBuffer buffer(arbor::PT_WSTRING, "abc", 3);
+    const TypedCustomBuffer custom("abc", 3, kLayout);
+
+    const Owned clone(Property::clone(buffer));
+    const Owned customClone(Property::clone(custom));
+
+    EXPECT_EQ(clone->getType(), arbor::PT_WSTRING);
+    EXPECT_TRUE(clone->isOpaque());
+    EXPECT_EQ(customClone->getType(), TypedCustomBuffer::kOddType);
+    EXPECT_TRUE(customClone->isCustom());
 }
 
 TEST(PropertyKindsTest, TextWhoseBlockWouldOverflowIsNotMade) {

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -45,16 +46,13 @@ struct Fallbacks {
 };
 
 // Writes down what a conversion tells its fallback.
-struct RecordingFunctor : IProperty::Functor<int> {
-    int& operator()(std::uint32_t type, std::uint64_t word, std::uint64_t size) override {
-        heardType = type;
-        heardWord = word;
-        heardSize = size;
-        return defaultValue;
+template <typename Functor, typename Result>
+struct RecordingFunctor : Functor {
+    Result& operator()(std::uint32_t type, std::uint64_t word, std::uint64_t size) override {
+        told = {type, word, size};
+        return Functor::operator()(type, word, size);
     }
-    std::uint32_t heardType = 0;
-    std::uint64_t heardWord = 0;
-    std::uint64_t heardSize = 0;
+    std::array<std::uint64_t, 3> told{};
 };
 
 }  // namespace
@@ -307,13 +305,26 @@ TEST(PropertyTest, WhatIsNoValueConvertsToZeroWithoutAFallback) {
 
 TEST(PropertyTest, FallbackIsToldTypeWordAndSize) {
     const Owned bytes = buffer("abc", 3);
-    RecordingFunctor fallback;
+    RecordingFunctor<IProperty::Functor<int>, int> integer;
+    RecordingFunctor<IProperty::Functor<float>, float> real;
+    RecordingFunctor<IProperty::Functor<double>, double> wideReal;
+    RecordingFunctor<IProperty::Functor<std::uint64_t>, std::uint64_t> word;
+    RecordingFunctor<IProperty::StringFunctor, std::string> text;
+    std::string out;
 
-    static_cast<void>(bytes->toInt(fallback));
+    static_cast<void>(bytes->toInt(integer));
+    static_cast<void>(bytes->toFloat(real));
+    static_cast<void>(bytes->toDouble(wideReal));
+    static_cast<void>(bytes->toUInt64(word));
+    bytes->toString(out, text);
 
-    EXPECT_EQ(fallback.heardType, arbor::PT_OPAQUE);
-    EXPECT_EQ(fallback.heardWord, reinterpret_cast<std::uintptr_t>(bytes->getData()));
-    EXPECT_EQ(fallback.heardSize, 3U);
+    const std::array<std::uint64_t, 3> expected{
+        arbor::PT_OPAQUE, reinterpret_cast<std::uintptr_t>(bytes->getData()), 3};
+    EXPECT_EQ(integer.told, expected);
+    EXPECT_EQ(real.told, expected);
+    EXPECT_EQ(wideReal.told, expected);
+    EXPECT_EQ(word.told, expected);
+    EXPECT_EQ(text.told, expected);
 }
 
 TEST(PropertyTest, PointerReadsAsTypeAndSixteenHexadecimalDigits) {
