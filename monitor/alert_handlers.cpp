@@ -11,7 +11,8 @@
 
 namespace {
 
-constexpr std::int32_t kMediaCodes = 100;  // the media code is the status modulo 100
+// The last two digits of a media status are the code of the medium that the printer wants.
+constexpr std::int32_t kMediaCodes = 100;
 
 // The alerts that stay when the document ends: they are about the cartridge, not about the job.
 constexpr AlertType kStayingAlerts[] = {AlertType::TonerLow,
@@ -32,18 +33,22 @@ bool closesWithDocument(AlertType dialogType) {
     return true;
 }
 
-// Whether a toner alert is due for the current cartridge. A due alert starts its own snooze; the
-// choice that the user makes in it comes later and replaces that.
-bool tonerAlertIsDue(SnoozeSlot slot, std::int64_t snoozeHours) {
+// Starts the snooze of a toner alert for the current cartridge; true when it was not snoozing,
+// which means: show the alert. The snooze starts with the alert itself, so that the printer's next
+// report of the same status is silent whatever becomes of the alert; the user's choice in it comes
+// later and replaces that snooze. An unknown cartridge has no snooze and shows nothing.
+bool startSnoozeIfDue(SnoozeSlot slot, std::int64_t snoozeHours) {
     const std::uint32_t serial = GetCurrCart();
     if (serial == kNoCartridge || IsSnoozing(serial, slot)) return false;
-    CartridgeRecord record;
+    CartridgeRecord record;  // a buffer: the operation loads the record itself
+    // The result is ignored: an alert that comes again is better than one that never comes.
     SetSnooze(record, serial, snoozeHours, slot);
     return true;
 }
 
-// Whether an alert that comes once in the life of a cartridge was not shown yet for this one.
-bool isFirstTime(bool (*occuredBefore)(CartridgeRecord&, std::uint32_t)) {
+// Sets the flag of an alert that comes once in the life of a cartridge, for the current one; true
+// when it was not set before, which means: show the alert.
+bool setFlagForTheFirstTime(bool (*occuredBefore)(CartridgeRecord&, std::uint32_t)) {
     CartridgeRecord record;
     return !occuredBefore(record, GetCurrCart());
 }
@@ -73,7 +78,8 @@ void DefaultLMSListener::describeAndOpen(arbor::IPropertyHolder& description,
         fillDialogDescription(*this, description) &&
         description.setInt(alert_key::kDialogType, static_cast<std::int32_t>(dialogType)) &&
         (!isMedia || description.setInt(alert_key::kMediaCode, _status % kMediaCodes));
-    // What is missing would read as 0: an alert of another type, or one that answers to nobody.
+    // An entry that could not be stored would read as 0: the alert would be one of another type, or
+    // without a broker its buttons would do nothing. Better no alert, since the status comes again.
     if (whole) _alerts.addAlert(description, dialogType, closesWithDocument(dialogType));
 }
 
@@ -83,29 +89,31 @@ void DefaultLMSListener::showMediaAlert(int) {
 
 void DefaultLMSListener::showTonerLow(int veryLow) {
     const SnoozeSlot slot = veryLow == 0 ? SnoozeSlot::Low : SnoozeSlot::VeryLow;
-    if (tonerAlertIsDue(slot, kTwoWeeksInHours)) {
+    if (startSnoozeIfDue(slot, kTwoWeeksInHours)) {
         showAlert(veryLow == 0 ? AlertType::TonerLow : AlertType::TonerVeryLow);
     }
 }
 
 void DefaultLMSListener::showTonerOut() {
-    if (tonerAlertIsDue(SnoozeSlot::Out, kNeverInHours)) showAlert(AlertType::TonerOut);
+    if (startSnoozeIfDue(SnoozeSlot::Out, kNeverInHours)) showAlert(AlertType::TonerOut);
 }
 
 void DefaultLMSListener::showDialogType6() {
-    if (isFirstTime(&IllegalCartOccured)) showAlert(AlertType::IllegalCartridge);
+    if (setFlagForTheFirstTime(&IllegalCartOccured)) showAlert(AlertType::IllegalCartridge);
 }
 
 void DefaultLMSListener::showDialogType7() {
-    if (isFirstTime(&NonQvCartOccuredBefore)) showAlert(AlertType::NonQvCartridge);
+    if (setFlagForTheFirstTime(&NonQvCartOccuredBefore)) showAlert(AlertType::NonQvCartridge);
 }
 
 // Types 8 and 29 share a flag: whichever comes first for a cartridge is the only one shown.
 void DefaultLMSListener::showDialogType8() {
-    if (isFirstTime(&ElableMemErrOccuredBefore)) showAlert(AlertType::CartridgeMemoryError);
+    if (setFlagForTheFirstTime(&ElableMemErrOccuredBefore))
+        showAlert(AlertType::CartridgeMemoryError);
 }
 void DefaultLMSListener::showDialogType29() {
-    if (isFirstTime(&ElableMemErrOccuredBefore)) showAlert(AlertType::CartridgeNotRecognized);
+    if (setFlagForTheFirstTime(&ElableMemErrOccuredBefore))
+        showAlert(AlertType::CartridgeNotRecognized);
 }
 
 void DefaultLMSListener::setCartData() {

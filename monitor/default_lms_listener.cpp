@@ -20,6 +20,7 @@
 #include "printer/status_codes.h"
 #include "tern/event_broker.h"
 #include "tern/i_instance_manager.h"
+#include "tern/message_keys.h"
 #include "tern/velo_record.h"
 #include "ui/alert_actions.h"
 #include "ui/alert_keys.h"
@@ -31,19 +32,21 @@
 #include "ui/window_types.h"
 
 #include <optional>
+#include <string>
 
 namespace {
 
 constexpr arbor::Guid kClassId{
     0x2C8F6E51, 0x7D0A, 0x4B6E, {0x9A, 0x35, 0x51, 0xC4, 0x0E, 0x8B, 0x27, 0xD3}};
 
+// The device's own names for two of its buttons.
 constexpr wchar_t kCancelButton[] = L"cancel";
 constexpr wchar_t kGoButton[] = L"go";
 
-template <typename Class>
-bool is(std::uint32_t code, Class expected) {
-    return code == static_cast<std::uint32_t>(expected);
-}
+// No alert of this program sends code 0; it is taken like the closing codes 1 to 3 beside it.
+constexpr std::uint32_t kClosedWithoutCode = 0;
+
+namespace message_key = tern::message_key;
 
 }  // namespace
 
@@ -64,33 +67,52 @@ const arbor::Guid* DefaultLMSListener::getClassId() const {
 
 bool DefaultLMSListener::notify(arbor::IMessage* message) {
     const arbor::IPropertyHolder& properties = *message->getProperties();
-    _status = properties.getInt(L"status", 0);
-    _subcode = properties.getInt(L"subcode", 0);
+    // Every message overwrites both, clicks in an alert included. That is right because they are
+    // only read while the same message is handled: the status that an alert shows is in its own
+    // description by then, and a status that lacks the property must not repeat the one before it.
+    _status = properties.getInt(message_key::kStatus, 0);
+    _subcode = properties.getInt(message_key::kSubcode, 0);
     platform::trace("in notify\n");
 
-    const std::uint32_t code = message->getCode();
-    if (*message->getType() == _messageType) {
-        if (properties.hasProperty(L"mediaType")) {
-            setCurrentMediaType(TranslateMediaType(properties.getString(L"mediaType", "").c_str()));
-        }
-        if (is(code, tern::RecordClass::Status)) return onStatus(properties);
-        if (is(code, tern::RecordClass::Job)) onChannelControl(message);
-    } else if (*message->getType() == alert_action::kMessageType) {
-        onFeedback(code, properties);
+    if (*message->getType() == _messageType) return onChannelMessage(*message);
+    if (*message->getType() == alert_action::kMessageType) {
+        onFeedback(message->getCode(), properties);
     }
     return false;
 }
 
-// The order of the questions is the behaviour: a silent printer drops even the cartridge report.
+bool DefaultLMSListener::onChannelMessage(arbor::IMessage& message) {
+    const arbor::IPropertyHolder& properties = *message.getProperties();
+    // Before the printer is asked whether it wants alerts: the medium in the tray changes also
+    // while the alerts are silent, and the next media alert names it.
+    if (properties.hasProperty(message_key::kMediaType)) {
+        const std::string name = properties.getString(message_key::kMediaType, "");
+        setCurrentMediaType(TranslateMediaType(name.c_str()));
+    }
+    switch (static_cast<tern::RecordClass>(message.getCode())) {
+        case tern::RecordClass::Status:
+            return onStatus(properties);
+        case tern::RecordClass::Job:
+            onChannelControl(message);
+            return false;
+        case tern::RecordClass::Oem:
+            return false;  // no alert reads the blocks of device messages
+    }
+    return false;  // a class that this program does not know
+}
+
+// The order of the questions is part of the behaviour. A silent printer drops even the cartridge
+// report, and a cancelled job presses the button also where all alerts are switched off.
 bool DefaultLMSListener::onStatus(const arbor::IPropertyHolder& properties) {
     if (!printerWantsStatus(_printerName)) return true;
 
-    if (is(tern::kCartridgeReport, _subcode)) {
-        const arbor::IProperty* serial = properties.getProperty(L"blackSN");
+    if (subcodeIs(tern::kCartridgeReport)) {
+        const arbor::IProperty* serial = properties.getProperty(message_key::kCartridgeSerial);
+        // Without a serial number the report is a status like any other.
         if (!serial->isNull()) {
             _cartridgeSN = static_cast<std::uint32_t>(serial->toInt());
             platform::trace("TERNA - cartridgeSN = %d", static_cast<int>(_cartridgeSN));
-            CartridgeRecord record;
+            CartridgeRecord record;  // a buffer: the operation loads the record itself
             AddCartIfNew(record, _cartridgeSN);
             return true;
         }
@@ -102,6 +124,9 @@ bool DefaultLMSListener::onStatus(const arbor::IPropertyHolder& properties) {
     return false;
 }
 
+// The user switches classes of alerts off in the printer's settings. Only two of the classes can be
+// told from a status: toner out counts as information, and errors begin at one code. Everything
+// else is shown while any class is on. The trace texts are kept: see decision 0012.
 bool DefaultLMSListener::isSilenced() const {
     if (!_showErrors && !_showWarnings && !_showInformation) {
         platform::trace("TERNA user chose to disable all messages");
@@ -118,27 +143,35 @@ bool DefaultLMSListener::isSilenced() const {
     return false;
 }
 
-void DefaultLMSListener::onChannelControl(arbor::IMessage* message) {
-    if (is(tern::kPrinterNarrow, _subcode) || is(tern::kPrinterWide, _subcode)) {
-        configurePrinter(message);
+void DefaultLMSListener::onChannelControl(arbor::IMessage& message) {
+    if (subcodeIs(tern::kPrinterNarrow) || subcodeIs(tern::kPrinterWide)) {
+        configurePrinter(&message);
+        // After the name is known: the device is opened by it.
         queryCartridgeSerial(_printerName);
-    } else if (is(tern::kDocumentEnd, _subcode)) {
+    } else if (subcodeIs(tern::kDocumentEnd)) {
         onEndDocument();
     }
 }
 
+bool DefaultLMSListener::subcodeIs(std::uint32_t subcode) const {
+    return static_cast<std::uint32_t>(_subcode) == subcode;
+}
+
 void DefaultLMSListener::configurePrinter(arbor::IMessage* message) {
     const arbor::IPropertyHolder& properties = *message->getProperties();
-    _printerName = arbor::wideText(properties, L"printerName", _printerName.c_str());
-    _portName = arbor::wideText(properties, L"portName", _portName.c_str());
+    // A record that leaves a name out keeps the one before it.
+    _printerName = arbor::wideText(properties, message_key::kPrinterName, _printerName.c_str());
+    _portName = arbor::wideText(properties, message_key::kPortName, _portName.c_str());
     const std::optional<AlertClasses> classes = readAlertClasses(_printerName);
-    if (!classes) return;
+    if (!classes) return;  // the printer does not open: the switches keep their values
     _showErrors = classes->errors;
     _showWarnings = classes->warnings;
     _showInformation = classes->information;
 }
 
 void DefaultLMSListener::onEndDocument() {
+    // From now on the last alert that the user closes ends the monitor: it was started for this
+    // document, and the next one starts it again.
     _exitWithLastDialog = true;
     const std::uint32_t left = _alerts.removeAllAutocloseDialogs(true);
     if (left != 0) {
@@ -159,13 +192,14 @@ bool DefaultLMSListener::launchCompanion() {
 
 void DefaultLMSListener::pressButton(const wchar_t* button) const {
     EWSIntf device;
-    device.push_button(_printerName.c_str(), button);  // best effort: the user has a button as well
+    // The result is ignored: the user can press the same button on the device.
+    device.push_button(_printerName.c_str(), button);
 }
 
 void DefaultLMSListener::onFeedback(std::uint32_t action,
                                     const arbor::IPropertyHolder& properties) {
     switch (action) {
-        case 0:
+        case kClosedWithoutCode:
         case alert_action::kCancel:
         case alert_action::kAccept:
         case alert_action::kContinue:
@@ -192,6 +226,9 @@ void DefaultLMSListener::onFeedback(std::uint32_t action,
             break;
         case alert_action::kShop:
             openShopPage(_printerName);
+            break;
+        default:
+            break;  // commands of controls that need no answer, the snooze list for one
     }
 }
 
@@ -199,6 +236,8 @@ void DefaultLMSListener::onDialogClosed(const arbor::IPropertyHolder& properties
     const auto* dialog =
         static_cast<const StatusDialog*>(properties.getPointer(alert_action_key::kDialog, nullptr));
     if (dialog != nullptr) closeAlert(dialog);
+    // Also for a dialog that is not in the list. A closed fax alert has stopped the channel already
+    // when it was the last one; stopping twice does no harm.
     if (_exitWithLastDialog && _alerts.empty()) {
         platform::trace("TERNA - No more dlgs, killing threads...");
         stopChannel();
@@ -206,20 +245,24 @@ void DefaultLMSListener::onDialogClosed(const arbor::IPropertyHolder& properties
 }
 
 void DefaultLMSListener::closeAlert(const StatusDialog* dialog) {
+    // Held to the end, so that the alert that was found is the alert that is removed.
     const arbor::ScopedLock<arbor::Synchronized> lock(_alerts);
     DefaultStatusDialog* alert = _alerts.findAlertDialog(dialog);
     if (alert == nullptr) return;
 
+    // These ask the alert and its window, so they come before it is destroyed.
     if (alert->canResume()) pressButton(kGoButton);
     const AlertType dialogType = _alerts.findAlertTypeFromDlg(dialog);
-    if (dialogType == AlertType::TonerVeryLow)
+    // Toner out has no snooze list to ask: its snooze stays as the alert set it.
+    if (dialogType == AlertType::TonerVeryLow) {
         snoozeFromDialog(alert->window(), SnoozeSlot::VeryLow);
+    }
     if (dialogType == AlertType::TonerLow) snoozeFromDialog(alert->window(), SnoozeSlot::Low);
     _alerts.removeAlertDialog(dialog);
-    // A fax alert may come outside any document: its end is the end of what the monitor was started
-    // for.
-    if (dialogType == AlertType::FaxPrinted || dialogType == AlertType::FaxInCompanion)
+    // A fax arrives outside any document, so no record of a document's end will follow.
+    if (dialogType == AlertType::FaxPrinted || dialogType == AlertType::FaxInCompanion) {
         onEndDocument();
+    }
 }
 
 void DefaultLMSListener::onFaxLink(const arbor::IPropertyHolder& properties) {
@@ -232,6 +275,8 @@ void DefaultLMSListener::onFaxLink(const arbor::IPropertyHolder& properties) {
 }
 
 void DefaultLMSListener::onCompact(const arbor::IPropertyHolder& properties, bool detailIsLink) {
+    // Without its dialog the message is not from one of our alerts, and its window may be
+    // anybody's.
     if (properties.getPointer(alert_action_key::kDialog, nullptr) == nullptr) return;
     const auto window =
         static_cast<WindowHandle>(properties.getPointer(alert_action_key::kWindow, nullptr));

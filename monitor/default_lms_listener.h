@@ -31,10 +31,11 @@ public:
 
     [[nodiscard]] const arbor::Guid* getClassId() const override;
 
-    // One handler for each alert, virtual so that a derived listener may change any of them. The
-    // slots are fixed in number and order.
+    // One handler for each alert, virtual so that a derived listener may change any of them. Order
+    // and names are kept: see decision 0012.
     virtual void showDialogType0();
-    // The group of the status says nothing that the status itself does not say.
+    // `mediaGroup` tells which range the status came from, 1 to 3. It is not used: the medium is in
+    // the last two digits of the status.
     virtual void showMediaAlert(int mediaGroup);
     virtual void showDialogType2();
     virtual void showDialogType3();
@@ -63,10 +64,13 @@ public:
     virtual void setCartData();
     virtual void showDialogType26();
     virtual void showDialogType27();
-    // The description carries the status already.
+    // `status` is not used: the description carries the listener's status already.
     virtual void showGenericStatus(std::int32_t status);
+    // Takes the names from the message, then reads the printer's "AlertMask".
     virtual void configurePrinter(arbor::IMessage* message);
+    // Closes the alerts of the job. Stops the channel when none is left, else with the last one.
     virtual void onEndDocument();
+    // False when the companion application is not installed or does not start.
     virtual bool launchCompanion();
     virtual void showDialogType32();
 
@@ -84,9 +88,12 @@ private:
                                       arbor::IPropertyHolder& description);
 
     void describeAndOpen(arbor::IPropertyHolder& description, AlertType dialogType);
+    // These two answer as notify does.
+    bool onChannelMessage(arbor::IMessage& message);
     bool onStatus(const arbor::IPropertyHolder& properties);
-    bool isSilenced() const;
-    void onChannelControl(arbor::IMessage* message);
+    [[nodiscard]] bool isSilenced() const;
+    void onChannelControl(arbor::IMessage& message);
+    [[nodiscard]] bool subcodeIs(std::uint32_t subcode) const;
     void onFeedback(std::uint32_t action, const arbor::IPropertyHolder& properties);
     void onDialogClosed(const arbor::IPropertyHolder& properties);
     void closeAlert(const class StatusDialog* dialog);
@@ -95,7 +102,7 @@ private:
     void pressButton(const wchar_t* button) const;
     void stopChannel();
 
-    std::int32_t _status = 0;
+    std::int32_t _status = 0;  // these two: of the message that is being handled
     std::int32_t _subcode = 0;
     arbor::Guid _messageType;
     arbor::Guid _secondType;

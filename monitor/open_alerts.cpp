@@ -20,7 +20,7 @@ constexpr std::int32_t kCascadeStep = 20;     // pixels, both ways
 
 using Lock = arbor::ScopedLock<arbor::Synchronized>;
 
-// Addresses in the trace are for telling objects apart: their low half will do.
+// The trace tells objects apart by their addresses, and "%#x" takes 32 bits: the lower half does.
 unsigned shown(const void* address) {
     return static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(address));
 }
@@ -45,11 +45,22 @@ OpenAlerts::OpenAlerts() : _cascadeX(kFirstPosition), _cascadeY(kFirstPosition) 
 OpenAlerts::~OpenAlerts() = default;
 
 void OpenAlerts::addAlert(arbor::IPropertyHolder& description, AlertType dialogType,
-                          bool autoClose) try {
+                          bool autoClose) {
     if (findAlertDialogType(dialogType) != kNotFound) return;
 
+    // The handlers are called from the main loop, which an exception would end. Without memory this
+    // alert is not shown; the printer reports its status again.
+    try {
+        open(description, dialogType, autoClose);
+    } catch (const std::bad_alloc&) {
+        return;
+    }
+}
+
+void OpenAlerts::open(arbor::IPropertyHolder& description, AlertType dialogType, bool autoClose) {
     const Lock lock(*this);
-    _alerts.reserve(_alerts.size() + 1);  // now, so that nothing is shown that cannot be kept
+    // Reserve now: once the window shows, storing its record must not fail.
+    _alerts.reserve(_alerts.size() + 1);
     auto record = std::make_unique<AlertRecord>(dialogType, autoClose);
     platform::trace("TERNA new alert in _alerts (%#x)", shown(record.get()));
     record->dialog = createAlertDialog(description);
@@ -58,8 +69,6 @@ void OpenAlerts::addAlert(arbor::IPropertyHolder& description, AlertType dialogT
     _cascadeX += kCascadeStep;
     _cascadeY += kCascadeStep;
     if (record->dialog->create()) _alerts.push_back(std::move(record));
-} catch (const std::bad_alloc&) {
-    // Nothing was added; the next status of this kind tries again.
 }
 
 std::uint32_t OpenAlerts::findAlertDialogType(AlertType dialogType) {
@@ -101,7 +110,8 @@ void OpenAlerts::removeAlertDialog(const StatusDialog* dialog) {
         if ((*place)->dialog.get() != dialog) continue;
 
         platform::trace("TERNA remove dlg  = %d", static_cast<int>(place - _alerts.begin()));
-        // Out of the list first: destroying a window lets it send messages.
+        // Take the record out of the list first: destroying the window sends it messages, and what
+        // they reach must not find this alert any more.
         const std::unique_ptr<AlertRecord> removed = std::move(*place);
         _alerts.erase(place);
         return;
@@ -118,6 +128,7 @@ std::uint32_t OpenAlerts::removeAllAutocloseDialogs(bool closeWindows) {
             continue;
         }
         platform::trace("TERNA remove Dialog %d", static_cast<int>(index));
+        // The index stays: the record that moves into this place is examined next.
         const std::unique_ptr<AlertRecord> removed = std::move(_alerts[index]);
         _alerts.erase(_alerts.begin() + static_cast<std::ptrdiff_t>(index));
         const WindowHandle window = removed->dialog->window();

@@ -45,8 +45,11 @@ public:
 private:
     struct AlertRecord;
 
-    // Not marked as guarded: the end of the document clears it without the lock, on the main
-    // thread.
+    // addAlert, for a type that is not open. Throws std::bad_alloc with nothing added or shown.
+    void open(arbor::IPropertyHolder& description, AlertType dialogType, bool autoClose);
+
+    // Not marked as guarded by the lock: the end of the document walks it without the lock. Main
+    // thread only, so that walk meets nobody.
     std::vector<std::unique_ptr<AlertRecord>> _alerts;
     std::int32_t _cascadeX ARBOR_GUARDED_BY(this);
     std::int32_t _cascadeY ARBOR_GUARDED_BY(this);
