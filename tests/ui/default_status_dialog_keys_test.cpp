@@ -55,6 +55,26 @@ TEST_F(DefaultStatusDialogTest, AnswersSmallLettersWithAlt) {
     EXPECT_EQ(headless::messages().size(), 1U);
 }
 
+TEST_F(DefaultStatusDialogTest, TakesCapitalLettersWithAltAsTheyAre) {
+    openQuietly(0, 41100);
+
+    for (const wchar_t letter : std::wstring(L"URO"))
+        headless::typeWithAlt(window(), letter);
+
+    EXPECT_EQ(codes(), (Codes{104, 101, 2}));
+}
+
+// The low bytes of these are the letters O, H, H, U and R; the last two stand beside a and z.
+TEST_F(DefaultStatusDialogTest, DoesNotTakeALetterOfAnotherAlphabetForAKeyOfItsOwn) {
+    openQuietly(0, 41100);
+
+    for (const wchar_t letter : std::wstring(L"\u044F\u0448\u0648\u0155\u0152`{"))
+        headless::typeWithAlt(window(), letter);
+
+    EXPECT_TRUE(told.empty());
+    EXPECT_TRUE(headless::messages().empty());
+}
+
 TEST_F(DefaultStatusDialogTest, IgnoresTheKeysOfButtonsThatCannotBePressed) {
     openQuietly(0, 41100);
     for (const int button : {130, 131, 134, 1018})

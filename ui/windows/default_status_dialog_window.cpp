@@ -1,5 +1,6 @@
 #include "ui/button_faces.h"
 #include "ui/default_status_dialog.h"
+#include "ui/menu_character.h"
 #include "ui/resource_ids.h"
 #include "ui/windows/display_settings.h"
 #include "ui/windows/picture_painting.h"
@@ -75,13 +76,10 @@ DialogResult DefaultStatusDialog::dlgProc(WindowHandle window, WindowMessage mes
             return onCtlColorStatic(window, wParam, lParam);
         case WM_CHAR:
             return onChar(window, wParam, lParam);
-        case WM_MENUCHAR: {  // Alt and a letter
-            const auto letter = static_cast<wchar_t>(LOBYTE(wParam));
-            const bool isSmall = letter >= L'a' && letter <= L'z';
+        case WM_MENUCHAR:  // Alt and a letter
             // Closes the menu without a beep; set first, as the window may be gone afterwards.
             ::SetWindowLongPtrW(window, DWLP_MSGRESULT, MAKELRESULT(0, MNC_CLOSE));
-            return onChar(window, isSmall ? letter - L'a' + L'A' : letter, lParam);
-        }
+            return onChar(window, menuCharacter(wParam), lParam);
         default:
             return StatusDialog::dlgProc(window, message, wParam, lParam);
     }

@@ -2,6 +2,7 @@
 #include "ui/alert_actions.h"
 #include "ui/alert_window.h"
 #include "ui/default_status_dialog.h"
+#include "ui/menu_character.h"
 #include "ui/validation_dialog.h"
 
 // What the real window half does, on the recorded windows.
@@ -81,10 +82,8 @@ DialogResult DefaultStatusDialog::dlgProc(WindowHandle window, WindowMessage mes
             return onCommand(window, wParam, lParam);
         case headless::kChar:
             return onChar(window, wParam, lParam);
-        case headless::kMenuChar: {
-            const bool isSmall = wParam >= L'a' && wParam <= L'z';
-            return onChar(window, isSmall ? wParam - L'a' + L'A' : wParam, lParam);
-        }
+        case headless::kMenuChar:
+            return onChar(window, menuCharacter(wParam), lParam);
         default:
             return StatusDialog::dlgProc(window, message, wParam, lParam);
     }

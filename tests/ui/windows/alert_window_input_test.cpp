@@ -130,6 +130,22 @@ void CALLBACK readAndCloseBox(HWND, UINT, UINT_PTR timer, DWORD) {
     ::PostMessageW(box, WM_CLOSE, 0, 0);
 }
 
+// The low bytes of these are the letters O, H, H, U and R.
+TEST_F(AlertWindowTest, DoesNotTakeALetterOfAnotherAlphabetForAKeyOfItsOwn) {
+    open(0);
+    boxCaption = alert_desktop::kPrinterName;
+    boxText = L"";
+
+    for (const wchar_t letter : std::wstring(L"\u044F\u0448\u0648\u0155\u0152")) {
+        const UINT_PTR timer = ::SetTimer(nullptr, 0, 50, readAndCloseBox);
+        ::SendMessageW(alert->window(), WM_MENUCHAR, MAKEWPARAM(letter, MF_SYSMENU), 0);
+        ::KillTimer(nullptr, timer);
+    }
+
+    EXPECT_TRUE(codes.empty());
+    EXPECT_EQ(boxText, L"");
+}
+
 TEST_F(AlertWindowTest, ShowsItsHelpInABox) {
     open(0);
     boxCaption = alert_desktop::kPrinterName;
