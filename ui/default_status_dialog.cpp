@@ -46,10 +46,6 @@ bool needsSnoozeChoice(std::int32_t status) {
     return status == kTonerLow || status == kTonerVeryLow;
 }
 
-void setIfGiven(WindowHandle window, int control, const std::wstring& text) {
-    if (!text.empty()) dialog_controls::setText(window, control, text);
-}
-
 }  // namespace
 
 DefaultStatusDialog::DefaultStatusDialog(const arbor::IPropertyHolder& description, bool createNow)
@@ -97,7 +93,7 @@ DialogResult DefaultStatusDialog::onInitDialog(WindowHandle window, MessageWord,
     if (!_caption.empty()) dialog_controls::setTitle(window, _caption);
     nameControls(window);
     if (_dialogType == kLowType || _dialogType == kVeryLowType) showSnoozeList(window);
-    setIfGiven(window, IDC_ALERT_DETAIL, _detail);
+    dialog_controls::setTextIfAny(window, IDC_ALERT_DETAIL, _detail);
     if (_message.empty()) dialog_controls::show(window, IDC_ALERT_MESSAGE, false);
     if (_detail.empty() && dialog_controls::exists(window, IDC_ALERT_DETAIL)) {
         dialog_controls::show(window, IDC_ALERT_DETAIL, false);
@@ -112,9 +108,9 @@ void DefaultStatusDialog::showDuplexSteps(WindowHandle window) const {
         if (_duplexPictures[step] == 0) {
             dialog_controls::show(window, kDuplexPictureControls[step], false);
         }
-        setIfGiven(window, kDuplexTextControls[step], _duplexTexts[step]);
+        dialog_controls::setTextIfAny(window, kDuplexTextControls[step], _duplexTexts[step]);
     }
-    setIfGiven(window, IDC_DUPLEX_TITLE, _duplexTitle);
+    dialog_controls::setTextIfAny(window, IDC_DUPLEX_TITLE, _duplexTitle);
     dialog_controls::setFont(window, IDC_DUPLEX_TITLE, Emphasis::Headline);
 }
 
@@ -129,12 +125,12 @@ void DefaultStatusDialog::showGenuineLink(WindowHandle window) const {
 }
 
 void DefaultStatusDialog::showSuppliesBlock(WindowHandle window) const {
-    setIfGiven(window, IDC_SUPPLIES_DETAIL, _alertDetail);
+    dialog_controls::setTextIfAny(window, IDC_SUPPLIES_DETAIL, _alertDetail);
     dialog_controls::setPicture(window, IDC_SUPPLIES_PICTURE, _module, _suppliesPicture);
-    setIfGiven(window, IDC_SUPPLIES_NAME, _suppliesName);
+    dialog_controls::setTextIfAny(window, IDC_SUPPLIES_NAME, _suppliesName);
     dialog_controls::setPicture(window, IDC_SUPPLIES_CONDITION, _module, _conditionPicture);
-    setIfGiven(window, IDC_SUPPLIES_PAGES, _suppliesPages);
-    setIfGiven(window, IDC_SUPPLIES_COMMENT, _suppliesComment);
+    dialog_controls::setTextIfAny(window, IDC_SUPPLIES_PAGES, _suppliesPages);
+    dialog_controls::setTextIfAny(window, IDC_SUPPLIES_COMMENT, _suppliesComment);
 }
 
 void DefaultStatusDialog::showSnoozeList(WindowHandle window) const {
@@ -144,14 +140,14 @@ void DefaultStatusDialog::showSnoozeList(WindowHandle window) const {
     }
     dialog_controls::choose(window, IDC_SNOOZE_CHOICE, kPromptChosen);
     dialog_controls::show(window, IDC_SNOOZE_LABEL, true);
-    dialog_controls::setText(window, IDC_SNOOZE_LABEL, text(IDS_SNOOZE_LABEL));
+    dialog_controls::setTextIfAny(window, IDC_SNOOZE_LABEL, text(IDS_SNOOZE_LABEL));
 }
 
 // Screen readers speak window texts, not what is painted. A picture that is not there has no name
 // and is no stop on their way.
 void DefaultStatusDialog::nameControls(WindowHandle window) const {
     for (const ButtonFace& face : buttonFaces()) {
-        setIfGiven(window, face.control, buttonCaption(face));
+        dialog_controls::setTextIfAny(window, face.control, buttonCaption(face));
     }
     const struct {
         int control;

@@ -15,6 +15,10 @@ namespace dialog_controls {
 
 [[nodiscard]] std::wstring text(WindowHandle window, int control);
 void setText(WindowHandle window, int control, const std::wstring& text);
+// Keeps the text of the template where `text` is empty.
+inline void setTextIfAny(WindowHandle window, int control, const std::wstring& text) {
+    if (!text.empty()) setText(window, control, text);
+}
 void setTitle(WindowHandle window, const std::wstring& title);
 // The name by which a screen reader knows a picture.
 void setName(WindowHandle window, int control, const std::wstring& name);

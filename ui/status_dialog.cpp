@@ -89,12 +89,13 @@ std::wstring StatusDialog::textOf(const arbor::IPropertyHolder& description,
     return text(asId(description.getInt(key, 0)));
 }
 
-// Each text that is there replaces the one before it.
+// Each message that the description names replaces the one before it, also where the strings
+// library lacks the text: a message about something else would mislead more than none.
 std::wstring StatusDialog::messageText(const arbor::IPropertyHolder& description) const {
     std::wstring message =
         formatText(textOf(description, alert_key::kMessage), {_printerText}, kTextUnits);
-    if (const std::wstring format = textOf(description, alert_key::kMediaMessage);
-        !format.empty()) {
+    if (description.getInt(alert_key::kMediaMessage, 0) != 0) {
+        const std::wstring format = textOf(description, alert_key::kMediaMessage);
         const auto textOfCode = [this, &description](const wchar_t* key) {
             return text(asId(description.getInt(key, kAbsent)));
         };
@@ -106,10 +107,10 @@ std::wstring StatusDialog::messageText(const arbor::IPropertyHolder& description
         literal != kNoMessageText) {
         message = literal;
     }
-    if (const std::wstring format = textOf(description, alert_key::kPartNumberMessage);
-        !format.empty()) {
+    if (description.getInt(alert_key::kPartNumberMessage, 0) != 0) {
         const std::string number = description.getString(alert_key::kPartNumber, kNoPartNumber);
-        message = formatText(format, {number}, kTextUnits);
+        message =
+            formatText(textOf(description, alert_key::kPartNumberMessage), {number}, kTextUnits);
     }
     return message;
 }
@@ -150,7 +151,7 @@ void StatusDialog::publish(const std::shared_ptr<arbor::IMessage>& action) {
 void StatusDialog::initialize(WindowHandle window) {
     dialog_controls::moveWindow(window, _x, _y);
     if (!_title.empty()) dialog_controls::setTitle(window, _title);
-    dialog_controls::setText(window, IDC_ALERT_MESSAGE, _message);
+    dialog_controls::setTextIfAny(window, IDC_ALERT_MESSAGE, _message);
     const auto showLink = [window](int control, const std::wstring& text) {
         if (text.empty()) return;
         dialog_controls::setText(window, control, text);
@@ -160,11 +161,11 @@ void StatusDialog::initialize(WindowHandle window) {
     showLink(IDC_ALERT_SHOP_LINK, _shop);
     showLink(IDC_ALERT_RETURNS_LINK, _returns);
     showLink(IDC_ALERT_FRAUD_LINK, _fraud);
-    dialog_controls::setText(window, IDC_ALERT_HEADLINE, _headline);
+    dialog_controls::setTextIfAny(window, IDC_ALERT_HEADLINE, _headline);
     dialog_controls::setFont(window, IDC_ALERT_HEADLINE, dialog_controls::Emphasis::Headline);
     // The alert is not in the list of its owner while it opens, so hearing of these cannot end it.
     announceExtras(window);
-    if (!_okCaption.empty()) dialog_controls::setText(window, IDC_ALERT_OK, _okCaption);
+    dialog_controls::setTextIfAny(window, IDC_ALERT_OK, _okCaption);
 }
 
 void StatusDialog::announceExtras(WindowHandle window) {

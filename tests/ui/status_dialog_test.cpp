@@ -97,6 +97,34 @@ TEST_F(StatusDialogTest, BuildsAMessageOfMessageMediaAndTray) {
     EXPECT_EQ(control(132).text, L"/" + text(302) + L"/tray");
 }
 
+// The number of a text decides, not whether the library has that text.
+TEST_F(StatusDialogTest, LetsANumberedTextThatIsMissingReplaceTheMessageToo) {
+    constexpr int kMissing = 1999;
+    for (const wchar_t* const key : {L"ids2", L"idsPn"}) {
+        describe(13, 1);
+        description.setString(L"StringStr", "unknown");
+        description.setInt(L"ids2", newText(L"before"));
+        description.setInt(key, kMissing);
+
+        openDescribed();
+
+        EXPECT_EQ(control(132).text, L"");
+        EXPECT_FALSE(control(132).visible);
+        description.removeProperty(key);
+    }
+}
+
+TEST_F(StatusDialogTest, LeavesTheTextsOfItsTemplateWhereItHasNone) {
+    headless::setTemplateText(L"of the template");
+    describe(13, 1);
+
+    openDescribed();
+
+    EXPECT_EQ(control(132).text, L"of the template");
+    EXPECT_EQ(control(1004).text, L"of the template");
+    EXPECT_EQ(control(1012).text, L"of the template");
+}
+
 TEST_F(StatusDialogTest, LeavesMediaAndTrayOutWhereTheirKeysAreAbsent) {
     describe(13, 1);
     description.setInt(L"ids2", newText(L"[%s|%s|%s]"));

@@ -42,8 +42,7 @@ std::wstring text(std::uint32_t id) {
 
 void showTexts(HWND dialog, std::span<const ControlText> rows) {
     for (const ControlText& row : rows) {
-        const std::wstring shown = text(row.text);
-        if (!shown.empty()) dialog_controls::setText(dialog, row.control, shown);
+        dialog_controls::setTextIfAny(dialog, row.control, text(row.text));
         if (row.style == TextStyle::Heading) {
             dialog_controls::setFont(dialog, row.control, dialog_controls::Emphasis::Headline);
         }

@@ -21,6 +21,7 @@ struct Desktop {
     std::vector<Message> messages;
     std::vector<CartridgeCheck> checks;
     std::function<void()> whileMessageIsOpen;
+    std::wstring templateText;
     bool creationFails = false;
     std::uintptr_t lastHandle = 0;
     int opened = 0;
@@ -77,6 +78,8 @@ bool addTemplate(Window& window) {
         const auto found = window.controls.find(hidden);
         if (found != window.controls.end()) found->second.visible = false;
     }
+    for (auto& entry : window.controls)
+        entry.second.text = desktop().templateText;
     const auto settings = window.controls.find(IDC_ALERT_SETTINGS);
     if (settings != window.controls.end()) settings->second.enabled = false;
     return true;
@@ -197,6 +200,10 @@ void closeBox(WindowHandle window) {
 
 void sendCommand(WindowHandle window, MessageWord wParam, MessageLong lParam) {
     deliver(window, kCommand, wParam, lParam);
+}
+
+void setTemplateText(std::wstring text) {
+    desktop().templateText = std::move(text);
 }
 
 void setCreationFails(bool fails) {

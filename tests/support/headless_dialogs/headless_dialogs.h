@@ -89,6 +89,8 @@ void closeBox(WindowHandle window);
 // Any command message, as controls and accelerators send it.
 void sendCommand(WindowHandle window, MessageWord wParam, MessageLong lParam = 0);
 
+// The text that every control has from its template in windows that open from now on.
+void setTemplateText(std::wstring text);
 // No window can be made until this is called with false.
 void setCreationFails(bool fails);
 // Runs while each message box is open, as the system serves other windows then.

@@ -2,6 +2,7 @@
 #include "tests/ui/windows/alert_window_test.h"
 
 #include "ui/alert_factory.h"
+#include "ui/alert_keys.h"
 
 #include <utility>
 
@@ -18,6 +19,20 @@ TEST_F(AlertWindowTest, IsShownInFrontWithItsTextsAndIcons) {
     EXPECT_EQ(textOf(1012), alert_desktop::text(125));
     EXPECT_NE(::SendMessageW(alert->window(), WM_GETICON, ICON_BIG, 0), 0);
     EXPECT_NE(::SendMessageW(alert->window(), WM_GETICON, ICON_SMALL, 0), 0);
+}
+
+TEST_F(AlertWindowTest, LeavesTheTextsOfItsTemplateWhereItHasNone) {
+    constexpr wchar_t kOfTheTemplate[] = L"of the template";
+    arbor::PropertyHolder description;
+    description.setInt(alert_key::kTemplate, 9003);
+    description.setPointer(alert_key::kModule, ::GetModuleHandleW(nullptr));
+
+    alert = std::make_unique<DefaultStatusDialog>(description, true);
+
+    ASSERT_NE(alert->window(), nullptr);
+    EXPECT_EQ(textOf(1004), kOfTheTemplate);
+    EXPECT_EQ(textOf(1012), kOfTheTemplate);
+    EXPECT_EQ(textOf(132), kOfTheTemplate);
 }
 
 TEST_F(AlertWindowTest, OpensAtItsPosition) {
