@@ -46,6 +46,16 @@ bool needsSnoozeChoice(std::int32_t status) {
     return status == kTonerLow || status == kTonerVeryLow;
 }
 
+// An accelerator sends 1, and so does every choice in the snooze list and a link that is clicked
+// twice. A button sends 5 for the second click of a double click, but only a drawn one; it has sent
+// its command at the first click already.
+bool repeatsAnAction(int control, unsigned notice) {
+    constexpr unsigned kFromAccelerator = 1;
+    constexpr unsigned kDoubleClicked = 5;
+    return notice == kFromAccelerator ||
+           (notice == kDoubleClicked && buttonFace(control) != nullptr);
+}
+
 }  // namespace
 
 DefaultStatusDialog::DefaultStatusDialog(const arbor::IPropertyHolder& description, bool createNow)
@@ -171,12 +181,10 @@ std::wstring DefaultStatusDialog::buttonCaption(const ButtonFace& face) const {
 
 DialogResult DefaultStatusDialog::onCommand(WindowHandle window, MessageWord wParam,
                                             MessageLong lParam) {
-    constexpr MessageWord kLowWord = 0xFFFF;
-    constexpr unsigned kWordBits = 16;
-    constexpr MessageWord kFromAccelerator = 1;  // also what every choice in the list sends
-    if (((wParam >> kWordBits) & kLowWord) == kFromAccelerator) return kHandled;
+    const int control = commandControl(wParam);
+    if (repeatsAnAction(control, commandNotice(wParam))) return kHandled;
     // After each of these the alert may be gone.
-    switch (static_cast<int>(wParam & kLowWord)) {
+    switch (control) {
         case IDC_ALERT_RECYCLE:
         case IDC_ALERT_RETURNS_LINK:
             notify(alert_action::kRecycle);

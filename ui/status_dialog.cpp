@@ -23,7 +23,6 @@ constexpr int kFirstPosition = 100;               // pixels, until the owner set
 constexpr std::int32_t kAbsent = -1;              // the text of no medium and of no tray
 constexpr wchar_t kNoMessageText[] = L"unknown";  // what a description without the text reads
 constexpr char kNoPartNumber[] = "unknown";
-constexpr MessageWord kLowWord = 0xFFFF;
 
 // Commands of the plain alert that are actions of their own; every other id is its own code.
 struct CommandRow {
@@ -180,7 +179,7 @@ void StatusDialog::announceExtras(WindowHandle window) {
 }
 
 void StatusDialog::command(WindowHandle window, MessageWord wParam, MessageLong lParam) {
-    const int control = static_cast<int>(wParam & kLowWord);
+    const int control = commandControl(wParam);
     for (const CommandRow& row : kCommandRows) {
         if (row.control == control) return notify(row.action);
     }

@@ -11,3 +11,11 @@ using WindowMessage = unsigned int;
 using MessageWord = std::uintptr_t;  // wParam
 using MessageLong = std::intptr_t;   // lParam
 using DialogResult = std::intptr_t;  // what a dialog procedure answers
+
+// The two halves of the wParam of a WM_COMMAND message: whose it is, and what happened to it.
+[[nodiscard]] constexpr int commandControl(MessageWord wParam) noexcept {
+    return static_cast<int>(wParam & 0xFFFFU);
+}
+[[nodiscard]] constexpr unsigned commandNotice(MessageWord wParam) noexcept {
+    return static_cast<unsigned>((wParam >> 16U) & 0xFFFFU);
+}

@@ -64,6 +64,29 @@ TEST_F(DefaultStatusDialogTest, IgnoresACommandFromAnAccelerator) {
     EXPECT_TRUE(headless::messages().empty());
 }
 
+// A drawn button that is clicked twice quickly sends a click and then a double click.
+TEST_F(DefaultStatusDialogTest, TellsOneActionForADoubleClickOnADrawnButton) {
+    constexpr unsigned kDoubleClick = 5U << 16U;
+    openQuietly(0, 41100);
+
+    for (const unsigned control : {1018U, 134U, 131U, 130U}) {
+        headless::sendCommand(window(), control);
+        headless::sendCommand(window(), control | kDoubleClick);
+    }
+
+    EXPECT_EQ(codes(), (Codes{104, 101, 2}));
+    EXPECT_EQ(headless::messages().size(), 1U);
+}
+
+TEST_F(DefaultStatusDialogTest, TellsEveryNoticeOfAControlThatIsNotDrawn) {
+    constexpr unsigned kNotice5 = 5U << 16U;
+    openQuietly(0, 41100);
+
+    headless::sendCommand(window(), 1008U | kNotice5);
+
+    EXPECT_EQ(codes(), (Codes{1008}));
+}
+
 TEST_F(DefaultStatusDialogTest, TellsThatItWasClosedAndHidesItsWindow) {
     openQuietly(0, 41100);
 

@@ -103,6 +103,13 @@ void pumpFor(int milliseconds) {
     }
 }
 
+void doubleClick(HWND control) {
+    constexpr UINT kMessages[] = {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP};
+    constexpr LPARAM kInside = MAKELPARAM(5, 5);
+    for (const UINT message : kMessages)
+        ::SendMessageW(control, message, MK_LBUTTON, kInside);
+}
+
 void savePicture(HWND window, const std::wstring& path) {
     RECT place{};
     ::GetWindowRect(window, &place);

@@ -46,6 +46,9 @@ private:
 void pump();
 void pumpFor(int milliseconds);
 
+// The messages of a double click on a control, as the system sends them.
+void doubleClick(HWND control);
+
 // Writes what the screen shows of a window to a bitmap file.
 void savePicture(HWND window, const std::wstring& path);
 

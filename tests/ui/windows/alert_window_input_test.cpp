@@ -93,6 +93,15 @@ TEST_F(AlertWindowTest, HearsAltAndASmallLetter) {
     EXPECT_EQ(codes, (Codes{104}));
 }
 
+TEST_F(AlertWindowTest, TellsOneActionForADoubleClick) {
+    open(0);
+
+    for (const int button : {1018, 134})
+        alert_desktop::doubleClick(control(button));
+
+    EXPECT_EQ(codes, (Codes{104, 101}));
+}
+
 TEST_F(AlertWindowTest, LeavesTheKeyboardOfOtherWindowsAlone) {
     open(0);
     const HWND other = ::CreateWindowExW(0, L"Button", L"other", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
