@@ -25,11 +25,13 @@ constexpr int kBannerFontHeight = 24;                // pixels
 constexpr wchar_t kBannerFont[] = L"MS Shell Dlg 2";
 constexpr int kLinkGap = 4;  // pixels between the halves of the learn-more line
 
-// What the last showValidationDialog() was called with: the check is one at a time.
+// The check that is open, and what showValidationDialog() was called with for it. There is one at a
+// time: two of them would ask the same question, and submitting either ends the process.
 struct CheckState {
     HINSTANCE module = nullptr;
     void* strings = nullptr;
     std::wstring printerName;
+    HWND window = nullptr;
 };
 CheckState& state() {
     static CheckState instance;
@@ -132,8 +134,16 @@ INT_PTR paint(HWND dialog) {
 // What both windows do with every message but their own commands.
 INT_PTR commonAnswer(HWND dialog, UINT message, WPARAM wParam) {
     if (isColourRequest(message)) return paintFace(dialog, message, wParam);
-    if (message == WM_NCDESTROY) WindowResources::release(dialog);
+    if (message == WM_NCDESTROY) {
+        WindowResources::release(dialog);
+        if (dialog == state().window) state().window = nullptr;
+    }
     return FALSE;
+}
+
+// A link sends STN_CLICKED for the first click of a double click and STN_DBLCLK for the second.
+bool isSecondClick(WPARAM wParam) {
+    return HIWORD(wParam) == STN_DBLCLK;
 }
 
 INT_PTR answerDetails(HWND dialog, UINT message, WPARAM wParam) {
@@ -142,6 +152,7 @@ INT_PTR answerDetails(HWND dialog, UINT message, WPARAM wParam) {
             prepare(dialog, IDS_DETAILS_TITLE, cartridgeCheckDetailTexts());
             return TRUE;
         case WM_COMMAND:
+            if (isSecondClick(wParam)) return TRUE;
             if (LOWORD(wParam) == IDC_DETAILS_PRIVACY_LINK) {
                 openPrivacyPage();
             } else {
@@ -191,6 +202,7 @@ INT_PTR answerCheck(HWND dialog, UINT message, WPARAM wParam) {
             dialog_controls::setDefaultButton(dialog, IDC_CHECK_SUBMIT);
             return TRUE;
         case WM_COMMAND:
+            if (isSecondClick(wParam)) return TRUE;
             return answerCheckCommand(dialog, LOWORD(wParam));
         case WM_PAINT:
             return paint(dialog);
@@ -202,9 +214,15 @@ INT_PTR answerCheck(HWND dialog, UINT message, WPARAM wParam) {
 }  // namespace
 
 void showValidationDialog(void* hinstance, void* hSinstance, const std::wstring& printerName) {
-    state() = {static_cast<HINSTANCE>(hinstance), hSinstance, printerName};
+    if (state().window != nullptr) {
+        // While its details are open they are in front, and the check takes no input.
+        bringToFront(::GetLastActivePopup(state().window));
+        return;
+    }
+    state() = {static_cast<HINSTANCE>(hinstance), hSinstance, printerName, nullptr};
     const HWND dialog = createDialog(state().module, IDD_CARTRIDGE_CHECK, guarded<answerCheck>, 0);
     if (dialog == nullptr) return;
+    state().window = dialog;
     ::ShowWindow(dialog, SW_SHOW);
     bringToFront(dialog);
 }

@@ -1,11 +1,15 @@
 #include "ui/validation_dialog.h"
 
+#include "platform/registry.h"
+#include "tests/support/trace_lines.h"
 #include "tests/ui/windows/alert_desktop.h"
 #include "ui/validation_texts.h"
+#include "ui/windows/display_settings.h"
 #include "ui/windows/gdi_handles.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 
 namespace {
@@ -71,6 +75,42 @@ TEST_F(ValidationDialogTest, EndsWithEscAndWithItsCloseBox) {
     EXPECT_FALSE(::IsWindow(check));
 }
 
+int checksWithThisTitle = 0;
+HWND broughtToFront = nullptr;
+
+BOOL CALLBACK countChecks(HWND window, LPARAM title) {
+    wchar_t text[512] = {};
+    ::GetWindowTextW(window, text, 512);
+    if (*reinterpret_cast<const std::wstring*>(title) == text) ++checksWithThisTitle;
+    return TRUE;
+}
+
+BOOL WINAPI recordForeground(HWND window) {
+    broughtToFront = window;
+    return TRUE;
+}
+
+TEST_F(ValidationDialogTest, ComesToTheFrontWhenItIsAskedForWhileItIsOpen) {
+    setForegroundFunction(&recordForeground);
+    checksWithThisTitle = 0;
+    const std::wstring title = alert_desktop::text(kCheckTitle);
+
+    showValidationDialog(::GetModuleHandleW(nullptr), alert_desktop::strings(), L"Hall");
+
+    setForegroundFunction(nullptr);
+    ::EnumThreadWindows(::GetCurrentThreadId(), &countChecks, reinterpret_cast<LPARAM>(&title));
+    EXPECT_EQ(checksWithThisTitle, 1);
+    EXPECT_EQ(broughtToFront, check);
+}
+
+TEST_F(ValidationDialogTest, OpensAgainAfterItWasClosed) {
+    ::SendDlgItemMessageW(check, kDecline, BM_CLICK, 0, 0);
+
+    SetUp();
+
+    EXPECT_TRUE(::IsWindowVisible(check));
+}
+
 TEST_F(ValidationDialogTest, IgnoresEveryOtherCommand) {
     ::SendMessageW(check, WM_COMMAND, 4711, 0);
 
@@ -80,6 +120,7 @@ TEST_F(ValidationDialogTest, IgnoresEveryOtherCommand) {
 
 // What the modal details looked like while their own loop ran.
 struct Details {
+    HWND window = nullptr;
     bool ownerEnabled = true;
     HWND owner = nullptr;
     std::wstring privacy;
@@ -107,6 +148,55 @@ TEST_F(ValidationDialogTest, ExplainsInAModalWindowWhatIsSent) {
     EXPECT_EQ(details.privacy, alert_desktop::text(1049));
     EXPECT_TRUE(details.privacyIsLink);
     EXPECT_TRUE(::IsWindowEnabled(check));
+}
+
+void CALLBACK askAgainAndEnd(HWND, UINT, UINT_PTR timer, DWORD) {
+    ::KillTimer(nullptr, timer);
+    showValidationDialog(::GetModuleHandleW(nullptr), alert_desktop::strings(), L"Hall");
+    details.window = ::FindWindowW(nullptr, alert_desktop::text(kDetailsTitle).c_str());
+    ::PostMessageW(details.window, WM_COMMAND, 1, 0);
+}
+
+// The check itself takes no input while its details are open.
+TEST_F(ValidationDialogTest, BringsItsDetailsToTheFrontWhileTheyAreOpen) {
+    setForegroundFunction(&recordForeground);
+    ::SetTimer(nullptr, 0, 50, askAgainAndEnd);
+
+    ::SendMessageW(check, WM_COMMAND, kLearnMore, 0);
+
+    setForegroundFunction(nullptr);
+    EXPECT_NE(details.window, nullptr);
+    EXPECT_EQ(broughtToFront, details.window);
+}
+
+// Opening the maker's page traces this line once when the configured address cannot be used.
+constexpr char kOpened[] = "TERNA - setting WebSite is no http address, using the default";
+
+void setMachineText(const wchar_t* path, const wchar_t* name, const std::wstring& text) {
+    platform::RegistryKey key;
+    ASSERT_EQ(key.createForWriting(platform::Hive::LocalMachine, path), 0U);
+    ASSERT_EQ(key.write(name, platform::ValueType::String, text.c_str(),
+                        static_cast<std::uint32_t>((text.size() + 1) * sizeof(wchar_t))),
+              0U);
+}
+
+void CALLBACK doubleClickPrivacyAndEnd(HWND, UINT, UINT_PTR timer, DWORD) {
+    ::KillTimer(nullptr, timer);
+    const HWND window = ::FindWindowW(nullptr, alert_desktop::text(kDetailsTitle).c_str());
+    alert_desktop::doubleClick(::GetDlgItem(window, 1049));
+    ::PostMessageW(window, WM_COMMAND, 1, 0);
+}
+
+TEST_F(ValidationDialogTest, OpensThePrivacyPageOnceForADoubleClick) {
+    setMachineText(L"Software\\Classes\\https\\shell\\open\\command", L"",
+                   L"C:\\windows\\system32\\cmd.exe /c exit");
+    setMachineText(L"SOFTWARE\\Corvane\\QVBL7400 SM", L"WebSite", L"no address");
+    const TraceLines lines;
+    ::SetTimer(nullptr, 0, 50, doubleClickPrivacyAndEnd);
+
+    ::SendMessageW(check, WM_COMMAND, kLearnMore, 0);
+
+    EXPECT_EQ(lines.count(kOpened), 1U);
 }
 
 TEST(ValidationDialog, IsNotShownWhereItsTemplateIsMissing) {
