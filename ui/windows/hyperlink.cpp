@@ -1,6 +1,7 @@
 #include "ui/windows/hyperlink.h"
 
 #include "platform/trace.h"
+#include "ui/windows/display_settings.h"
 #include "ui/windows/window_resources.h"
 
 namespace {
@@ -52,8 +53,10 @@ LRESULT CALLBACK linkProcedure(HWND window, UINT message, WPARAM wParam, LPARAM 
     return callOriginal(original, window, message, wParam, lParam);
 }
 
+// The trace says blue under a high-contrast scheme too: people search for its words.
 void paintBlue(HDC dc, HWND control) {
-    if (::SetTextColor(dc, kLinkColour) == CLR_INVALID) {
+    const COLORREF colour = isHighContrast() ? ::GetSysColor(COLOR_HOTLIGHT) : kLinkColour;
+    if (::SetTextColor(dc, colour) == CLR_INVALID) {
         platform::trace("TERNA - failed SetTextColor");
     } else {
         platform::trace("TERNA - SetTextColor to blue hwnd=%#x,hdc=%#x", shown(control), shown(dc));

@@ -2,8 +2,9 @@
 
 #include <windows.h>
 
-// Makes a static control a link: blue, with a hand for a cursor, and a command of its dialog when
-// it is clicked. Control and dialog get their own procedures back when they are destroyed.
+// Makes a static control a link: blue (under a high-contrast scheme in the system's colour for
+// links), with a hand for a cursor, and a command of its dialog when it is clicked. Control and
+// dialog get their own procedures back when they are destroyed.
 void SetHyperLink(HWND control);
 
 // Gives a control its own font again, underlined when asked. The font lives as long as the

@@ -1,6 +1,7 @@
 #include "ui/windows/hyperlink.h"
 
 #include "tests/support/trace_lines.h"
+#include "ui/windows/display_settings.h"
 #include "ui/windows/gdi_handles.h"
 #include "ui/windows/window_resources.h"
 
@@ -88,6 +89,17 @@ TEST_F(HyperlinkTest, IsBlueWhereOtherTextsAreNot) {
     EXPECT_EQ(textColourOf(second), RGB(0, 0, 255));
     EXPECT_NE(textColourOf(plain), RGB(0, 0, 255));
     EXPECT_EQ(lines.all().front().find("TERNA - SetHyperLink hwndCtl=0x"), 0U);
+}
+
+TEST_F(HyperlinkTest, HasTheSystemsLinkColourUnderHighContrast) {
+    ASSERT_NE(::GetSysColor(COLOR_HOTLIGHT), RGB(0, 0, 255));
+    setHighContrastQuery([] { return true; });
+    SetHyperLink(first);
+
+    const COLORREF colour = textColourOf(first);
+
+    setHighContrastQuery(nullptr);
+    EXPECT_EQ(colour, ::GetSysColor(COLOR_HOTLIGHT));
 }
 
 TEST_F(HyperlinkTest, TakesOverTheParentOnceHoweverManyLinksItHas) {
