@@ -33,8 +33,9 @@ public:
 
     // Where the window opens, in pixels of the screen.
     void setPosition(int x, int y) noexcept;
-    // Makes the window and shows it in front. False: there is no window, and the owner drops the
-    // object; it never destroys itself, so no owner is left with a dangling pointer.
+    // Makes the window, fills it and shows it in front. False: there is no window, also where it
+    // could be made but not be filled, and the owner drops the object; it never destroys itself, so
+    // no owner is left with a dangling pointer.
     bool create();
     // Null before create(). The window lives until destroyAlertWindow() or this object's end; when
     // the user closes it, it is hidden but still there.

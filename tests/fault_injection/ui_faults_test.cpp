@@ -7,6 +7,7 @@
 #include "tests/support/strings_table.h"
 #include "ui/alert_actions.h"
 #include "ui/alert_factory.h"
+#include "ui/alert_window.h"
 
 #include "arbor/i_message.h"
 #include "arbor/property_holder.h"
@@ -69,6 +70,32 @@ TEST_P(UiFaultsTest, AnAlertIsMadeWholeOrNotAtAll) {
             fault_injection::everyAllocation(GetParam(), scene, check);
 
         EXPECT_GT(outcome.points, 10);
+    }
+    cleanPlatform();
+}
+
+// An alert that shows half of its texts would count as shown.
+TEST_P(UiFaultsTest, AnAlertThatCannotBeFilledIsNotOpened) {
+    for (const auto& [type, status] : {std::pair{1, 41003}, {4, 10209}, {3, 40120}}) {
+        cleanPlatform();
+        headless::reset();
+        arbor::PropertyHolder description;
+        describe(description, speakEnglish(), type, status);
+        const std::unique_ptr<DefaultStatusDialog> alert = createAlertDialog(description);
+        ASSERT_NE(alert, nullptr);
+        bool opened = false;
+        const auto scene = [&] { return [&] { opened = alert->create(); }; };
+        const auto check = [&](long failed) {
+            EXPECT_EQ(opened, failed == 0);
+            EXPECT_EQ(alert->window() != nullptr, opened);
+            EXPECT_EQ(headless::windows().size(), opened ? 1U : 0U);
+            if (opened) destroyAlertWindow(alert->window());
+        };
+
+        const fault_injection::Outcome outcome =
+            fault_injection::everyAllocation(GetParam(), scene, check);
+
+        EXPECT_GT(outcome.points, 3);
     }
     cleanPlatform();
 }

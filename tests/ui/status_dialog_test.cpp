@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -57,6 +58,19 @@ TEST_F(StatusDialogTest, SaysThatThereIsNoWindowAndLeavesTheRestToItsOwner) {
 
     EXPECT_FALSE(dialog.create());
     EXPECT_EQ(dialog.window(), nullptr);
+}
+
+TEST_F(StatusDialogTest, KeepsNoWindowThatCouldNotBeFilled) {
+    describe(0, 41100);
+    description.setInt(L"dialogID", 137);
+    description.setInt(L"idsSnoozeSelect", 114);
+    DefaultStatusDialog dialog(description, false);
+    onTold = [](const Told&) { throw std::bad_alloc(); };
+
+    EXPECT_FALSE(dialog.create());
+
+    EXPECT_EQ(dialog.window(), nullptr);
+    EXPECT_TRUE(headless::windows().empty());
 }
 
 TEST_F(StatusDialogTest, TakesItsWindowWithIt) {

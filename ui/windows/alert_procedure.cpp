@@ -4,6 +4,7 @@
 #include "ui/status_dialog.h"
 #include "ui/windows/dialog_template.h"
 #include "ui/windows/face_colours.h"
+#include "ui/windows/window_properties.h"
 #include "ui/windows/window_resources.h"
 
 #include <exception>
@@ -22,8 +23,22 @@ StatusDialog* receiverOf(HWND window) noexcept {
 
 }  // namespace
 
+// What the procedure needs at WM_INITDIALOG, and how that ended. The system makes the window
+// whatever the procedure answers, so the answer has to come back on a way of our own.
+struct AlertWindow::Opening {
+    StatusDialog& dialog;
+    bool isFilled = false;
+};
+
 HWND AlertWindow::make(HINSTANCE module, int templateId, StatusDialog& dialog) {
-    return createDialog(module, templateId, procedure, reinterpret_cast<LPARAM>(&dialog));
+    Opening opening{dialog};
+    const HWND window =
+        createDialog(module, templateId, procedure, reinterpret_cast<LPARAM>(&opening));
+    if (window == nullptr || opening.isFilled) return window;
+    // An alert with half of its texts would count as shown, and its reader would miss the rest.
+    cutOff(window);
+    ::DestroyWindow(window);
+    return nullptr;
 }
 
 bool AlertWindow::isAlert(HWND window) noexcept {
@@ -38,12 +53,21 @@ void AlertWindow::cutOff(HWND window) noexcept {
     ::SetWindowLongPtrW(window, GWLP_USERDATA, 0);
 }
 
+// The property comes first: without it the object would not hear of the window's end, and the
+// window would keep a pointer to an object that is gone.
 void AlertWindow::attach(HWND window, StatusDialog& dialog) {
-    ::SetPropW(window, kObjectProperty, &dialog);
+    setWindowProperty(window, kObjectProperty, &dialog);
     ::SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&dialog));
     dialog.setWindow(window);
     WindowResources::of(window).filterKeys(window);
     keepPicturesUnmirrored(window);
+}
+
+INT_PTR AlertWindow::open(HWND window, WPARAM wParam, Opening& opening) {
+    attach(window, opening.dialog);
+    const INT_PTR result = opening.dialog.dlgProc(window, WM_INITDIALOG, wParam, 0);
+    opening.isFilled = true;
+    return result;
 }
 
 void AlertWindow::forget(HWND window) noexcept {
@@ -56,7 +80,9 @@ void AlertWindow::forget(HWND window) noexcept {
 INT_PTR AlertWindow::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     INT_PTR result = FALSE;
     try {
-        if (message == WM_INITDIALOG) attach(window, *reinterpret_cast<StatusDialog*>(lParam));
+        if (message == WM_INITDIALOG) {
+            return open(window, wParam, *reinterpret_cast<Opening*>(lParam));
+        }
         if (message == WM_DESTROY) WindowResources::detachPictures(window);
         if (StatusDialog* dialog = receiverOf(window)) {
             result = dialog->dlgProc(window, message, wParam, lParam);

@@ -9,7 +9,7 @@ class StatusDialog;
 // a property, which stays as long as the window so that the object hears of its end.
 class AlertWindow {
 public:
-    // Null when the window cannot be made.
+    // Null when the window cannot be made, or not be filled: there is no window then.
     static HWND make(HINSTANCE module, int templateId, StatusDialog& dialog);
     // Whether this is a living window of an alert.
     [[nodiscard]] static bool isAlert(HWND window) noexcept;
@@ -18,8 +18,11 @@ public:
     static void cutOff(HWND window) noexcept;
 
 private:
+    struct Opening;
+
     static INT_PTR CALLBACK procedure(HWND window, UINT message, WPARAM wParam,
                                       LPARAM lParam) noexcept;
     static void attach(HWND window, StatusDialog& dialog);
+    static INT_PTR open(HWND window, WPARAM wParam, Opening& opening);
     static void forget(HWND window) noexcept;
 };

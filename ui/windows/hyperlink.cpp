@@ -2,6 +2,7 @@
 
 #include "platform/trace.h"
 #include "ui/windows/display_settings.h"
+#include "ui/windows/window_properties.h"
 #include "ui/windows/window_resources.h"
 
 namespace {
@@ -33,7 +34,7 @@ void restoreProcedure(HWND window, WNDPROC original) {
 // The properties hold whole pointers.
 void subclass(HWND window, WNDPROC procedure) {
     const LONG_PTR before = ::GetWindowLongPtrW(window, GWLP_WNDPROC);
-    if (!::SetPropW(window, kOriginalProcedure, reinterpret_cast<HANDLE>(before))) return;
+    setWindowProperty(window, kOriginalProcedure, reinterpret_cast<HANDLE>(before));
     ::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure));
 }
 
@@ -84,7 +85,7 @@ void SetHyperLink(HWND control) {
     const LONG_PTR style = ::GetWindowLongPtrW(control, GWL_STYLE);
     ::SetWindowLongPtrW(control, GWL_STYLE, style | SS_NOTIFY);
     subclass(control, linkProcedure);
-    ::SetPropW(control, kBlueText, reinterpret_cast<HANDLE>(static_cast<INT_PTR>(1)));
+    setWindowProperty(control, kBlueText, reinterpret_cast<HANDLE>(static_cast<INT_PTR>(1)));
 
     const HWND parent = ::GetParent(control);
     if (parent == nullptr || originalProcedure(parent) != nullptr) return;

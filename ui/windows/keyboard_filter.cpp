@@ -1,5 +1,7 @@
 #include "ui/windows/keyboard_filter.h"
 
+#include "ui/windows/window_properties.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -47,8 +49,8 @@ LRESULT CALLBACK onMessage(int code, WPARAM removal, LPARAM lParam) noexcept {
 
 }  // namespace
 
-KeyboardFilter::KeyboardFilter(HWND dialog) noexcept : _dialog(dialog) {
-    ::SetPropW(_dialog, kProperty, _dialog);
+KeyboardFilter::KeyboardFilter(HWND dialog) : _dialog(dialog) {
+    setWindowProperty(_dialog, kProperty, _dialog);
     if (users++ == 0) {
         installed = ::SetWindowsHookExW(WH_GETMESSAGE, onMessage, nullptr, ::GetCurrentThreadId());
     }

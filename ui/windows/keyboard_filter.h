@@ -9,7 +9,8 @@
 // made it, for as long as one of these objects lives there.
 class KeyboardFilter {
 public:
-    explicit KeyboardFilter(HWND dialog) noexcept;
+    // std::bad_alloc when the dialog cannot be marked as one that is served.
+    explicit KeyboardFilter(HWND dialog);
     ~KeyboardFilter();
     KeyboardFilter(const KeyboardFilter&) = delete;
     KeyboardFilter& operator=(const KeyboardFilter&) = delete;

@@ -32,6 +32,7 @@ struct CheckState {
     void* strings = nullptr;
     std::wstring printerName;
     HWND window = nullptr;
+    bool isFilled = false;  // its WM_INITDIALOG ended well
 };
 CheckState& state() {
     static CheckState instance;
@@ -171,6 +172,8 @@ INT_PTR CALLBACK guarded(HWND dialog, UINT message, WPARAM wParam, LPARAM) noexc
         return answer(dialog, message, wParam);
     } catch (const std::exception& error) {
         platform::trace("TERNA - error: %s", error.what());
+        // A page with half of its texts must not ask. A modal one ends by this before it is shown.
+        if (message == WM_INITDIALOG) ::EndDialog(dialog, 0);
         return FALSE;
     }
 }
@@ -200,6 +203,7 @@ INT_PTR answerCheck(HWND dialog, UINT message, WPARAM wParam) {
             prepare(dialog, IDS_CHECK_TITLE, cartridgeCheckTexts());
             joinLearnMore(dialog);
             dialog_controls::setDefaultButton(dialog, IDC_CHECK_SUBMIT);
+            state().isFilled = true;
             return TRUE;
         case WM_COMMAND:
             if (isSecondClick(wParam)) return TRUE;
@@ -219,9 +223,13 @@ void showValidationDialog(void* hinstance, void* hSinstance, const std::wstring&
         bringToFront(::GetLastActivePopup(state().window));
         return;
     }
-    state() = {static_cast<HINSTANCE>(hinstance), hSinstance, printerName, nullptr};
+    state() = {static_cast<HINSTANCE>(hinstance), hSinstance, printerName, nullptr, false};
     const HWND dialog = createDialog(state().module, IDD_CARTRIDGE_CHECK, guarded<answerCheck>, 0);
     if (dialog == nullptr) return;
+    if (!state().isFilled) {
+        ::DestroyWindow(dialog);
+        return;
+    }
     state().window = dialog;
     ::ShowWindow(dialog, SW_SHOW);
     bringToFront(dialog);

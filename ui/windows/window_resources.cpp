@@ -1,7 +1,8 @@
 #include "ui/windows/window_resources.h"
 
+#include "ui/windows/window_properties.h"
+
 #include <memory>
-#include <new>
 #include <utility>
 
 namespace {
@@ -17,7 +18,7 @@ WindowResources* kept(HWND dialog) noexcept {
 WindowResources& WindowResources::of(HWND dialog) {
     if (WindowResources* resources = kept(dialog)) return *resources;
     auto resources = std::make_unique<WindowResources>();
-    if (!::SetPropW(dialog, kProperty, resources.get())) throw std::bad_alloc();
+    setWindowProperty(dialog, kProperty, resources.get());
     return *resources.release();  // release() of the window deletes it
 }
 

@@ -5,6 +5,8 @@
 #include "ui/menu_character.h"
 #include "ui/validation_dialog.h"
 
+#include <new>
+
 // What the real window half does, on the recorded windows.
 
 namespace {
@@ -33,17 +35,24 @@ StatusDialog::~StatusDialog() {
 }
 
 bool StatusDialog::create() {
-    const WindowHandle handle = headless::openWindow(_templateId);
-    if (handle == nullptr) return false;
-    headless::Window* window = headless::find(handle);
-    window->dialog = this;
-    window->receiver = this;
-    _window = handle;
-    recordPainted(handle, IDC_ALERT_PICTURE, _pictureId);
-    recordPainted(handle, IDC_ALERT_ICON, _iconId);
-    headless::deliver(handle, headless::kInitDialog, 0, 0);
-    window->visible = true;
-    return true;
+    WindowHandle handle = nullptr;
+    try {
+        handle = headless::openWindow(_templateId);
+        if (handle == nullptr) return false;
+        headless::Window* window = headless::find(handle);
+        window->dialog = this;
+        window->receiver = this;
+        _window = handle;
+        recordPainted(handle, IDC_ALERT_PICTURE, _pictureId);
+        recordPainted(handle, IDC_ALERT_ICON, _iconId);
+        dlgProc(handle, headless::kInitDialog, 0, 0);
+        window->visible = true;
+        headless::countOpened();
+        return true;
+    } catch (const std::bad_alloc&) {
+        destroyAlertWindow(handle);
+        return false;
+    }
 }
 
 void StatusDialog::close(WindowHandle window) {

@@ -131,7 +131,6 @@ WindowHandle openWindow(int templateId) {
     if (desktop().creationFails || !addTemplate(*window)) return nullptr;
     const auto handle = reinterpret_cast<WindowHandle>(++desktop().lastHandle);
     desktop().windows.emplace_back(handle, std::move(window));
-    ++desktop().opened;
     return handle;
 }
 
@@ -140,6 +139,10 @@ void eraseWindow(WindowHandle window) {
     const auto found =
         std::find_if(all.begin(), all.end(), [window](const auto& e) { return e.first == window; });
     if (found != all.end()) all.erase(found);
+}
+
+void countOpened() {
+    ++desktop().opened;
 }
 
 void countDismissed() {

@@ -64,7 +64,7 @@ void reset();
 
 // The windows that exist, hidden ones included, in the order in which they opened.
 [[nodiscard]] std::vector<WindowHandle> windows();
-// How many windows were opened, those that are gone included, and how many of them were dismissed
+// How many alerts were shown, those that are gone included, and how many of them were dismissed
 // by the end of the document.
 [[nodiscard]] int openedWindows();
 [[nodiscard]] int dismissedWindows();

@@ -17,6 +17,7 @@ inline constexpr int kLinkControls[] = {IDC_ALERT_SHOP_LINK, IDC_ALERT_RETURNS_L
                                         IDC_ALERT_FRAUD_LINK, IDC_ALERT_DETAIL};
 
 void eraseWindow(WindowHandle window);
+void countOpened();
 void countDismissed();
 void addMessage(Message message);
 void addCheck(CartridgeCheck check);

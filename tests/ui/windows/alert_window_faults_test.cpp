@@ -1,0 +1,150 @@
+// Alert windows for which something fails while they open. The program has an `operator new` that
+// fails on demand.
+#include "tests/support/allocation_faults.h"
+#include "tests/ui/windows/alert_desktop.h"
+#include "ui/alert_factory.h"
+#include "ui/validation_dialog.h"
+#include "ui/windows/window_properties.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <string>
+
+namespace {
+
+using fault_injection::Mode;
+
+constexpr unsigned kCheckTitle = 1064;
+constexpr int kTonerLowType = 4, kNewCartridgeType = 25;
+
+using Texts = std::map<int, std::wstring>;
+
+BOOL CALLBACK collectText(HWND control, LPARAM texts) {
+    wchar_t text[512] = {};
+    ::SendMessageW(control, WM_GETTEXT, 512, reinterpret_cast<LPARAM>(text));
+    auto& found = (*reinterpret_cast<Texts*>(texts))[::GetDlgCtrlID(control)];
+    found = text;
+    found += ::IsWindowVisible(control) ? L"" : L" (hidden)";
+    found += ::GetPropW(control, L"_Blue_Text_") != nullptr ? L" (link)" : L"";
+    return TRUE;
+}
+
+// What all controls of a dialog show.
+Texts textsOf(HWND dialog) {
+    Texts texts;
+    ::EnumChildWindows(dialog, &collectText, reinterpret_cast<LPARAM>(&texts));
+    return texts;
+}
+
+BOOL CALLBACK countDialog(HWND window, LPARAM count) {
+    wchar_t name[32] = {};
+    ::GetClassNameW(window, name, 32);
+    if (std::wstring(name) == L"#32770") ++*reinterpret_cast<int*>(count);
+    return TRUE;
+}
+
+// Hidden ones included.
+int dialogsOfThisThread() {
+    int count = 0;
+    ::EnumThreadWindows(::GetCurrentThreadId(), &countDialog, reinterpret_cast<LPARAM>(&count));
+    return count;
+}
+
+std::unique_ptr<DefaultStatusDialog> newAlert(int type) {
+    arbor::PropertyHolder description;
+    alert_desktop::describe(description, type, 0);
+    return createAlertDialog(description);
+}
+
+class AlertWindowFaultsTest : public testing::TestWithParam<Mode> {};
+
+TEST_P(AlertWindowFaultsTest, AnAlertForWhichMemoryRunsOutOpensWholeOrNotAtAll) {
+    for (const int type : {kTonerLowType, kNewCartridgeType}) {
+        std::unique_ptr<DefaultStatusDialog> alert;
+        bool opened = false;
+        Texts whole;
+        const auto scene = [&] {
+            alert = newAlert(type);
+            return [&] { opened = alert->create(); };
+        };
+        const auto check = [&](long failed) {
+            if (failed == 0) {
+                ASSERT_TRUE(opened);
+                whole = textsOf(alert->window());
+            }
+            EXPECT_EQ(dialogsOfThisThread(), opened ? 1 : 0) << failed;
+            EXPECT_EQ(alert->window() != nullptr, opened) << failed;
+            if (opened) {
+                EXPECT_EQ(textsOf(alert->window()), whole) << failed;
+            }
+            alert.reset();
+            alert_desktop::pump();
+            EXPECT_EQ(dialogsOfThisThread(), 0) << failed;
+        };
+
+        const fault_injection::Outcome outcome =
+            fault_injection::everyAllocation(GetParam(), scene, check);
+
+        EXPECT_GE(outcome.points, 5);
+    }
+}
+
+TEST_P(AlertWindowFaultsTest, ACartridgeCheckForWhichMemoryRunsOutOpensWholeOrNotAtAll) {
+    const std::wstring title = alert_desktop::text(kCheckTitle);
+    const std::wstring printer = L"Laser printer of the whole first floor";
+    Texts whole;
+    const auto scene = [&] {
+        return [&] {
+            showValidationDialog(::GetModuleHandleW(nullptr), alert_desktop::strings(), printer);
+        };
+    };
+    const auto check = [&](long failed) {
+        const HWND window = ::FindWindowW(nullptr, title.c_str());
+        if (failed == 0) whole = textsOf(window);
+        EXPECT_EQ(dialogsOfThisThread(), window != nullptr ? 1 : 0) << failed;
+        if (window != nullptr) {
+            EXPECT_EQ(textsOf(window), whole) << failed;
+            ::DestroyWindow(window);
+        }
+        alert_desktop::pump();
+    };
+
+    const fault_injection::Outcome outcome =
+        fault_injection::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GT(outcome.points, 10);
+    EXPECT_FALSE(whole.empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(OnceAndForGood, AlertWindowFaultsTest,
+                         testing::Values(Mode::Once, Mode::FromThenOn));
+
+int propertiesUntilFailure = 0;
+
+BOOL WINAPI failOnce(HWND window, LPCWSTR name, HANDLE value) {
+    return --propertiesUntilFailure == 0 ? FALSE : ::SetPropW(window, name, value);
+}
+
+TEST(AlertWindowFaults, AnAlertWhoseWindowTakesNoPropertyIsNotOpened) {
+    setPropertyFunction(&failOnce);
+    int failures = 0;
+    for (int nth = 1; failures < nth; ++nth) {
+        propertiesUntilFailure = nth;
+        std::unique_ptr<DefaultStatusDialog> alert = newAlert(kTonerLowType);
+
+        const bool opened = alert->create();
+
+        if (propertiesUntilFailure > 0) break;  // all calls are through
+        ++failures;
+        EXPECT_FALSE(opened) << nth;
+        EXPECT_EQ(alert->window(), nullptr) << nth;
+        alert.reset();
+        EXPECT_EQ(dialogsOfThisThread(), 0) << nth;
+    }
+    setPropertyFunction(nullptr);
+    EXPECT_GE(failures, 3);
+}
+
+}  // namespace
