@@ -3,7 +3,7 @@
 #include "ui/alert_factory.h"
 
 #include "platform/simulated/world.h"
-#include "tests/ui/alert_test.h"
+#include "tests/ui/alert_fixture.h"
 
 #include <map>
 #include <memory>
@@ -71,7 +71,7 @@ constexpr Row kRows[] = {
 
 constexpr int kNeedsAttention = 10500;  // the status of every description here
 
-class AlertDescriptionTest : public AlertTest {
+class AlertDescriptionTest : public AlertFixture {
 protected:
     // Every number that the factory wrote for a type.
     Ids written(int type) {

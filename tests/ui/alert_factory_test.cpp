@@ -2,7 +2,7 @@
 
 #include "platform/simulated/world.h"
 #include "printer/media_types.h"
-#include "tests/ui/alert_test.h"
+#include "tests/ui/alert_fixture.h"
 #include "ui/supplies_info.h"
 
 #include <iterator>
@@ -65,7 +65,7 @@ constexpr Expected kExpected[] = {
 };
 // clang-format on
 
-class AlertFactoryTest : public AlertTest {
+class AlertFactoryTest : public AlertFixture {
 protected:
     std::wstring shown(int id) {
         const auto& controls = frame().controls;

@@ -2,7 +2,7 @@
 #include "ui/default_status_dialog.h"
 
 #include "platform/simulated/world.h"
-#include "tests/ui/default_status_dialog_test.h"
+#include "tests/ui/default_status_dialog_fixture.h"
 
 using platform::simulated::world;
 

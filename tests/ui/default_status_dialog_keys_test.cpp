@@ -2,7 +2,7 @@
 #include "ui/default_status_dialog.h"
 
 #include "tests/support/trace_lines.h"
-#include "tests/ui/default_status_dialog_test.h"
+#include "tests/ui/default_status_dialog_fixture.h"
 
 #include <cstddef>
 #include <string>

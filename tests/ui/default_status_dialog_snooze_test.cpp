@@ -3,7 +3,7 @@
 
 #include "platform/simulated/world.h"
 #include "printer/cartridge_store.h"
-#include "tests/ui/default_status_dialog_test.h"
+#include "tests/ui/default_status_dialog_fixture.h"
 #include "ui/snooze_choice.h"
 
 #include <cstddef>

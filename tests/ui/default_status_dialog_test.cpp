@@ -1,7 +1,7 @@
 #include "ui/default_status_dialog.h"
 
 #include "tests/support/slot_of.h"
-#include "tests/ui/default_status_dialog_test.h"
+#include "tests/ui/default_status_dialog_fixture.h"
 
 #include <memory>
 #include <utility>

@@ -1,6 +1,6 @@
 #include "ui/status_dialog.h"
 
-#include "tests/ui/alert_test.h"
+#include "tests/ui/alert_fixture.h"
 #include "ui/alert_window.h"
 
 #include <cstdint>
@@ -16,7 +16,7 @@ namespace {
 // Texts of ids that no alert has.
 constexpr unsigned kFirstFree = 2000;
 
-class StatusDialogTest : public AlertTest {
+class StatusDialogTest : public AlertFixture {
 protected:
     // The id of a new text.
     int newText(const std::wstring& text) {

@@ -2,7 +2,7 @@
 
 #include "ui/dialog_controls.h"
 #include "ui/resource_ids.h"
-#include "ui/windows/alert_procedure.h"
+#include "ui/windows/alert_binding.h"
 
 namespace {
 
@@ -22,20 +22,20 @@ void raise(HWND window, HWND button) {
 }  // namespace
 
 void dismissAlertWindow(WindowHandle window) {
-    if (!AlertWindow::isAlert(window)) return;
-    AlertWindow::cutOff(window);
+    if (!AlertBinding::isAlert(window)) return;
+    AlertBinding::cutOff(window);
     ::EndDialog(window, 1);
     ::DestroyWindow(window);
 }
 
 void destroyAlertWindow(WindowHandle window) {
-    if (!AlertWindow::isAlert(window)) return;
-    AlertWindow::cutOff(window);
+    if (!AlertBinding::isAlert(window)) return;
+    AlertBinding::cutOff(window);
     ::DestroyWindow(window);
 }
 
 void compactAlertWindow(WindowHandle window, bool detailIsLink) {
-    if (!AlertWindow::isAlert(window)) return;
+    if (!AlertBinding::isAlert(window)) return;
     ::ShowWindow(window, SW_HIDE);
     if (detailIsLink) {
         dialog_controls::setFont(window, IDC_ALERT_DETAIL, dialog_controls::Emphasis::Link);

@@ -2,7 +2,7 @@
 #include "ui/alert_window.h"
 #include "ui/resource_ids.h"
 #include "ui/status_dialog.h"
-#include "ui/windows/alert_procedure.h"
+#include "ui/windows/alert_binding.h"
 #include "ui/windows/display_settings.h"
 #include "ui/windows/picture_painting.h"
 
@@ -11,13 +11,13 @@
 // The window of the plain alert: making it, ending it, and the procedure that routes its messages.
 
 StatusDialog::~StatusDialog() {
-    if (AlertWindow::belongsTo(_window, *this)) destroyAlertWindow(_window);
+    if (AlertBinding::belongsTo(_window, *this)) destroyAlertWindow(_window);
 }
 
 bool StatusDialog::create() {
     HWND window = nullptr;
     try {
-        window = AlertWindow::make(static_cast<HINSTANCE>(_module), _templateId, *this);
+        window = AlertBinding::make(static_cast<HINSTANCE>(_module), _templateId, *this);
     } catch (const std::bad_alloc&) {
         return false;
     }
@@ -31,7 +31,7 @@ void StatusDialog::close(WindowHandle window) {
     // Made first: a window that ends without a word leaves an alert that nobody can close, and the
     // monitor waits for it for ever.
     const auto closed = actionMessage(alert_action::kClosed, 0, 0, nullptr);
-    AlertWindow::cutOff(window);
+    AlertBinding::cutOff(window);
     ::EndDialog(window, 1);
     publish(closed);
 }

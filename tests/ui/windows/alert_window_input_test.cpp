@@ -1,5 +1,5 @@
 // Keys and clicks that reach alerts from the system.
-#include "tests/ui/windows/alert_window_test.h"
+#include "tests/ui/windows/alert_window_fixture.h"
 
 #include <algorithm>
 #include <string>

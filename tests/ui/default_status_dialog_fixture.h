@@ -1,13 +1,13 @@
 #pragma once
 
-#include "tests/ui/alert_test.h"
+#include "tests/ui/alert_fixture.h"
 
 #include <cstdint>
 #include <string>
 #include <vector>
 
 // The alerts of the program, and their actions once they are open.
-class DefaultStatusDialogTest : public AlertTest {
+class DefaultStatusDialogTest : public AlertFixture {
 protected:
     using Codes = std::vector<std::uint32_t>;
 

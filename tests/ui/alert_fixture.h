@@ -24,12 +24,12 @@ struct Told {
 
 // Alerts on a desktop without windows, in a world with every text of the strings library, a device
 // that knows its cartridge, and a listener that hears the actions.
-class AlertTest : public testing::Test {
+class AlertFixture : public testing::Test {
 protected:
     static constexpr wchar_t kPrinter[] = L"Laser in the hall";
 
-    AlertTest();
-    ~AlertTest() override;
+    AlertFixture();
+    ~AlertFixture() override;
 
     // Fills `description` as the listener does and opens the alert.
     void open(int type, int status);

@@ -1,4 +1,4 @@
-#include "ui/windows/alert_procedure.h"
+#include "ui/windows/alert_binding.h"
 
 #include "platform/trace.h"
 #include "ui/status_dialog.h"
@@ -25,12 +25,12 @@ StatusDialog* receiverOf(HWND window) noexcept {
 
 // What the procedure needs at WM_INITDIALOG, and how that ended. The system makes the window
 // whatever the procedure answers, so the answer has to come back on a way of our own.
-struct AlertWindow::Opening {
+struct AlertBinding::Opening {
     StatusDialog& dialog;
     bool isFilled = false;
 };
 
-HWND AlertWindow::make(HINSTANCE module, int templateId, StatusDialog& dialog) {
+HWND AlertBinding::make(HINSTANCE module, int templateId, StatusDialog& dialog) {
     Opening opening{dialog};
     const HWND window =
         createDialog(module, templateId, procedure, reinterpret_cast<LPARAM>(&opening));
@@ -41,21 +41,21 @@ HWND AlertWindow::make(HINSTANCE module, int templateId, StatusDialog& dialog) {
     return nullptr;
 }
 
-bool AlertWindow::isAlert(HWND window) noexcept {
+bool AlertBinding::isAlert(HWND window) noexcept {
     return window != nullptr && objectOf(window) != nullptr;
 }
 
-bool AlertWindow::belongsTo(HWND window, const StatusDialog& dialog) noexcept {
+bool AlertBinding::belongsTo(HWND window, const StatusDialog& dialog) noexcept {
     return window != nullptr && objectOf(window) == &dialog;
 }
 
-void AlertWindow::cutOff(HWND window) noexcept {
+void AlertBinding::cutOff(HWND window) noexcept {
     ::SetWindowLongPtrW(window, GWLP_USERDATA, 0);
 }
 
 // The property comes first: without it the object would not hear of the window's end, and the
 // window would keep a pointer to an object that is gone.
-void AlertWindow::attach(HWND window, StatusDialog& dialog) {
+void AlertBinding::attach(HWND window, StatusDialog& dialog) {
     setWindowProperty(window, kObjectProperty, &dialog);
     ::SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&dialog));
     dialog.setWindow(window);
@@ -63,21 +63,21 @@ void AlertWindow::attach(HWND window, StatusDialog& dialog) {
     keepPicturesUnmirrored(window);
 }
 
-INT_PTR AlertWindow::open(HWND window, WPARAM wParam, Opening& opening) {
+INT_PTR AlertBinding::open(HWND window, WPARAM wParam, Opening& opening) {
     attach(window, opening.dialog);
     const INT_PTR result = opening.dialog.dlgProc(window, WM_INITDIALOG, wParam, 0);
     opening.isFilled = true;
     return result;
 }
 
-void AlertWindow::forget(HWND window) noexcept {
+void AlertBinding::forget(HWND window) noexcept {
     if (StatusDialog* dialog = objectOf(window)) dialog->setWindow(nullptr);
     ::RemovePropW(window, kObjectProperty);
     WindowResources::release(window);
 }
 
 // Nothing may be thrown into the system's frames. After dlgProc object and window may be gone.
-INT_PTR AlertWindow::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+INT_PTR AlertBinding::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     INT_PTR result = FALSE;
     try {
         if (message == WM_INITDIALOG) {

@@ -7,7 +7,7 @@ class StatusDialog;
 // The tie between the window of an alert and its object. The object is named twice at the window:
 // in the user data, which says whom messages go to and is cleared when the alert is closed, and in
 // a property, which stays as long as the window so that the object hears of its end.
-class AlertWindow {
+class AlertBinding {
 public:
     // Null when the window cannot be made, or not be filled: there is no window then.
     static HWND make(HINSTANCE module, int templateId, StatusDialog& dialog);

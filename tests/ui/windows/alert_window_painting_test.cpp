@@ -1,5 +1,5 @@
 // How alerts look on the screen.
-#include "tests/ui/windows/alert_window_test.h"
+#include "tests/ui/windows/alert_window_fixture.h"
 
 #include "ui/alert_factory.h"
 #include "ui/alert_keys.h"

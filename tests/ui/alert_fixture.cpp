@@ -1,4 +1,4 @@
-#include "tests/ui/alert_test.h"
+#include "tests/ui/alert_fixture.h"
 
 #include "platform/simulated/world.h"
 #include "printer/cartridge_store.h"
@@ -26,7 +26,7 @@ constexpr char kUsage[] =
 
 }  // namespace
 
-AlertTest::AlertTest() : broker(nullptr) {
+AlertFixture::AlertFixture() : broker(nullptr) {
     cleanPlatform();
     headless::reset();
     setCurrentMediaType(kPlainPaper);
@@ -49,13 +49,13 @@ AlertTest::AlertTest() : broker(nullptr) {
     }));
 }
 
-AlertTest::~AlertTest() {
+AlertFixture::~AlertFixture() {
     alert.reset();
     headless::reset();
     cleanPlatform();
 }
 
-void AlertTest::describe(int type, int status) {
+void AlertFixture::describe(int type, int status) {
     description.setPointer(L"hinstance", this);
     description.setPointer(L"hSinstance", strings);
     description.setPointer(L"eventBroker", &broker);
@@ -66,25 +66,25 @@ void AlertTest::describe(int type, int status) {
     description.setInt(L"dialog type", type);
 }
 
-void AlertTest::openDescribed() {
+void AlertFixture::openDescribed() {
     alert = createAlertDialog(description);
     ASSERT_NE(alert, nullptr);
     ASSERT_TRUE(alert->create());
 }
 
-void AlertTest::open(int type, int status) {
+void AlertFixture::open(int type, int status) {
     describe(type, status);
     openDescribed();
 }
 
-std::vector<std::uint32_t> AlertTest::codes() const {
+std::vector<std::uint32_t> AlertFixture::codes() const {
     std::vector<std::uint32_t> all;
     for (const Told& one : told)
         all.push_back(one.code);
     return all;
 }
 
-std::wstring AlertTest::text(unsigned id, unsigned short language) {
+std::wstring AlertFixture::text(unsigned id, unsigned short language) {
     for (unsigned i = 0; i < kStringRowCount; ++i) {
         const StringRow& row = kStringRows[i];
         if (row.id == id && row.language == language) return row.text;
@@ -93,15 +93,15 @@ std::wstring AlertTest::text(unsigned id, unsigned short language) {
     return {};
 }
 
-void AlertTest::replaceText(unsigned id, const std::wstring& text) {
+void AlertFixture::replaceText(unsigned id, const std::wstring& text) {
     world().texts.add(world().texts.find(kLibrary), platform::simulated::kEnglish, id, text);
 }
 
-void AlertTest::useFamilyPrinter() {
+void AlertFixture::useFamilyPrinter() {
     world().printers.setTextOf(kPrinter, L"\\", L"Printer Driver", L"Beamline K7400 PCL");
 }
 
-void AlertTest::snoozedCartridge(std::uint32_t serial) {
+void AlertFixture::snoozedCartridge(std::uint32_t serial) {
     CartridgeRecord record;
     AddCartIfNew(record, serial);
 }
