@@ -204,6 +204,11 @@ bool SetSnooze(CartridgeRecord& record, std::uint32_t serial, std::int64_t hours
     return saveRecord(record);
 }
 
+void snoozeCurrentCartridge(std::int64_t hours, SnoozeSlot slot) {
+    CartridgeRecord record;  // SetSnooze loads it
+    SetSnooze(record, GetCurrCart(), hours, slot);
+}
+
 bool IsSnoozing(std::uint32_t serial, SnoozeSlot slot) {
     platform::trace("TERNA IsSnoozing SN=%d", shown(serial));
     CartridgeRecord record;

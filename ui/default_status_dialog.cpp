@@ -3,6 +3,7 @@
 #include "arbor/i_property_holder.h"
 #include "platform/resource_text.h"
 #include "platform/trace.h"
+#include "printer/status_codes.h"
 #include "strings/string_ids.h"
 #include "ui/alert_actions.h"
 #include "ui/alert_keys.h"
@@ -22,10 +23,6 @@ namespace {
 
 using dialog_controls::Emphasis;
 
-constexpr std::int32_t kManualDuplex = 40120, kManualDuplexAgain = 40121;
-constexpr std::int32_t kTonerLow = 10209, kTonerVeryLow = 10219;
-constexpr int kLowType = 4, kVeryLowType = 30;  // dialog types with a snooze list
-constexpr int kPromptChosen = 0;
 constexpr DialogResult kHandled = 1;
 
 constexpr int kDuplexPictureControls[] = {IDC_DUPLEX_PICTURE_1, IDC_DUPLEX_PICTURE_2,
@@ -42,8 +39,13 @@ bool isSwitchedOn(const arbor::IPropertyHolder& description, const wchar_t* key)
     return description.getInt(key, 0) == 1;
 }
 
+// The alert of an empty cartridge is snoozed by its opening alone and has no list.
+bool hasSnoozeList(AlertType type) {
+    return type == AlertType::TonerLow || type == AlertType::TonerVeryLow;
+}
+
 bool needsSnoozeChoice(std::int32_t status) {
-    return status == kTonerLow || status == kTonerVeryLow;
+    return status == status_code::kTonerLow || status == status_code::kTonerVeryLow;
 }
 
 // An accelerator sends 1, and so does every choice in the snooze list and a link that is clicked
@@ -60,7 +62,7 @@ bool repeatsAnAction(int control, unsigned notice) {
 
 DefaultStatusDialog::DefaultStatusDialog(const arbor::IPropertyHolder& description, bool createNow)
     : StatusDialog(description, false),
-      _dialogType(description.getInt(alert_key::kDialogType, 0)),
+      _dialogType(static_cast<AlertType>(description.getInt(alert_key::kDialogType, 0))),
       _status(description.getInt(alert_key::kStatus, 0)),
       _genuineCartridge(description.getInt(alert_key::kGenuineCartridge, 0) > 0),
       _helpHidden(isSwitchedOn(description, alert_key::kHideHelp)),
@@ -102,7 +104,7 @@ DialogResult DefaultStatusDialog::onInitDialog(WindowHandle window, MessageWord,
     initialize(window);
     if (!_caption.empty()) dialog_controls::setTitle(window, _caption);
     nameControls(window);
-    if (_dialogType == kLowType || _dialogType == kVeryLowType) showSnoozeList(window);
+    if (hasSnoozeList(_dialogType)) showSnoozeList(window);
     dialog_controls::setTextIfAny(window, IDC_ALERT_DETAIL, _detail);
     if (_message.empty()) dialog_controls::show(window, IDC_ALERT_MESSAGE, false);
     if (_detail.empty() && dialog_controls::exists(window, IDC_ALERT_DETAIL)) {
@@ -148,7 +150,7 @@ void DefaultStatusDialog::showSnoozeList(WindowHandle window) const {
     for (const std::uint32_t id : kSnoozeTexts) {
         dialog_controls::addChoice(window, IDC_SNOOZE_CHOICE, text(id));
     }
-    dialog_controls::choose(window, IDC_SNOOZE_CHOICE, kPromptChosen);
+    dialog_controls::choose(window, IDC_SNOOZE_CHOICE, kSnoozePrompt);
     dialog_controls::show(window, IDC_SNOOZE_LABEL, true);
     dialog_controls::setTextIfAny(window, IDC_SNOOZE_LABEL, text(IDS_SNOOZE_LABEL));
 }
@@ -257,12 +259,12 @@ DialogResult DefaultStatusDialog::onChar(WindowHandle window, MessageWord wParam
 
 void DefaultStatusDialog::acceptOk(WindowHandle window) {
     if (needsSnoozeChoice(_status)) {
-        if (dialog_controls::choice(window, IDC_SNOOZE_CHOICE) == kPromptChosen) {
+        if (dialog_controls::choice(window, IDC_SNOOZE_CHOICE) == kSnoozePrompt) {
             dialog_controls::showMessage(window, text(IDS_SNOOZE_NOTHING_CHOSEN), _printerName,
                                          isRightToLeftUI());
             return;
         }
-        snoozeFromChoice(*this, window);
+        snoozeFromChoice(_dialogType, window);
     }
     notify(alert_action::kAccept);
 }
@@ -276,7 +278,9 @@ void DefaultStatusDialog::showHelp(WindowHandle window) const {
 }
 
 bool DefaultStatusDialog::canResume() const {
-    if (_status == kManualDuplex || _status == kManualDuplexAgain) return true;
+    if (_status == status_code::kManualDuplex40120 || _status == status_code::kManualDuplex40121) {
+        return true;
+    }
     try {
         // Without a strings library both are empty, and equal.
         return text(IDS_CONTINUE) == _okCaption;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "printer/alert_types.h"
 #include "ui/status_dialog.h"
 #include "ui/window_types.h"
 
@@ -34,7 +35,7 @@ public:
     // Whether closing this alert asks the printer to go on: the alerts of manual duplex, and one
     // whose OK button says "Continue".
     [[nodiscard]] bool canResume() const;
-    [[nodiscard]] int dialogType() const noexcept { return _dialogType; }
+    [[nodiscard]] AlertType dialogType() const noexcept { return _dialogType; }
 
 private:
     void showDuplexSteps(WindowHandle window) const;
@@ -48,7 +49,7 @@ private:
     // The caption that is drawn on a button.
     [[nodiscard]] std::wstring buttonCaption(const ButtonFace& face) const;
 
-    int _dialogType;
+    AlertType _dialogType;
     std::int32_t _status;
     bool _genuineCartridge;
     bool _helpHidden;

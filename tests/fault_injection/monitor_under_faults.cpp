@@ -158,7 +158,7 @@ std::vector<int> Monitor::openTypes() {
     std::vector<int> types;
     for (const WindowHandle window : headless::windows()) {
         const auto* alert = static_cast<DefaultStatusDialog*>(headless::find(window)->dialog);
-        types.push_back(alert != nullptr ? alert->dialogType() : -1);
+        types.push_back(alert != nullptr ? static_cast<int>(alert->dialogType()) : -1);
     }
     return types;
 }
@@ -195,8 +195,7 @@ void Monitor::expectLivingAlerts() {
         EXPECT_EQ(alert->window(), window);
         EXPECT_TRUE(seen.visible);
         EXPECT_EQ(seen.receiver, alert);
-        EXPECT_EQ(_listener->alerts().findAlertTypeFromDlg(alert),
-                  static_cast<AlertType>(alert->dialogType()));
+        EXPECT_EQ(_listener->alerts().findAlertTypeFromDlg(alert), alert->dialogType());
     }
 }
 

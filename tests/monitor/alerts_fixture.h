@@ -34,7 +34,8 @@ protected:
     }
 
     static int typeOf(WindowHandle window) {
-        return static_cast<DefaultStatusDialog*>(headless::find(window)->dialog)->dialogType();
+        const auto* dialog = static_cast<DefaultStatusDialog*>(headless::find(window)->dialog);
+        return static_cast<int>(dialog->dialogType());
     }
 
     static WindowHandle windowOf(int dialogType) {

@@ -109,7 +109,7 @@ TEST_F(DefaultStatusDialogSnoozeTest, StoresTheReminderTimeOfAnEmptyCartridgeInI
     open(31, 10300);
     headless::control(window(), 1008).chosen = 2;
 
-    snoozeFromChoice(*alert, window());
+    snoozeFromChoice(alert->dialogType(), window());
 
     EXPECT_EQ(snoozedFor(SnoozeSlot::Out), 4 * kHour);
 }

@@ -178,7 +178,7 @@ TEST_F(StatusDialogTest, ShowsNothingForKeysThatAreAbsent) {
         EXPECT_EQ(control.picture, 0) << id;
     }
     EXPECT_EQ(headless::find(dialog.window())->title, L"");
-    EXPECT_EQ(dialog.dialogType(), 0);
+    EXPECT_EQ(dialog.dialogType(), AlertType::PaperOut);
     EXPECT_TRUE(told.empty());
 }
 
