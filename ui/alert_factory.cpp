@@ -2,6 +2,7 @@
 
 #include "arbor/i_property_holder.h"
 #include "platform/resource_text.h"
+#include "printer/alert_types.h"
 #include "printer/media_types.h"
 #include "printer/printer_identity.h"
 #include "printer/status_texts.h"
@@ -44,7 +45,7 @@ struct SuppliesColumn {
 };
 
 struct AlertRow {
-    int type;
+    AlertType type;
     int icon;      // severity
     int headline;  // string ids; 0: none
     int message;
@@ -135,39 +136,39 @@ void describeStatus(AlertContext& alert) {
 constexpr int kRecycle = IDS_RETURN_AND_RECYCLE;
 constexpr int kRestart = IDS_TURN_OFF_AND_ON;
 constexpr AlertRow kAlertRows[] = {
-    // type  icon          headline                       message   detail      picture   supplies      supplies detail              returns   further
-    { 0, IDB_STOP,        IDS_PAPER_OUT,                 0,        kPaperOut,  kLoad,    nullptr,      0,                           0,        nullptr},
-    { 1, IDB_STOP,        IDS_LOAD_PAPER,                0,        kLoadMedia, kLoad,    nullptr,      0,                           0,        describeMedia},
-    { 2, IDB_STOP,        0,                             0,        kLoadMedia, kClosed,  nullptr,      0,                           0,        describeMedia},
-    { 3, IDB_STOP,        0,                             0,        kNone,      kClosed,  nullptr,      0,                           0,        describeDuplex},
-    { 4, IDB_WARNING,     IDS_TONER_LOW,                 0,        kNone,      kClosed,  &kEstimated,  IDS_TONER_LOW_DETAIL,        kRecycle, nullptr},
-    { 5, IDB_STOP,        IDS_NO_CARTRIDGE,              0,        kNone,      kClosed,  &kMissing,    0,                           0,        nullptr},
-    { 6, IDB_STOP,        IDS_CARTRIDGE_NOT_ACCEPTED,    0,        kNone,      kClosed,  &kUnread,     0,                           0,        nullptr},
-    { 7, IDB_INFORMATION, IDS_NOT_QV_CARTRIDGE,          0,        kNone,      kClosed,  &kForeign,    0,                           kRecycle, nullptr},
-    { 8, IDB_WARNING,     IDS_CARTRIDGE_MEMORY_PROBLEM,  0,        kNone,      kClosed,  &kUnread,     IDS_CARTRIDGE_MEMORY_DETAIL, kRecycle, nullptr},
-    { 9, IDB_STOP,        IDS_INTERNAL_PROBLEM,          kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
-    {10, IDB_STOP,        IDS_LASER_BEAM_PROBLEM,        0,        kLaserBeam, kClosed,  nullptr,      0,                           0,        nullptr},
-    {11, IDB_STOP,        IDS_PAGE_NOT_FINISHED,         kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
-    {12, IDB_STOP,        IDS_PAPER_FEED_PROBLEM,        kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
-    {14, IDB_STOP,        IDS_FUSER_PROBLEM,             kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
-    {15, IDB_STOP,        IDS_COMMUNICATION_PROBLEM,     kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
-    {16, IDB_STOP,        IDS_FUSER_NOT_WARM,            kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
-    {17, IDB_STOP,        IDS_PRINT_ENGINE_PROBLEM,      kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
-    {18, IDB_STOP,        IDS_LASER_SCANNER_PROBLEM,     kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
-    {19, IDB_STOP,        IDS_DOOR_OPEN,                 0,        kNone,      kDoor,    nullptr,      0,                           0,        nullptr},
-    {20, IDB_STOP,        IDS_CARTRIDGE_DOOR_OPEN,       0,        kNone,      kDoor,    nullptr,      0,                           0,        nullptr},
-    {21, IDB_STOP,        IDS_REAR_JAM,                  0,        kNone,      kRear,    nullptr,      0,                           0,        nullptr},
-    {22, IDB_STOP,        IDS_JAM_INSIDE,                0,        kNone,      kInside,  nullptr,      0,                           0,        nullptr},
-    {23, IDB_STOP,        IDS_TRAY_JAM,                  0,        kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
-    {24, IDB_INFORMATION, IDS_CARTRIDGE_USED_BEFORE,     0,        kNone,      kClosed,  &kUnread,     0,                           0,        nullptr},
-    {25, IDB_STOP,        0,                             0,        kNone,      kClosed,  nullptr,      0,                           0,        describeNewCartridge},
-    {26, IDB_INFORMATION, IDS_FAX_RECEIVED,              0,        kNone,      kNone,    nullptr,      0,                           0,        describePrintedFax},
-    {27, IDB_INFORMATION, IDS_FAX_RECEIVED,              0,        kNone,      kNone,    nullptr,      0,                           0,        describeFaxInOrrery},
-    {28, IDB_STOP,        0,                             0,        kNone,      kClosed,  nullptr,      0,                           0,        describeStatus},
-    {29, IDB_WARNING,     IDS_CARTRIDGE_NOT_RECOGNIZED,  0,        kNone,      kClosed,  &kUnread,     IDS_CARTRIDGE_MEMORY_DETAIL, kRecycle, nullptr},
-    {30, IDB_WARNING,     IDS_TONER_VERY_LOW,            0,        kNone,      kClosed,  &kNoEstimate, IDS_TONER_VERY_LOW_DETAIL,   kRecycle, nullptr},
-    {31, IDB_WARNING,     IDS_CARTRIDGE_EMPTY,           0,        kNone,      kClosed,  &kNoEstimate, IDS_CARTRIDGE_EMPTY_DETAIL,  kRecycle, nullptr},
-    {32, IDB_STOP,        IDS_CARTRIDGE_NOT_ACCEPTED,    0,        kNone,      kClosed,  &kUnread,     0,                           0,        nullptr},
+    // type                              icon             headline                       message   detail      picture   supplies      supplies detail              returns   further
+    {AlertType::PaperOut,                IDB_STOP,        IDS_PAPER_OUT,                 0,        kPaperOut,  kLoad,    nullptr,      0,                           0,        nullptr},
+    {AlertType::LoadMedia,               IDB_STOP,        IDS_LOAD_PAPER,                0,        kLoadMedia, kLoad,    nullptr,      0,                           0,        describeMedia},
+    {AlertType::ManualFeed,              IDB_STOP,        0,                             0,        kLoadMedia, kClosed,  nullptr,      0,                           0,        describeMedia},
+    {AlertType::ManualDuplex,            IDB_STOP,        0,                             0,        kNone,      kClosed,  nullptr,      0,                           0,        describeDuplex},
+    {AlertType::TonerLow,                IDB_WARNING,     IDS_TONER_LOW,                 0,        kNone,      kClosed,  &kEstimated,  IDS_TONER_LOW_DETAIL,        kRecycle, nullptr},
+    {AlertType::NoCartridge,             IDB_STOP,        IDS_NO_CARTRIDGE,              0,        kNone,      kClosed,  &kMissing,    0,                           0,        nullptr},
+    {AlertType::IllegalCartridge,        IDB_STOP,        IDS_CARTRIDGE_NOT_ACCEPTED,    0,        kNone,      kClosed,  &kUnread,     0,                           0,        nullptr},
+    {AlertType::NonQvCartridge,          IDB_INFORMATION, IDS_NOT_QV_CARTRIDGE,          0,        kNone,      kClosed,  &kForeign,    0,                           kRecycle, nullptr},
+    {AlertType::CartridgeMemoryError,    IDB_WARNING,     IDS_CARTRIDGE_MEMORY_PROBLEM,  0,        kNone,      kClosed,  &kUnread,     IDS_CARTRIDGE_MEMORY_DETAIL, kRecycle, nullptr},
+    {AlertType::InternalError,           IDB_STOP,        IDS_INTERNAL_PROBLEM,          kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
+    {AlertType::LaserBeam,               IDB_STOP,        IDS_LASER_BEAM_PROBLEM,        0,        kLaserBeam, kClosed,  nullptr,      0,                           0,        nullptr},
+    {AlertType::PageNotFinished,         IDB_STOP,        IDS_PAGE_NOT_FINISHED,         kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
+    {AlertType::PaperFeed,               IDB_STOP,        IDS_PAPER_FEED_PROBLEM,        kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
+    {AlertType::Fuser,                   IDB_STOP,        IDS_FUSER_PROBLEM,             kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
+    {AlertType::Communication,           IDB_STOP,        IDS_COMMUNICATION_PROBLEM,     kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
+    {AlertType::FuserNotWarm,            IDB_STOP,        IDS_FUSER_NOT_WARM,            kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
+    {AlertType::PrintEngine,             IDB_STOP,        IDS_PRINT_ENGINE_PROBLEM,      kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
+    {AlertType::LaserScanner,            IDB_STOP,        IDS_LASER_SCANNER_PROBLEM,     kRestart, kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
+    {AlertType::DoorOpen,                IDB_STOP,        IDS_DOOR_OPEN,                 0,        kNone,      kDoor,    nullptr,      0,                           0,        nullptr},
+    {AlertType::CartridgeDoorOpen,       IDB_STOP,        IDS_CARTRIDGE_DOOR_OPEN,       0,        kNone,      kDoor,    nullptr,      0,                           0,        nullptr},
+    {AlertType::RearJam,                 IDB_STOP,        IDS_REAR_JAM,                  0,        kNone,      kRear,    nullptr,      0,                           0,        nullptr},
+    {AlertType::JamInside,               IDB_STOP,        IDS_JAM_INSIDE,                0,        kNone,      kInside,  nullptr,      0,                           0,        nullptr},
+    {AlertType::TrayJam,                 IDB_STOP,        IDS_TRAY_JAM,                  0,        kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
+    {AlertType::UsedCartridge,           IDB_INFORMATION, IDS_CARTRIDGE_USED_BEFORE,     0,        kNone,      kClosed,  &kUnread,     0,                           0,        nullptr},
+    {AlertType::Welcome,                 IDB_STOP,        0,                             0,        kNone,      kClosed,  nullptr,      0,                           0,        describeNewCartridge},
+    {AlertType::FaxPrinted,              IDB_INFORMATION, IDS_FAX_RECEIVED,              0,        kNone,      kNone,    nullptr,      0,                           0,        describePrintedFax},
+    {AlertType::FaxInCompanion,          IDB_INFORMATION, IDS_FAX_RECEIVED,              0,        kNone,      kNone,    nullptr,      0,                           0,        describeFaxInOrrery},
+    {AlertType::GenericStatus,           IDB_STOP,        0,                             0,        kNone,      kClosed,  nullptr,      0,                           0,        describeStatus},
+    {AlertType::CartridgeNotRecognized,  IDB_WARNING,     IDS_CARTRIDGE_NOT_RECOGNIZED,  0,        kNone,      kClosed,  &kUnread,     IDS_CARTRIDGE_MEMORY_DETAIL, kRecycle, nullptr},
+    {AlertType::TonerVeryLow,            IDB_WARNING,     IDS_TONER_VERY_LOW,            0,        kNone,      kClosed,  &kNoEstimate, IDS_TONER_VERY_LOW_DETAIL,   kRecycle, nullptr},
+    {AlertType::TonerOut,                IDB_WARNING,     IDS_CARTRIDGE_EMPTY,           0,        kNone,      kClosed,  &kNoEstimate, IDS_CARTRIDGE_EMPTY_DETAIL,  kRecycle, nullptr},
+    {AlertType::CartridgeNotAccepted,    IDB_STOP,        IDS_CARTRIDGE_NOT_ACCEPTED,    0,        kNone,      kClosed,  &kUnread,     0,                           0,        nullptr},
 };
 // clang-format on
 
@@ -208,7 +209,7 @@ void fillRow(AlertContext& alert, const AlertRow& row) {
 }
 
 void complete(arbor::IPropertyHolder& description) {
-    const int type = description.getInt(alert_key::kDialogType, 0);
+    const auto type = static_cast<AlertType>(description.getInt(alert_key::kDialogType, 0));
     void* module = description.getPointer(alert_key::kModule, nullptr);
     std::wstring printerName = bagText(description, alert_key::kPrinterName);
     AlertContext alert{description,
