@@ -8,18 +8,18 @@
 #include <cstdint>
 #include <cstdlib>
 
-// A registry with any three values in it, then a sequence of store calls: whatever was there, the
-// record that stands in the registry afterwards is whole and ours.
+// Puts any three values into the registry and then calls the store several times. Whatever the
+// values were, the registry must hold a complete record of the current version afterwards.
 namespace {
 
-constexpr int kMostCalls = 16;  // more of them tell nothing new and take their time
+constexpr int kMostCalls = 16;  // more calls are slow and reach no other code
 constexpr wchar_t kKey[] = L"Software\\Corvane\\QVBL7400 SM";
 
 void require(bool holds) {
     if (!holds) std::abort();
 }
 
-// One byte: 0 leaves the value out, else it is a type. Two bytes: size; then the bytes.
+// Reads one byte for the type (0: no such value), two for the size, then the bytes of the value.
 void writeValue(const wchar_t* name, FuzzInput& input) {
     const unsigned char type = input.byte();
     if (type == 0) return;

@@ -1,4 +1,4 @@
-// The command line of the monitor, as it becomes settings of the channel and of a component.
+// Any command line of the monitor, which becomes settings of the channel and of a component.
 #include "arbor/i_database.h"
 #include "arbor/property.h"
 #include "platform/process.h"

@@ -14,10 +14,10 @@
 #include <string>
 #include <vector>
 
-// A device that answers with any pages: every fact that the monitor takes from them fits its place.
-// Bit 0 of the first byte puts each page into a well-formed document as the text of its nodes, bit
-// 1 asks for the cartridge's identity instead of the consumables. What follows is the configuration
-// page up to a zero byte, then the usage page.
+// A device that answers with any pages: every text that the monitor reads from them must fit into
+// its buffer. Bit 0 of the first byte puts each page into a well-formed document as the text of its
+// nodes, bit 1 asks for the cartridge's identity instead of the consumables. The next bytes are the
+// configuration page up to a zero byte, then the usage page.
 namespace {
 
 using platform::simulated::world;
@@ -56,7 +56,7 @@ std::string usageWith(const std::string& text) {
            text + "</dd:EstimatedPagesRemaining></pudyn:Consumable></pudyn:ConsumableSubunit>";
 }
 
-// What must stand in a buffer when `page` tells `path`, and the other page arrived as well.
+// The text that a buffer must hold for the node at `path` of `page`, when both pages arrived.
 std::wstring expectedText(const std::string& page, const char* path) {
     std::string text;
     if (!platform::queryXml(page, path, text) || text.empty()) return kNotKnown;

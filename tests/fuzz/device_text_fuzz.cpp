@@ -8,8 +8,9 @@
 #include <cstdlib>
 #include <string>
 
-// Ten lines: a media name, then the texts of the nodes of the cartridge's page. Whatever the device
-// calls its parts, the address that is built from it fits and keeps its start.
+// Ten lines: a media name, then the texts of the nodes of the cartridge's page. Whatever these
+// texts are, the address that is built from them must fit into its buffer and begin with the right
+// host.
 namespace {
 
 using platform::simulated::world;
@@ -18,7 +19,7 @@ void require(bool holds) {
     if (!holds) std::abort();
 }
 
-// A section in which every letter stands for itself.
+// A CDATA section, in which no character has a special meaning.
 std::string literally(std::string_view text) {
     std::string kept;
     for (const char letter : text) {

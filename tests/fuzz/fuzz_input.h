@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-// Takes a fuzzer's bytes apart from the front. What is asked for beyond the end reads as zero or
+// Reads values from the front of a fuzzer's bytes. After the end, numbers are 0 and texts are
 // empty.
 class FuzzInput {
 public:
@@ -31,14 +31,14 @@ public:
         return static_cast<Number>(value);
     }
 
-    // At most `most` bytes.
+    // The next `most` bytes, or all that are left.
     std::string_view text(std::size_t most) {
         const std::string_view taken = _rest.substr(0, std::min(most, _rest.size()));
         _rest.remove_prefix(taken.size());
         return taken;
     }
 
-    // Up to the next mark, which is taken too.
+    // The text up to the next `mark`, which is read too.
     std::string_view upTo(char mark) {
         const std::size_t end = std::min(_rest.find(mark), _rest.size());
         const std::string_view taken = _rest.substr(0, end);

@@ -1,6 +1,7 @@
-// What a print path may send: any bytes, in any pieces. The first byte is the largest count that
-// one read returns, the second the size of a pipe message; 0 is no limit. The rest is the stream.
-// There are a few dozen pieces at most: hundreds of a size take time and show nothing new.
+// A print path that sends any bytes in any pieces. The first byte is the largest count that one
+// read returns, the second the size of a pipe message; 0 is no limit. The rest is the stream. It is
+// cut into a few dozen pieces at most, because hundreds of equal pieces are slow and reach no other
+// code.
 #include "platform/simulated/world.h"
 #include "platform/text.h"
 #include "tern/abstract_instance_manager.h"
@@ -22,7 +23,7 @@ using platform::simulated::world;
 
 constexpr std::size_t kMostPieces = 32;
 
-// Reads all that a message carries, as a listener does, and drops it.
+// Reads every value of a message, as a listener does, and then drops the message.
 class ReadingBroker : public tern::EventBroker {
 public:
     using EventBroker::EventBroker;
@@ -94,6 +95,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const arbor::PropertyHolder parameters{};
     Generator generator(parameters, &manager);
     generator.runOnThisThread();
-    if (manager.broker.stops != 1) std::abort();  // the channel always ends, and says so once
+    if (manager.broker.stops != 1) std::abort();  // the generator must stop the broker exactly once
     return 0;
 }

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
-// What a run of a target came to, told value by value in bytes that are equal on every system. The
-// programs that replay inputs keep it; a fuzzer has no use for it and no time.
+// Records the results of a target for one input, value by value, in bytes that are equal on every
+// system. The programs that replay inputs keep them; a fuzzer drops them to save time.
 #if defined(BEAMLINE_REPLAY)
 inline constexpr bool kKeepsNotes = true;
 void note(std::string_view name, std::string_view bytes);

@@ -14,9 +14,9 @@ mkdir -p "$findings"
 "$program" -runs=0 -artifact_prefix="$findings/$name-" "$corpus" >"$work/log" 2>&1 ||
     { cat "$work/log"; exit 1; }
 
-# What a run frees lies fenced for many runs after it in far less than the usual 256 MiB, and stacks are not
-# kept after their functions, which the replay above and all other tests watch: both double the speed. Stacks
-# in reports get shorter; a replay of the finding prints them whole.
+# A small quarantine of freed memory and no check for the use of a stack frame after its return make the
+# runs twice as fast. The replay above and all other tests check both fully. A replay of a finding prints
+# the stacks that are cut short here.
 ASAN_OPTIONS=${ASAN_OPTIONS:+$ASAN_OPTIONS:}quarantine_size_mb=16:detect_stack_use_after_return=0:malloc_context_size=2
 export ASAN_OPTIONS
 set -- -runs="$runs" -seed=1 -max_len="$bytes" -timeout=5 -rss_limit_mb=1024 -artifact_prefix="$findings/$name-"

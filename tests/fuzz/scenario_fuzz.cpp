@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <string_view>
 
-// Whatever the file holds, it is a scenario whose steps keep what the table promises, or it is an
-// error in one of its lines.
+// Any scenario file: it is either a scenario whose steps have the values that the table of words
+// allows, or an error in one of its lines.
 namespace {
 
 void require(bool condition) {

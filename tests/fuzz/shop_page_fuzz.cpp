@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-// The first byte tells how the input is cut into page and document. The result is compared with
-// what a second, slower way of saying the same makes of them.
+// The first byte says where the input is cut into page and document. The result is compared with
+// that of a second, slower implementation.
 namespace {
 
 std::string oneLine(std::string_view page) {

@@ -7,8 +7,8 @@
 #include <string>
 
 // A translation and its arguments: the first byte is the size of the buffer, the second to fourth
-// the lengths of the arguments; the rest is the format. Whatever they are, the text stays within
-// its buffer, and what it holds comes from the format or from the arguments.
+// are the lengths of the arguments, the rest is the format. The text must stay within its buffer,
+// and every character of it must come from the format or from the arguments.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FuzzInput input(data, size);
     const std::size_t units = input.byte() * std::size_t{8};

@@ -7,7 +7,8 @@
 #include <cstdlib>
 #include <string>
 
-// Ten lines are the ten values. The address is what printing them into 1,023 bytes would give.
+// The ten lines are the ten values. The address must be the text that printing them into a buffer
+// of 1,023 bytes gives.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     platform::simulated::world().reset();
     FuzzInput input(data, size);

@@ -1,10 +1,10 @@
-// Every input of every corpus, through the target as it is compiled for this system. What comes out
-// is compared with tests/fuzz/expected, which all systems share: a difference in the size of
-// wchar_t or long, or in what a library function makes of odd bytes, shows here.
+// Runs every input of every corpus through its target, as it is compiled for this system. The
+// results are compared with tests/fuzz/expected, which all systems share. So the test fails when
+// the size of wchar_t or long, or a library function that meets unusual bytes, makes a difference.
 //
 //   replay_corpora                       the test
-//   replay_corpora --write               writes the expected results anew
-//   replay_corpora TARGET FILE...        what the target makes of the files, in full
+//   replay_corpora --write               replaces the expected results
+//   replay_corpora TARGET FILE...        prints all results for the files
 #include "tests/fuzz/replay/replayed_input.h"
 
 #include <gtest/gtest.h>
