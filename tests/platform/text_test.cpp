@@ -1,6 +1,8 @@
 #include "platform/text.h"
 
 #include <gtest/gtest.h>
+#include <cstdint>
+#include <string>
 
 namespace {
 
@@ -26,6 +28,40 @@ TEST(TextTest, ACharacterOutsideTheCodePageBecomesAQuestionMark) {
     EXPECT_EQ(narrowed(L"a\u4e2d"
                        L"b"),
               "a?b");
+}
+
+TEST(TextTest, BytesBeyondLatin1FollowTheCodePage) {
+    EXPECT_EQ(widened("\x80\x85\x99"), L"\u20ac\u2026\u2122");
+    EXPECT_EQ(narrowed(L"\u20ac\u2026\u2122"), "\x80\x85\x99");
+}
+
+TEST(TextTest, ACharacterOutsideTheCodePageMayBecomeOneThatLooksLikeIt) {
+    EXPECT_EQ(narrowed(L"\u221e\u0100\u2264"), "8A=");
+    EXPECT_EQ(narrowed(L"\uff02\uff21\uff5e"), "\"A~");
+}
+
+TEST(TextTest, ACharacterOfTwoUnitsBecomesTwoQuestionMarks) {
+    EXPECT_EQ(narrowed(L"a\U0001F5A8z"), "a??z");
+}
+
+// Every character of one unit: what becomes of it, and that both implementations agree on it. The
+// sums are those of the system's conversion.
+TEST(TextTest, EveryCharacterBecomesWhatTheSystemMakesOfIt) {
+    constexpr unsigned kFirstSurrogate = 0xD800;
+    constexpr unsigned kPastSurrogates = 0xE000;
+    constexpr unsigned kPrime = 16777619;
+    int known = 0;
+    std::uint32_t sum = 0;
+    for (unsigned character = 1; character <= 0xFFFF; ++character) {
+        if (character >= kFirstSurrogate && character < kPastSurrogates) continue;
+        const std::string narrow = narrowed(std::wstring(1, static_cast<wchar_t>(character)));
+        ASSERT_EQ(narrow.size(), 1U) << character;
+        if (narrow != "?") ++known;
+        sum = (sum ^ static_cast<unsigned char>(narrow[0])) * kPrime;
+    }
+
+    EXPECT_EQ(known, 695);
+    EXPECT_EQ(sum, 2392013584U);
 }
 
 TEST(TextTest, ANulInsideATextIsATextCharacter) {
