@@ -24,7 +24,8 @@ public:
     [[nodiscard]] std::uint32_t createForWriting(Hive hive, const wchar_t* path) noexcept;
 
     // `bytes` is the capacity of `to` on entry and the size of the value on return. A value larger
-    // than `to` gives kMoreData and leaves `to` untouched. `type` is written on success.
+    // than `to` gives kMoreData; what `to` then holds is not defined, because the system may have
+    // written to it. `type` is written on success only.
     [[nodiscard]] std::uint32_t read(const wchar_t* name, ValueType& type, void* to,
                                      std::uint32_t& bytes) const noexcept;
     [[nodiscard]] std::uint32_t write(const wchar_t* name, ValueType type, const void* from,

@@ -14,6 +14,8 @@ namespace {
 // writing.
 constexpr std::intptr_t kHandlesOfKey = 8;
 constexpr std::intptr_t kWritable = 4;
+// Of no text and no number that a test would expect.
+constexpr int kSpoiledByte = 0xA5;
 
 std::intptr_t numberOf(NativeHandle handle) noexcept {
     return reinterpret_cast<std::intptr_t>(handle);
@@ -160,7 +162,11 @@ std::uint32_t RegistryStore::read(NativeHandle key, std::wstring_view name, Valu
     const std::string& content = found->second.bytes;
     const std::uint32_t capacity = bytes;
     bytes = static_cast<std::uint32_t>(content.size());
-    if (to != nullptr && capacity < bytes) return kMoreData;
+    if (to != nullptr && capacity < bytes) {
+        // The system may leave anything in the buffer, so a caller that looks at it shall notice.
+        std::memset(to, kSpoiledByte, capacity);
+        return kMoreData;
+    }
     if (to != nullptr && bytes != 0) std::memcpy(to, content.data(), bytes);
     type = found->second.type;
     return kSuccess;
