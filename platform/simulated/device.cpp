@@ -25,9 +25,10 @@ int closeDevice(void* device) {
     return world().device.close(device) ? 1 : 0;
 }
 
-int getPage(void* device, const char* pagePath, void*, char* buffer, std::uint32_t bufferBytes,
-            std::uint32_t* receivedBytes) {
-    if (world().faults.strikes(Call::DevicePage)) return 0;
+int getPage(void* device, const char* pagePath, void* reserved, char* buffer,
+            std::uint32_t bufferBytes, std::uint32_t* receivedBytes) {
+    // The library may take whatever stands in the reserved place for something to work with.
+    if (world().faults.strikes(Call::DevicePage) || reserved != nullptr) return 0;
     return world().device.getPage(device, pagePath, buffer, bufferBytes, *receivedBytes) ? 1 : 0;
 }
 
@@ -108,6 +109,11 @@ std::vector<std::wstring> Device::openedPorts() const {
     return _state.ports;
 }
 
+std::vector<std::string> Device::lookedUp() const {
+    const SpinScope scope(_lock);
+    return _state.lookedUp;
+}
+
 int Device::openDevices() const noexcept {
     const SpinScope scope(_lock);
     return _openDevices;
@@ -136,8 +142,13 @@ void Device::unload() noexcept {
     --_loaded;
 }
 
-void* Device::function(std::string_view name) const noexcept {
+void* Device::function(std::string_view name) noexcept {
     const SpinScope scope(_lock);
+    try {
+        _state.lookedUp.emplace_back(name);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
     if (_state.withheld.contains(name)) return nullptr;
     const auto found = std::find_if(kExports.begin(), kExports.end(),
                                     [&](const Export& entry) { return entry.name == name; });

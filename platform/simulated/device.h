@@ -36,6 +36,8 @@ public:
     [[nodiscard]] std::vector<Press> presses() const;
     // Ports in the order in which they were opened.
     [[nodiscard]] std::vector<std::wstring> openedPorts() const;
+    // Names of functions in the order in which they were looked up.
+    [[nodiscard]] std::vector<std::string> lookedUp() const;
     // Opened and not yet closed: 0 when nothing leaks. -1 where something was closed twice.
     [[nodiscard]] int openDevices() const noexcept;
     [[nodiscard]] int loadedLibraries() const noexcept;
@@ -44,7 +46,7 @@ public:
     // For the simulated services.
     [[nodiscard]] NativeHandle load(std::wstring_view library) noexcept;
     void unload() noexcept;
-    [[nodiscard]] void* function(std::string_view name) const noexcept;
+    [[nodiscard]] void* function(std::string_view name) noexcept;
     [[nodiscard]] NativeHandle openPort(std::wstring_view port) noexcept;
     [[nodiscard]] bool close(NativeHandle device) noexcept;
     [[nodiscard]] bool getPage(NativeHandle device, std::string_view path, char* buffer,
@@ -59,6 +61,7 @@ private:
         std::optional<std::uint32_t> claimedLength;
         std::vector<std::wstring> ports;  // the handle of a device is its place here, from 1
         std::vector<Press> presses;
+        std::vector<std::string> lookedUp;
     };
 
     [[nodiscard]] bool isDevice(NativeHandle device) const noexcept;

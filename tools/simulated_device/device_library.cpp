@@ -88,13 +88,14 @@ __declspec(dllexport) BOOL WINAPI WriteReadEWS(HANDLE, const void*, DWORD, void*
     return FALSE;
 }
 
-__declspec(dllexport) BOOL WINAPI
-    GetPage(HANDLE device, const char* path, void*, char* buffer, DWORD size, DWORD* received) {
+__declspec(dllexport) BOOL WINAPI GetPage(HANDLE device, const char* path, void* reserved,
+                                          char* buffer, DWORD size, DWORD* received) {
     const DeviceFolder folder;
     const std::string name = path == nullptr ? "(null)" : path;
     folder.answerSlowly();
     std::string page;
-    if (device == nullptr || folder.offline() || !folder.readPage(name, page)) {
+    if (device == nullptr || reserved != nullptr || folder.offline() ||
+        !folder.readPage(name, page)) {
         folder.log("no-page " + name);
         return FALSE;
     }

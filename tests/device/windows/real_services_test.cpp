@@ -171,6 +171,12 @@ TEST_F(RealServicesTest, TheCartridgeIdentityIsReadThroughTheSystemsXmlDocument)
     EXPECT_EQ(identity.printerModel, "BeamlineK7400MFP");
 }
 
+TEST_F(RealServicesTest, ALetterBeyondTheBytesLeavesItsLowByteInTheModel) {
+    setPage("dev/qvLoyalty.xml", "<a><printerModel>K&#8364;</printerModel></a>");
+
+    EXPECT_EQ(readCartridgeIdentity(kPort).printerModel, "K\xAC");
+}
+
 TEST_F(RealServicesTest, TheSitesAreReadFromTheMachinesRegistry) {
     EXPECT_EQ(makerSite(), L"https://www.corvane.example");
 

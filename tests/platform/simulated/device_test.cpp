@@ -50,6 +50,16 @@ protected:
     std::uint32_t _received = 0;
 };
 
+TEST_F(DeviceTest, AReservedArgumentIsRefused) {
+    void* const device = open();
+    char any = 0;
+
+    EXPECT_EQ(
+        function<GetPage>("GetPage")(device, "/page.xml", &any, _buffer.data(), 16, &_received), 0);
+
+    close(device);
+}
+
 TEST_F(DeviceTest, EveryFunctionOfTheLibraryIsThere) {
     for (const char* const name :
          {"OpenEWSPort_W", "OpenEWSPort_A", "OpenEWS_W", "OpenEWS_A", "CloseEWS", "EWSLastError",
