@@ -1,6 +1,7 @@
 #include "platform/lock.h"
 #include "platform/simulated/faults.h"
 
+#include "platform/simulated/held_locks.h"
 #include "platform/simulated/recursive_lock.h"
 #include "platform/simulated/watched_lock.h"
 #include "platform/simulated/world.h"
@@ -37,7 +38,13 @@ Lock* section(unsigned char* storage) noexcept {
     return std::launder(reinterpret_cast<Lock*>(storage));
 }
 
+thread_local int heldSections = 0;
+
 }  // namespace
+
+int simulated::heldCriticalSections() noexcept {
+    return heldSections;
+}
 
 KernelMutex::KernelMutex() noexcept : _handle(nullptr) {
     if (world().faults.strikes(Call::MutexCreation)) return;
@@ -78,9 +85,11 @@ CriticalSection::~CriticalSection() {
 
 void CriticalSection::lock() noexcept {
     section(_storage)->lock();
+    ++heldSections;
 }
 
 void CriticalSection::unlock() noexcept {
+    --heldSections;
     section(_storage)->unlock();
 }
 

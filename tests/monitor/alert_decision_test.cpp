@@ -1,6 +1,8 @@
+#include "arbor/property_text.h"
 #include "monitor/default_lms_listener.h"
 #include "printer/media_types.h"
 #include "tests/monitor/listener_fixture.h"
+#include "tests/support/test_properties.h"
 
 #include <tuple>
 
@@ -11,6 +13,13 @@ using Calls = std::vector<std::string>;
 constexpr wchar_t kPrinter[] = L"K7400 upstairs";
 constexpr wchar_t kKey[] = L"Software\\Corvane\\QVBL7400 SM";
 constexpr std::uint32_t kAccessDenied = 5;
+
+// A property that is there and has no value.
+class PropertyOfNothing : public test::AnyProperty {
+public:
+    PropertyOfNothing() noexcept : AnyProperty(arbor::PT_INT, std::uint64_t{4711}) {}
+    [[nodiscard]] bool isNull() const override { return true; }
+};
 
 class AlertDecisionTest : public ListenerFixture<RecordingListener> {
 protected:
@@ -57,6 +66,27 @@ TEST_F(AlertDecisionTest, AStatusWithoutStatusAndSubcodeShowsNothing) {
     arbor::Message message(&tern::kVeloEventGeneratorId, 2, 0);
 
     EXPECT_FALSE(listener->notify(&message));
+
+    EXPECT_EQ(listener->takeCalls(), Calls{});
+}
+
+TEST_F(AlertDecisionTest, AMissingStatusReadsAsZeroAlsoAfterAnother) {
+    status(41150);
+    static_cast<void>(listener->takeCalls());
+    arbor::Message message(&tern::kVeloEventGeneratorId, 2, 0);
+    message.getProperties()->setInt(L"subcode", tern::kDeviceStatus);
+
+    listener->notify(&message);
+
+    EXPECT_EQ(listener->takeCalls(), Calls{});
+}
+
+TEST_F(AlertDecisionTest, AMissingSubcodeReadsAsZeroAlsoAfterAnother) {
+    status(0, 1);
+    EXPECT_EQ(listener->takeCalls(), Calls{"cart data"});
+    arbor::Message message(&tern::kVeloEventGeneratorId, 2, 0);
+
+    listener->notify(&message);
 
     EXPECT_EQ(listener->takeCalls(), Calls{});
 }
@@ -124,6 +154,21 @@ TEST_F(AlertDecisionTest, ACartridgeReportWithoutASerialNumberIsAStatusLikeAnyOt
     EXPECT_FALSE(status(41150, tern::kCartridgeReport));
 
     EXPECT_EQ(listener->takeCalls(), Calls{"0"});
+}
+
+TEST_F(AlertDecisionTest, ACartridgeReportWithANullSerialNumberIsAStatusLikeAnyOther) {
+    arbor::Message message(&tern::kVeloEventGeneratorId, 2, 0);
+    message.getProperties()->setInt(L"status", 41150);
+    message.getProperties()->setInt(L"subcode", tern::kCartridgeReport);
+    auto serial = std::make_unique<PropertyOfNothing>();
+    ASSERT_TRUE(message.getProperties()->adoptProperty(L"blackSN", serial.get()));
+    static_cast<void>(serial.release());
+    ASSERT_TRUE(message.getProperties()->hasProperty(L"blackSN"));
+
+    EXPECT_FALSE(listener->notify(&message));
+
+    EXPECT_EQ(listener->takeCalls(), Calls{"0"});
+    EXPECT_EQ(currentCartridge(), std::nullopt);
 }
 
 TEST_F(AlertDecisionTest, TheCancelSubcodePressesCancelAndGoesOn) {
@@ -211,6 +256,8 @@ TEST_F(AlertDecisionTest, ThePrinterRecordAsksTheDeviceForItsCartridge) {
     printerIs(kPrinter);
 
     EXPECT_EQ(currentCartridge(), 815U);
+    // By the name in the record itself, which therefore has to be read first.
+    EXPECT_EQ(world().device.openedPorts(), std::vector<std::wstring>{kPrinter});
 }
 
 TEST_F(AlertDecisionTest, ARecordWithoutNamesKeepsTheOldOnes) {
@@ -221,6 +268,25 @@ TEST_F(AlertDecisionTest, ARecordWithoutNamesKeepsTheOldOnes) {
     status(41150, 19);
 
     EXPECT_EQ(world().device.presses().back().port, kPrinter);
+}
+
+TEST_F(AlertDecisionTest, ARecordWithoutAPortKeepsTheOldOne) {
+    printerIs(kPrinter, L"USB002");
+
+    job(tern::kPrinterNarrow);
+
+    arbor::PropertyHolder description;
+    ASSERT_TRUE(fillDialogDescription(*listener, description));
+    EXPECT_EQ(arbor::wideText(description, L"idsPort"), L"USB002");
+}
+
+TEST_F(AlertDecisionTest, BothPrinterRecordsAreReadByAnOperationThatMayBeReplaced) {
+    listener->replaceConfiguration();
+
+    job(tern::kPrinterNarrow);
+    job(tern::kPrinterWide);
+
+    EXPECT_EQ(listener->takeCalls(), (Calls{"configure", "configure"}));
 }
 
 TEST_F(AlertDecisionTest, TheEndOfADocumentIsHandledByItsOwnOperation) {
@@ -257,6 +323,26 @@ TEST_F(AlertDecisionTest, TheFaxLinkStartsTheCompanionUnlessBothTextsAreInTheMes
 
     message.getProperties()->setString(L"idsFaxReceivedTB", "a fax in Orrery");
     listener->notify(&message);
+    EXPECT_EQ(listener->takeCalls(), Calls{});
+}
+
+TEST_F(AlertDecisionTest, AFaxTextThatIsNotExistCountsAsMissing) {
+    arbor::Message message(&alert_action::kMessageType, 1012, 0);
+    message.getProperties()->setString(L"idsFaxReceived", "a fax");
+    message.getProperties()->setString(L"idsFaxReceivedTB", "not exist");
+
+    listener->notify(&message);
+
+    EXPECT_EQ(listener->takeCalls(), Calls{"companion"});
+}
+
+TEST_F(AlertDecisionTest, AFaxTextThatIsEmptyIsThere) {
+    arbor::Message message(&alert_action::kMessageType, 1012, 0);
+    message.getProperties()->setString(L"idsFaxReceived", "");
+    message.getProperties()->setString(L"idsFaxReceivedTB", "");
+
+    listener->notify(&message);
+
     EXPECT_EQ(listener->takeCalls(), Calls{});
 }
 

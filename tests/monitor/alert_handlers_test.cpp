@@ -78,11 +78,12 @@ TEST_F(AlertHandlersTest, ACartridgeThatWasNeverRecordedIsToldOnce) {
                               L"CurrCart", kSerial);
 
     status(10512);
+    EXPECT_EQ(openTypes(), std::vector<int>{6});
+    EXPECT_TRUE(wasTraced("TERNA IllegalCartOccured SN=4711"));
+
     headless::closeBox(windowOf(6));
     status(10512);
-
     EXPECT_TRUE(openTypes().empty());
-    EXPECT_TRUE(wasTraced("TERNA IllegalCartOccured SN=4711"));
 }
 
 TEST_F(AlertHandlersTest, ANewCartridgeIsGreetedOnce) {

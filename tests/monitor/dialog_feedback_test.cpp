@@ -119,6 +119,18 @@ TEST_F(DialogFeedbackTest, ClosingManualDuplexPressesGo) {
     EXPECT_EQ(world().device.presses().front().port, kPrinter);
 }
 
+TEST_F(DialogFeedbackTest, GoIsPressedBeforeTheAlertGoes) {
+    world().device.install();
+    printerIs(kPrinter);
+    status(40120);
+    std::vector<std::wstring> pressedBefore;
+    headless::setWhenAWindowGoes([&pressedBefore] { pressedBefore = pressed(); });
+
+    headless::closeBox(windowOf(3));
+
+    EXPECT_EQ(pressedBefore, std::vector<std::wstring>{L"go"});
+}
+
 // As start-up does when the texts are missing: then the two captions are equal because both are
 // empty.
 TEST_F(DialogFeedbackTest, WithoutTextsEveryAlertAsksThePrinterToGoOn) {

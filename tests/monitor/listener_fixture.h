@@ -52,6 +52,13 @@ public:
     void showGenericStatus(std::int32_t status) override {
         call("generic " + std::to_string(status));
     }
+    void configurePrinter(arbor::IMessage* message) override {
+        if (_configurationIsReplaced) {
+            call("configure");
+        } else {
+            DefaultLMSListener::configurePrinter(message);
+        }
+    }
     void onEndDocument() override { call("end of document"); }
     bool launchCompanion() override {
         call("companion");
@@ -59,12 +66,16 @@ public:
     }
     void showDialogType32() override { call("32"); }
 
+    // From now on the printer's name and settings are not read.
+    void replaceConfiguration() { _configurationIsReplaced = true; }
+
     [[nodiscard]] std::vector<std::string> takeCalls() { return std::exchange(_calls, {}); }
 
 private:
     void call(std::string name) { _calls.push_back(std::move(name)); }
 
     std::vector<std::string> _calls;
+    bool _configurationIsReplaced = false;
 };
 
 // A listener in a framework of its own on the simulated platform, with the words to talk to it.

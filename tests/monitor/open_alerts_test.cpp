@@ -4,6 +4,8 @@
 #include "ui/alert_window.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -21,7 +23,28 @@ protected:
         return static_cast<DefaultStatusDialog*>(headless::find(windowOf(dialogType))->dialog);
     }
 
+    // The line for one comparison: what was looked for, and what stood in the list.
+    static std::string comparison(const char* operation, const void* wanted, const void* found) {
+        char line[80];
+        std::snprintf(line, sizeof line, "TERNA %s %#x ?= %#x", operation, low(wanted), low(found));
+        return line;
+    }
+
+    static std::vector<std::string> comparisonsTraced() {
+        std::vector<std::string> lines = world().diagnostics.traceLines();
+        const auto isOther = [](const std::string& line) {
+            return line.find(" 0x") == std::string::npos || line.find(" ?= ") == std::string::npos;
+        };
+        lines.erase(std::remove_if(lines.begin(), lines.end(), isOther), lines.end());
+        return lines;
+    }
+
     OpenAlerts alerts;
+
+private:
+    static unsigned low(const void* address) {
+        return static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(address));
+    }
 };
 
 TEST_F(OpenAlertsTest, OneAlertOfEachTypeIsOpen) {
@@ -88,6 +111,29 @@ TEST_F(OpenAlertsTest, LookupsAreTraced) {
 
     EXPECT_TRUE(wasTraced("TERNA findAlertDialogType 10"));
     EXPECT_TRUE(wasTraced("TERNA findAlertDialogType 10 ?= 0"));
+}
+
+// Each of the three traces every alert that it compares, and stops at the first that matches.
+TEST_F(OpenAlertsTest, SearchesForADialogAreTracedByItsAddress) {
+    open(0);
+    open(10);
+    open(12);
+    const StatusDialog* first = dialogOf(0);
+    const StatusDialog* second = dialogOf(10);
+
+    alerts.findAlertDialog(second);
+    alerts.findAlertTypeFromDlg(second);
+    alerts.removeAlertDialog(second);
+
+    const std::vector<std::string> expected = {
+        comparison("findAlertDialog", second, first),
+        comparison("findAlertDialog", second, second),
+        comparison("findAlertTypeFromDlg", second, first),
+        comparison("findAlertTypeFromDlg", second, second),
+        comparison("removeAlertDialog", second, first),
+        comparison("removeAlertDialog", second, second),
+    };
+    EXPECT_EQ(comparisonsTraced(), expected);
 }
 
 TEST_F(OpenAlertsTest, ANewAlertIsTracedByItsAddress) {

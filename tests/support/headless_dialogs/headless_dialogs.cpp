@@ -22,6 +22,7 @@ struct Desktop {
     std::vector<CartridgeCheck> checks;
     std::function<void()> whileMessageIsOpen;
     std::wstring templateText;
+    std::function<void()> whenAWindowGoes;
     bool creationFails = false;
     std::uintptr_t lastHandle = 0;
     int opened = 0;
@@ -135,6 +136,8 @@ WindowHandle openWindow(int templateId) {
 }
 
 void eraseWindow(WindowHandle window) {
+    const std::function<void()> action = desktop().whenAWindowGoes;
+    if (action) action();
     auto& all = desktop().windows;
     const auto found =
         std::find_if(all.begin(), all.end(), [window](const auto& e) { return e.first == window; });
@@ -215,6 +218,10 @@ void setCreationFails(bool fails) {
 
 void setWhileMessageIsOpen(std::function<void()> action) {
     desktop().whileMessageIsOpen = std::move(action);
+}
+
+void setWhenAWindowGoes(std::function<void()> action) {
+    desktop().whenAWindowGoes = std::move(action);
 }
 
 }  // namespace headless

@@ -95,5 +95,7 @@ void setTemplateText(std::wstring text);
 void setCreationFails(bool fails);
 // Runs while each message box is open, as the system serves other windows then.
 void setWhileMessageIsOpen(std::function<void()> action);
+// Runs each time a window is about to go.
+void setWhenAWindowGoes(std::function<void()> action);
 
 }  // namespace headless
