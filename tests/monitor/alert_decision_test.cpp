@@ -312,6 +312,17 @@ TEST_F(AlertDecisionTest, TheMediaTypeOfTheChannelBecomesTheCurrentOne) {
     EXPECT_EQ(currentMediaType(), 309);
 }
 
+TEST_F(AlertDecisionTest, TheMediaTypeIsTakenFromASilentPrinterToo) {
+    statusDataIs(0);
+    arbor::Message message(&tern::kVeloEventGeneratorId, 2, 0);
+    message.getProperties()->setInt(L"subcode", tern::kMediaReport);
+    message.getProperties()->setString(L"mediaType", "Vellum");
+
+    EXPECT_TRUE(listener->notify(&message));
+
+    EXPECT_EQ(currentMediaType(), 321);
+}
+
 TEST_F(AlertDecisionTest, TheFaxLinkStartsTheCompanionUnlessBothTextsAreInTheMessage) {
     feedback(1012);
     EXPECT_EQ(listener->takeCalls(), Calls{"companion"});
