@@ -17,7 +17,9 @@ std::wstring bagText(const arbor::IPropertyHolder& bag, const wchar_t* key,
 }
 
 void putText(arbor::IPropertyHolder& bag, const wchar_t* key, const std::wstring& text) {
-    if (!bag.setWString(key, text.c_str())) throw std::bad_alloc();
+    const bool isStored = bag.setWString(key, text.c_str());
+    // The bag answers true also for a text that it had no memory to copy, and stores a null for it.
+    if (!isStored || bag.getProperty(key)->getData() == nullptr) throw std::bad_alloc();
 }
 
 void putInt(arbor::IPropertyHolder& bag, const wchar_t* key, std::int32_t value) {

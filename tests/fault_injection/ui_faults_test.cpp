@@ -14,8 +14,10 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <memory>
 #include <string>
+#include <utility>
 
 // Every allocation of making an alert and of closing it fails in turn, alone and on top of platform
 // faults.
@@ -44,23 +46,37 @@ void describe(arbor::PropertyHolder& description, void* strings, int type, int s
     description.setInt(L"dialog type", type);
 }
 
-// Null, or an alert that opens and shows at least its frame.
+// What all controls of an alert show.
+std::map<int, std::wstring> textsOf(WindowHandle window) {
+    std::map<int, std::wstring> texts;
+    for (const auto& [id, control] : headless::find(window)->controls)
+        texts[id] = control.text;
+    return texts;
+}
+
+// Null, or an alert that opens and shows all its texts.
 TEST_P(UiFaultsTest, AnAlertIsMadeWholeOrNotAtAll) {
-    for (const auto& [type, status] : {std::pair{1, 41003}, {4, 10209}, {3, 40120}}) {
+    for (const std::pair<int, int>& alertKind : {std::pair{1, 41003}, {4, 10209}, {3, 40120}}) {
         cleanPlatform();
         headless::reset();
         void* const strings = speakEnglish();
-        arbor::PropertyHolder description;
-        describe(description, strings, type, status);
+        std::unique_ptr<arbor::PropertyHolder> description;
         std::unique_ptr<DefaultStatusDialog> alert;
-        const auto scene = [&] { return [&] { alert = createAlertDialog(description); }; };
+        std::map<int, std::wstring> whole;
+        const auto scene = [&] {
+            description = std::make_unique<arbor::PropertyHolder>();
+            describe(*description, strings, alertKind.first, alertKind.second);
+            return [&] { alert = createAlertDialog(*description); };
+        };
         const auto check = [&](long failed) {
             if (failed == 0) {
                 ASSERT_NE(alert, nullptr);
             }
             if (alert != nullptr) {
                 EXPECT_TRUE(alert->create());
-                EXPECT_EQ(headless::windows().size(), 1U);
+                ASSERT_EQ(headless::windows().size(), 1U);
+                if (failed == 0) whole = textsOf(alert->window());
+                EXPECT_EQ(textsOf(alert->window()), whole) << failed;
             }
             alert.reset();
             EXPECT_TRUE(headless::windows().empty());
