@@ -5,7 +5,8 @@
 #include <cstdint>
 
 // What an alert tells the listener: the codes of its action messages, all of one type. A command
-// that no rule of the alert takes is sent with its own control id.
+// that no rule of the alert takes is sent with its own control id. The numbers are kept: see
+// decision 0012.
 namespace alert_action {
 
 inline constexpr arbor::Guid kMessageType{

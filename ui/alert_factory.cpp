@@ -21,7 +21,7 @@
 
 namespace {
 
-// What an alert's row may ask.
+// What the functions of a row need to know.
 struct AlertContext {
     arbor::IPropertyHolder& description;
     void* strings;        // module of the texts
@@ -73,7 +73,8 @@ constexpr SuppliesColumn kUnread{SuppliesMode::PagesUnknown, false, IDB_NEEDS_AT
 constexpr SuppliesColumn kForeign{SuppliesMode::Pages, false, IDB_UNKNOWN_CARTRIDGE};
 constexpr SuppliesColumn kMissing{SuppliesMode::NameOnly, false, IDB_NEEDS_ATTENTION};
 
-// The text names the media in use and the media needed; it never reaches the screen unfilled.
+// The text has two placeholders, which stand for the media in use and for the media that is needed.
+// It replaces the text of the row, so nobody sees the placeholders.
 void describeMedia(AlertContext& alert) {
     const auto mediaText = [&alert](int id) {
         return localizedText(alert.strings, static_cast<std::uint32_t>(id), kFactoryTextUnits);
@@ -119,7 +120,8 @@ void describeFax(AlertContext& alert, const wchar_t* marker, int detail) {
     putInt(alert.description, alert_key::kHideHelp, 1);
 }
 
-// One marker each: with both, the window would be made compact twice.
+// Only one of the two markers is set: with both, the window would be made compact twice, and would
+// lose twice the height.
 void describePrintedFax(AlertContext& alert) {
     describeFax(alert, alert_key::kFaxReceived, IDS_FAX_DETAIL);
 }

@@ -2,7 +2,7 @@
 
 // Keys of the description of an alert: a property bag that the listener fills, the factory
 // completes and the dialog reads. A key "ids..." holds a string id, "idb..." a bitmap id, and the
-// others what is said beside them.
+// others what is said beside them. All spellings are kept: see decision 0012.
 namespace alert_key {
 
 // Set by the listener
@@ -57,7 +57,7 @@ inline constexpr wchar_t kCaption[] = L"idsDialogCaption";  // instead of kTitle
 
 // Switches
 inline constexpr wchar_t kGenuineCartridge[] = L"genuine cartridge";
-// Both are spelled so by every writer of a description.
+// Spelled so by every writer and reader of a description (kept: see decision 0012).
 inline constexpr wchar_t kHideHelp[] = L"disalbeHelpBtn";
 inline constexpr wchar_t kHideForRecycle[] = L"disalbeRecycleBtn";
 

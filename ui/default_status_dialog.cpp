@@ -25,8 +25,6 @@ using dialog_controls::Emphasis;
 
 constexpr DialogResult kHandled = 1;
 
-constexpr int kDuplexPictureControls[] = {IDC_DUPLEX_PICTURE_1, IDC_DUPLEX_PICTURE_2,
-                                          IDC_DUPLEX_PICTURE_3};
 constexpr int kDuplexTextControls[] = {IDC_DUPLEX_STEP_1, IDC_DUPLEX_STEP_2, IDC_DUPLEX_STEP_3};
 
 // The prompt comes first; the hours of the others are in the cartridge store, in the same order.
@@ -84,7 +82,8 @@ DefaultStatusDialog::DefaultStatusDialog(const arbor::IPropertyHolder& descripti
         _duplexPictures[step] = description.getInt(alert_key::kDuplexPictures[step], 0);
     }
     _title = formatText(textOf(description, alert_key::kTitle), {_printerName}, kTextUnits);
-    // Wins over every other message, and takes the base's printer text, not the printer's name.
+    // The first message replaces all others that the base has put together, and its placeholder
+    // stands for the base's printer text, not for the printer's name.
     if (description.getInt(alert_key::kMessage, 0) != 0) {
         _message = formatText(textOf(description, alert_key::kMessage), {_printerText}, kTextUnits);
     }
@@ -97,7 +96,7 @@ DialogResult DefaultStatusDialog::onInitDialog(WindowHandle window, MessageWord,
     showGenuineLink(window);
     if (_helpHidden) dialog_controls::show(window, IDC_ALERT_HELP, false);
     if (_suppliesShown) showSuppliesBlock(window);
-    // The window and not the button: an alert about recycling alone has nothing else to say.
+    // The window and not the button, because an alert about recycling has nothing else to say.
     if (_recycleHidden && dialog_controls::exists(window, IDC_ALERT_RECYCLE)) {
         dialog_controls::hideWindow(window);
     }
@@ -155,8 +154,8 @@ void DefaultStatusDialog::showSnoozeList(WindowHandle window) const {
     dialog_controls::setTextIfAny(window, IDC_SNOOZE_LABEL, text(IDS_SNOOZE_LABEL));
 }
 
-// Screen readers speak window texts, not what is painted. A picture that is not there has no name
-// and is no stop on their way.
+// Screen readers speak the texts of windows and not what is painted on them. A picture control
+// without a picture is hidden, so that they do not stop at it.
 void DefaultStatusDialog::nameControls(WindowHandle window) const {
     for (const ButtonFace& face : buttonFaces()) {
         dialog_controls::setTextIfAny(window, face.control, buttonCaption(face));
@@ -285,6 +284,8 @@ bool DefaultStatusDialog::canResume() const {
         // Without a strings library both are empty, and equal.
         return text(IDS_CONTINUE) == _okCaption;
     } catch (const std::bad_alloc&) {
-        return false;  // as for nearly every alert: whoever closes one must not be kept from it
+        // Closing an alert must not fail. The answer for nearly every alert is no, and a yes would
+        // press the printer's button.
+        return false;
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "printer/alert_types.h"
+#include "ui/resource_ids.h"
 #include "ui/status_dialog.h"
 #include "ui/window_types.h"
 
@@ -16,12 +17,14 @@ struct ButtonFace;
 class DefaultStatusDialog final : public StatusDialog {
 public:
     static constexpr std::size_t kDuplexSteps = 3;
+    static constexpr std::array<int, kDuplexSteps> kDuplexPictureControls = {
+        IDC_DUPLEX_PICTURE_1, IDC_DUPLEX_PICTURE_2, IDC_DUPLEX_PICTURE_3};
 
     // See StatusDialog. The factory passes false and the owner calls create() later.
     DefaultStatusDialog(const arbor::IPropertyHolder& description, bool createNow);
     ~DefaultStatusDialog() = default;
 
-    // The slots below are fixed in order.
+    // The order of these operations is kept: see decision 0012.
     DialogResult dlgProc(WindowHandle window, WindowMessage message, MessageWord wParam,
                          MessageLong lParam) override;
     virtual DialogResult onInitDialog(WindowHandle window, MessageWord wParam, MessageLong lParam);
@@ -43,7 +46,7 @@ private:
     void showSuppliesBlock(WindowHandle window) const;
     void showSnoozeList(WindowHandle window) const;
     void nameControls(WindowHandle window) const;
-    // The last two statements of a rule: this object may be gone when they return.
+    // Each of these two is the last statement of a rule: this object may be gone when it returns.
     void acceptOk(WindowHandle window);
     void showHelp(WindowHandle window) const;
     // The caption that is drawn on a button.

@@ -2,7 +2,8 @@
 
 // Ids of the program's own resources: dialog templates, controls, bitmaps and icons. The resource
 // compiler reads this file too: macros and comments, nothing else. Each kind of resource has a name
-// space of its own, so the same number may stand in several. String ids: strings/string_ids.h.
+// space of its own, so the same number may stand in several. The numbers are kept: see decision
+// 0012. String ids: strings/string_ids.h.
 
 // Dialog templates
 #define IDD_ALERT 137

@@ -134,7 +134,8 @@ std::shared_ptr<arbor::IMessage> StatusDialog::actionMessage(std::uint32_t code,
                     longWord);
     auto message = std::make_shared<arbor::Message>(&alert_action::kMessageType, code, 0U, nullptr);
     arbor::IPropertyHolder& properties = *message->getProperties();
-    // An action that does not say whose it is would be taken for nobody's.
+    // An action is matched to its alert by these properties. Without one of them it would be
+    // ignored, and the user would see a button that does nothing.
     const bool whole = properties.setPointer(alert_action_key::kDialog, this) &&
                        properties.setPointer(alert_action_key::kWindow, window) &&
                        properties.setInt(alert_action_key::kWord, word) &&
@@ -162,7 +163,8 @@ void StatusDialog::initialize(WindowHandle window) {
     showLink(IDC_ALERT_FRAUD_LINK, _fraud);
     dialog_controls::setTextIfAny(window, IDC_ALERT_HEADLINE, _headline);
     dialog_controls::setFont(window, IDC_ALERT_HEADLINE, dialog_controls::Emphasis::Headline);
-    // The alert is not in the list of its owner while it opens, so hearing of these cannot end it.
+    // These messages cannot end the alert, because its owner does not have it in the list of open
+    // alerts yet.
     announceExtras(window);
     dialog_controls::setTextIfAny(window, IDC_ALERT_OK, _okCaption);
 }

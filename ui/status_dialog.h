@@ -17,8 +17,8 @@ class EventBroker;
 
 inline constexpr int kSnoozeChoices = 8;  // after the prompt, which is choice 0
 
-// What every alert has: its texts and pictures, its window, and the road of the user's actions to
-// the event broker. Everything happens on the main thread.
+// What every alert has: its texts and pictures, its window, and the messages that take the user's
+// actions to the event broker. Everything happens on the main thread.
 //
 // Publishing an action may end in the destruction of this object and of its window, while its
 // procedure is on the stack: after notify() nothing may touch either.

@@ -32,6 +32,7 @@ bool placeholderKind(wchar_t letter, TextArgument::Kind& kind) {
     }
 }
 
+// A narrow text, such as the part number of a cartridge, is in the ANSI code page.
 std::wstring inserted(const TextArgument& argument) {
     if (argument.kind == TextArgument::Kind::Number) return numberText(argument.number);
     if (argument.kind == TextArgument::Kind::Narrow) return platform::widened(argument.narrowText);

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-// An alert as a message told it.
+// What an action message of an alert carried.
 struct Told {
     std::uint32_t code;
     void* dialog;

@@ -23,8 +23,8 @@ StatusDialog* receiverOf(HWND window) noexcept {
 
 }  // namespace
 
-// What the procedure needs at WM_INITDIALOG, and how that ended. The system makes the window
-// whatever the procedure answers, so the answer has to come back on a way of our own.
+// What the procedure needs at WM_INITDIALOG, and how that ended. The system keeps the window
+// whatever the procedure answers, so the result is handed back here.
 struct AlertBinding::Opening {
     StatusDialog& dialog;
     bool isFilled = false;
@@ -35,7 +35,7 @@ HWND AlertBinding::make(HINSTANCE module, int templateId, StatusDialog& dialog) 
     const HWND window =
         createDialog(module, templateId, procedure, reinterpret_cast<LPARAM>(&opening));
     if (window == nullptr || opening.isFilled) return window;
-    // An alert with half of its texts would count as shown, and its reader would miss the rest.
+    // An alert that lacks some of its texts would count as shown, and nobody would ever see them.
     cutOff(window);
     ::DestroyWindow(window);
     return nullptr;
@@ -70,13 +70,16 @@ INT_PTR AlertBinding::open(HWND window, WPARAM wParam, Opening& opening) {
     return result;
 }
 
+// At WM_NCDESTROY, the last message of a window: until then the object must hear of its end, and
+// the controls use the fonts and pictures that are released here.
 void AlertBinding::forget(HWND window) noexcept {
     if (StatusDialog* dialog = objectOf(window)) dialog->setWindow(nullptr);
     ::RemovePropW(window, kObjectProperty);
     WindowResources::release(window);
 }
 
-// Nothing may be thrown into the system's frames. After dlgProc object and window may be gone.
+// No exception may leave this function: the system that calls it does not know exceptions. After
+// dlgProc both object and window may be gone, because an action can end its alert.
 INT_PTR AlertBinding::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     INT_PTR result = FALSE;
     try {
@@ -87,6 +90,7 @@ INT_PTR AlertBinding::procedure(HWND window, UINT message, WPARAM wParam, LPARAM
         if (StatusDialog* dialog = receiverOf(window)) {
             result = dialog->dlgProc(window, message, wParam, lParam);
         }
+        // Also when the alert is cut off from its object: it is painted until it is gone.
         if (result == FALSE && isColourRequest(message))
             result = paintFace(window, message, wParam);
     } catch (const std::exception& error) {

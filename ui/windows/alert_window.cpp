@@ -28,6 +28,8 @@ void dismissAlertWindow(WindowHandle window) {
     ::DestroyWindow(window);
 }
 
+// The window is cut off first in both: what it sends while it goes must not reach an object that
+// its owner is about to destroy.
 void destroyAlertWindow(WindowHandle window) {
     if (!AlertBinding::isAlert(window)) return;
     AlertBinding::cutOff(window);

@@ -5,8 +5,6 @@
 #include "ui/windows/display_settings.h"
 #include "ui/windows/picture_painting.h"
 
-#include <iterator>
-
 // The window of the alert: the procedure that routes its messages, and what it paints itself.
 
 namespace {
@@ -18,9 +16,6 @@ constexpr int kNameLeft = 120, kNameTop = 10;  // of the printer's name on the b
 constexpr int kNameHeight = 35, kNameWidth = 13, kNameWeight = 600;
 constexpr wchar_t kNameFont[] = L"Times New Roman";
 constexpr UINT kNameFormat = DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX;
-
-constexpr int kDuplexControls[] = {IDC_DUPLEX_PICTURE_1, IDC_DUPLEX_PICTURE_2,
-                                   IDC_DUPLEX_PICTURE_3};
 
 void paintSystemFace(const DRAWITEMSTRUCT& item, bool pressed) {
     RECT area = item.rcItem;
@@ -85,6 +80,8 @@ DialogResult DefaultStatusDialog::dlgProc(WindowHandle window, WindowMessage mes
     }
 }
 
+// Every button gets the size of its picture first. The template says sizes in dialog units, and how
+// many pixels these are depends on the font.
 DialogResult DefaultStatusDialog::onDrawItem(WindowHandle window, MessageWord, MessageLong lParam) {
     auto* module = static_cast<HINSTANCE>(_module);
     for (const ButtonFace& face : buttonFaces()) {
@@ -93,7 +90,7 @@ DialogResult DefaultStatusDialog::onDrawItem(WindowHandle window, MessageWord, M
     DRAWITEMSTRUCT item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
     const ButtonFace* face = buttonFace(static_cast<int>(item.CtlID));
     if (face == nullptr) return TRUE;
-    ::GetClientRect(item.hwndItem, &item.rcItem);
+    ::GetClientRect(item.hwndItem, &item.rcItem);  // what was sent is older than the new size
     const bool pressed = (item.itemState & ODS_SELECTED) != 0;
     COLORREF colour = face->whiteCaption ? kWhite : kBlack;
     if (isHighContrast()) {
@@ -119,8 +116,8 @@ DialogResult DefaultStatusDialog::onCtlColorStatic(WindowHandle window, MessageW
         paintBanner(dc, control, module, _printerName);
         return nothingElse;
     }
-    for (std::size_t step = 0; step < std::size(kDuplexControls); ++step) {
-        if (id != kDuplexControls[step]) continue;
+    for (std::size_t step = 0; step < kDuplexSteps; ++step) {
+        if (id != kDuplexPictureControls[step]) continue;
         paintBitmap(dc, module, _duplexPictures[step]);
         return nothingElse;
     }

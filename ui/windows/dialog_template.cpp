@@ -6,6 +6,8 @@
 
 namespace {
 
+// A template has one of two forms. An extended one (DIALOGEX) starts with the words 1 and 0xFFFF. A
+// plain one starts with its style, whose upper word is never 0xFFFF.
 constexpr WORD kExtendedSignature = 0xFFFF;      // second word of an extended template, after a 1
 constexpr std::size_t kStyleOffsetExtended = 8;  // bytes, of the extended style
 constexpr std::size_t kStyleOffsetPlain = 4;
@@ -25,6 +27,7 @@ std::vector<std::byte> mirroredTemplate(HINSTANCE module, int templateId) {
     return ::mirroredTemplate(templateBytes(module, templateId));
 }
 
+// Some buttons have the same style bits as a picture, so the control is asked what it is.
 BOOL CALLBACK keepUnmirrored(HWND control, LPARAM) {
     const LONG_PTR kind = ::GetWindowLongPtrW(control, GWL_STYLE) & SS_TYPEMASK;
     const bool isStatic = (::SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_STATIC) != 0;
@@ -66,6 +69,7 @@ void keepPicturesUnmirrored(HWND dialog) {
 std::vector<std::byte> mirroredTemplate(std::span<const std::byte> original) {
     if (original.size() < sizeof(DLGTEMPLATE)) return {};
     std::vector<std::byte> copy(original.begin(), original.end());
+    // Copied in and out, because the bytes are no objects of these types.
     WORD signature[2];
     std::memcpy(signature, copy.data(), sizeof(signature));
     const bool isExtended = signature[0] == 1 && signature[1] == kExtendedSignature;

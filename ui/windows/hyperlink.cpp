@@ -24,6 +24,8 @@ LRESULT callOriginal(WNDPROC original, HWND window, UINT message, WPARAM wParam,
                                : ::DefWindowProcW(window, message, wParam, lParam);
 }
 
+// At WM_DESTROY, because the system asks that a window has no properties left when it is gone. What
+// comes after that message goes to the original procedure.
 void restoreProcedure(HWND window, WNDPROC original) {
     if (original == nullptr) return;
     ::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(original));
@@ -31,7 +33,7 @@ void restoreProcedure(HWND window, WNDPROC original) {
     ::RemovePropW(window, kBlueText);
 }
 
-// The properties hold whole pointers.
+// The original procedure is kept before ours is installed, because the next message needs it.
 void subclass(HWND window, WNDPROC procedure) {
     const LONG_PTR before = ::GetWindowLongPtrW(window, GWLP_WNDPROC);
     setWindowProperty(window, kOriginalProcedure, reinterpret_cast<HANDLE>(before));
@@ -48,7 +50,7 @@ LRESULT CALLBACK linkProcedure(HWND window, UINT message, WPARAM wParam, LPARAM 
     const WNDPROC original = originalProcedure(window);
     if (message == WM_SETCURSOR) {
         setHandCursor();
-        return TRUE;
+        return TRUE;  // and do not ask the dialog, which would set the arrow
     }
     if (message == WM_DESTROY) restoreProcedure(window, original);
     return callOriginal(original, window, message, wParam, lParam);
@@ -67,6 +69,8 @@ void paintBlue(HDC dc, HWND control) {
 LRESULT CALLBACK parentProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     const WNDPROC original = originalProcedure(window);
     if (message == WM_DESTROY) restoreProcedure(window, original);
+    // The dialog answers first: its brush is the answer, and the black that it sets for its texts
+    // would replace our blue.
     const LRESULT result = callOriginal(original, window, message, wParam, lParam);
     if (message == WM_CTLCOLORSTATIC) {
         auto* control = reinterpret_cast<HWND>(lParam);
@@ -82,6 +86,7 @@ LRESULT CALLBACK parentProcedure(HWND window, UINT message, WPARAM wParam, LPARA
 void SetHyperLink(HWND control) {
     platform::trace("TERNA - SetHyperLink hwndCtl=%#x", shown(control));
     if (::GetPropW(control, kBlueText) != nullptr) return;  // a link already
+    // Without SS_NOTIFY the mouse passes through a static control to the dialog.
     const LONG_PTR style = ::GetWindowLongPtrW(control, GWL_STYLE);
     ::SetWindowLongPtrW(control, GWL_STYLE, style | SS_NOTIFY);
     subclass(control, linkProcedure);
@@ -89,6 +94,8 @@ void SetHyperLink(HWND control) {
 
     const HWND parent = ::GetParent(control);
     if (parent == nullptr || originalProcedure(parent) != nullptr) return;
+    // A dialog that was taken over twice would have our procedure as its original one, and that
+    // would call itself without end.
     if (::GetWindowLongPtrW(parent, GWLP_WNDPROC) == reinterpret_cast<LONG_PTR>(parentProcedure)) {
         return;
     }

@@ -28,8 +28,9 @@ bool StatusDialog::create() {
 }
 
 void StatusDialog::close(WindowHandle window) {
-    // Made first: a window that ends without a word leaves an alert that nobody can close, and the
-    // monitor waits for it for ever.
+    // The message is made before the window ends. Where there is no memory for it, the window stays
+    // and can be closed later. Ended without its message, the alert would stay in the monitor's
+    // list, and the monitor would wait for ever for its end.
     const auto closed = actionMessage(alert_action::kClosed, 0, 0, nullptr);
     AlertBinding::cutOff(window);
     ::EndDialog(window, 1);
@@ -61,6 +62,7 @@ DialogResult StatusDialog::dlgProc(WindowHandle window, WindowMessage message, M
     if (control != IDC_ALERT_PICTURE && control != IDC_ALERT_ICON) return FALSE;
     paintBitmap(dc, static_cast<HINSTANCE>(_module),
                 control == IDC_ALERT_PICTURE ? _pictureId : _iconId);
-    // Any other brush would have the control wipe the picture.
+    // The control fills itself with the brush of this answer. With any other brush it would wipe
+    // the picture away.
     return reinterpret_cast<DialogResult>(::GetStockObject(NULL_BRUSH));
 }

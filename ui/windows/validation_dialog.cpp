@@ -113,7 +113,7 @@ void paintBanner(HDC dc, HWND dialog) {
     ::SetTextColor(dc, contrast ? ::GetSysColor(COLOR_WINDOWTEXT) : kBannerText);
     UINT format = DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX;
     if ((::GetWindowLongPtrW(dialog, GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0) {
-        // Said and not left to the mirrored context, which not every system lets order the words.
+        // The order of the words is asked for. A mirrored context does not order them everywhere.
         ::SetLayout(dc, 0);
         area.right -= textLeft;
         format |= DT_RIGHT | DT_RTLREADING;
@@ -165,14 +165,15 @@ INT_PTR answerDetails(HWND dialog, UINT message, WPARAM wParam) {
     }
 }
 
-// Nothing may be thrown into the system's frames.
+// No exception may leave this function: the system that calls it does not know exceptions.
 template <INT_PTR (*answer)(HWND, UINT, WPARAM)>
 INT_PTR CALLBACK guarded(HWND dialog, UINT message, WPARAM wParam, LPARAM) noexcept {
     try {
         return answer(dialog, message, wParam);
     } catch (const std::exception& error) {
         platform::trace("TERNA - error: %s", error.what());
-        // A page with half of its texts must not ask. A modal one ends by this before it is shown.
+        // A page that lacks some of its texts must not ask. This ends a modal page before it is
+        // shown.
         if (message == WM_INITDIALOG) ::EndDialog(dialog, 0);
         return FALSE;
     }
@@ -181,7 +182,7 @@ INT_PTR CALLBACK guarded(HWND dialog, UINT message, WPARAM wParam, LPARAM) noexc
 INT_PTR answerCheckCommand(HWND dialog, int control) {
     switch (control) {
         case IDC_CHECK_SUBMIT:
-            validateCartridge(state().printerName);  // ends the process
+            validateCartridge(state().printerName);  // ends the process and does not return
         case IDC_CHECK_LEARN_MORE:
             runDialog(state().module, IDD_CARTRIDGE_CHECK_DETAILS, dialog, guarded<answerDetails>);
             ::InvalidateRect(dialog, nullptr, TRUE);

@@ -13,9 +13,6 @@ namespace {
 
 constexpr DialogResult kHandled = 1, kNotHandled = 0;
 
-constexpr int kDuplexPictures[] = {IDC_DUPLEX_PICTURE_1, IDC_DUPLEX_PICTURE_2,
-                                   IDC_DUPLEX_PICTURE_3};
-
 // A picture that the real window would paint at every request.
 void recordPainted(WindowHandle window, int control, int bitmap) {
     if (dialog_controls::exists(window, control)) {
@@ -84,7 +81,7 @@ DialogResult DefaultStatusDialog::dlgProc(WindowHandle window, WindowMessage mes
     switch (message) {
         case headless::kInitDialog:
             for (std::size_t step = 0; step < kDuplexSteps; ++step) {
-                recordPainted(window, kDuplexPictures[step], _duplexPictures[step]);
+                recordPainted(window, kDuplexPictureControls[step], _duplexPictures[step]);
             }
             return onInitDialog(window, wParam, lParam);
         case headless::kCommand:

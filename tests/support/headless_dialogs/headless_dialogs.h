@@ -59,7 +59,7 @@ struct CartridgeCheck {
     std::wstring printerName;
 };
 
-// Forgets everything; windows that are left are gone without a word to their objects.
+// Forgets everything. Windows that are left are gone, and their objects are not told.
 void reset();
 
 // The windows that exist, hidden ones included, in the order in which they opened.

@@ -3,7 +3,7 @@
 #include "tests/support/headless_dialogs/headless_dialogs.h"
 #include "ui/resource_ids.h"
 
-// Between the sources of the headless window half.
+// What the sources of the headless window half share.
 namespace headless {
 
 // The messages that an alert's rules know, with numbers of our own.
