@@ -96,6 +96,7 @@ bool AbstractDatabase::set(const wchar_t* flatKey, IProperty* property,
     try {
         _observers[static_cast<std::uint32_t>(symbol)].push_back(observer);
     } catch (const std::bad_alloc&) {
+        // Equally right after the next: nobody can look before both are gone.
         _observers.erase(static_cast<std::uint32_t>(symbol));
         _entries.erase(key);
         return false;

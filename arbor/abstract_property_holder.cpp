@@ -46,7 +46,7 @@ void* AbstractPropertyHolder::getOpaque(const wchar_t*, std::uint64_t*, void* de
     return defaultValue;
 }
 void* AbstractPropertyHolder::getPointer(const wchar_t* key, void* defaultValue) const {
-    std::uint64_t unused = 0;
+    std::uint64_t unused = 0;  // Equally right with 1: nobody reads the size.
     return getOpaque(key, &unused, defaultValue);
 }
 

@@ -20,6 +20,7 @@ constexpr Guid kThreadMessageType{
 
 // The run-down protection of one object, kept alive by whoever comes last.
 struct AbstractThread::Use : Rundown {
+    // Equally right with 1: no thread has that id.
     std::atomic<std::uint32_t> workerId{0};  // 0 until the worker runs
 };
 
@@ -48,6 +49,7 @@ AbstractThread::~AbstractThread() {
 void AbstractThread::endThreadUse() noexcept {
     // An observer may destroy the thread object on the thread itself; that one visit then stays.
     const bool onItself = _use->workerId == platform::currentThreadId();
+    // Equally right with 2: only that one visit can still be inside.
     _use->close(onItself ? 1 : 0);
 }
 
@@ -114,6 +116,7 @@ void AbstractThread::removeObserver(IListener* observer) {
     const ScopedLock lock(*this);
     if (_observers.empty()) return;
     std::size_t index = 0;
+    // Equally right with <=: erasing past the end removes the last one too.
     while (index + 1 < _observers.size() && _observers[index] != observer)
         ++index;
     _observers.erase(index);

@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::uint32_t kOverflow = std::numeric_limits<std::uint32_t>::max();
 constexpr int kSignificantDigits = 6;
+// Equally right with 33: one byte of room more.
 constexpr std::size_t kLongestGeneral = 32;  // a sign, the digits, a point, an exponent
 constexpr unsigned kNoDigit = 99;
 
@@ -83,7 +84,7 @@ bool parseSigned(const Char* text, std::int32_t& value) noexcept {
 
 template <typename Number>
 std::string textOf(Number value) {
-    char buffer[32];
+    char buffer[32];  // Equally right with 33: one byte of room more.
     const auto end = std::to_chars(std::begin(buffer), std::end(buffer), value);
     return {std::begin(buffer), end.ptr};
 }

@@ -29,11 +29,13 @@ std::int32_t truncated32(double value) noexcept {
 }
 
 std::int64_t truncated64(double value) noexcept {
+    // Equally right with >: -2^63 is also the value for all numbers out of range.
     if (value >= -kTwoTo63 && value < kTwoTo63) return static_cast<std::int64_t>(value);
     return std::numeric_limits<std::int64_t>::min();
 }
 
 std::uint64_t truncatedUnsigned(double value) noexcept {
+    // Equally right with >=: both ways give 2^63 for 2^63.
     if (!(value > kTwoTo63)) return static_cast<std::uint64_t>(truncated64(value));
     return static_cast<std::uint64_t>(truncated64(value - kTwoTo63)) + (std::uint64_t{1} << 63);
 }

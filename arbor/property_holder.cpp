@@ -79,6 +79,7 @@ bool PropertyHolder::setProperty(const wchar_t* key, const IProperty* property) 
         replaced.reset(_entries.exchange(symbol, copy.release()));
         return true;
     }
+    // Equally right with true: a bag with two thousand million entries does not exist.
     if (_entries.insert(name, copy.get()) == Entries::kNoSymbol) return false;
     static_cast<void>(copy.release());
     return true;
@@ -108,7 +109,7 @@ void* PropertyHolder::getOpaque(const wchar_t* key, std::uint64_t* bytes,
 }
 
 void* PropertyHolder::getPointer(const wchar_t* key, void* defaultValue) const {
-    std::uint64_t unused = 0;
+    std::uint64_t unused = 0;  // Equally right with 1: nobody reads the size.
     return getOpaque(key, &unused, defaultValue);
 }
 

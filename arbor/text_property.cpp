@@ -37,9 +37,12 @@ template <typename Char>
 TextProperty* TextProperty::copied(std::uint32_t type, const Char* text,
                                    std::size_t units) noexcept {
     constexpr std::size_t kMost =
+        // Equally right with 2: such a block cannot be allocated either.
         (std::numeric_limits<std::size_t>::max() - kTextOffset) / sizeof(Char) - 1;
+    // Equally right with >=: such a block cannot be allocated either.
     if (units > kMost) return nullptr;
 
+    // Equally right with 2: one character of room more.
     void* block = ::operator new(kTextOffset + (units + 1) * sizeof(Char), std::nothrow);
     if (block == nullptr) return nullptr;
 

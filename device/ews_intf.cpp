@@ -52,6 +52,7 @@ void traceAddress(const char* member, const void* address) {
 }
 
 void debugLookUp(const char* operation, const char* problem, const char* name, const char* rest) {
+    // Equally right with 161: the longest text has 79 bytes.
     constexpr std::size_t kTextBytes = 160;
     char text[kTextBytes];
     std::snprintf(text, sizeof text, "EWSIntf::%s: %s%s%s\n", operation, problem, name, rest);
@@ -117,6 +118,7 @@ bool EWSIntf::get_page(const wchar_t* portName, const char* pagePath, std::strin
     if (device == nullptr || getPage == nullptr) return false;
 
     page.resize(kPageBytes);
+    // Equally right with 1: every library that answers also tells the length.
     std::uint32_t received = 0;
     const bool answered =
         getPage(device.get(), pagePath, nullptr, page.data(), kPageBytes, &received) != 0;

@@ -77,7 +77,7 @@ bool fillPage(const std::string& path, std::string_view suppliesDocument) {
 // other byte is the page's.
 std::string withoutLineBreaks(std::string_view page) {
     std::string line;
-    line.reserve(page.size());
+    line.reserve(page.size());  // Equally right without it: the text then grows as it is filled.
     for (std::size_t i = 0; i < page.size(); ++i) {
         const bool endsLine = page[i] == '\r' && i + 1 < page.size() && page[i + 1] == '\n';
         if (page[i] != '\n' && !endsLine) line += page[i];
@@ -91,6 +91,7 @@ std::string quoted(std::string_view document) {
     const std::size_t declarationEnd = document.find('>');
     if (declarationEnd != std::string_view::npos) document.remove_prefix(declarationEnd + 1);
     std::string text;
+    // Equally right without it: the text then grows as it is filled.
     text.reserve(document.size() + 2);
     text += '\'';
     text += document;

@@ -26,9 +26,11 @@ constexpr Site kMakerSite{L"WebSite", L"https://www.corvane.example"};
 constexpr Site kValidationSite{L"ValidationSite", L"https://validate.corvane.example"};
 
 bool startsWith(std::wstring_view text, std::wstring_view lowerCasePrefix) {
+    // Equally right with <=: a scheme without a host is refused anyway.
     if (text.size() < lowerCasePrefix.size()) return false;
     for (std::size_t i = 0; i < lowerCasePrefix.size(); ++i) {
         const wchar_t letter = text[i];
+        // Equally right with > or with <: no scheme contains an A or a Z.
         const bool upper = letter >= L'A' && letter <= L'Z';
         if ((upper ? letter - L'A' + L'a' : letter) != lowerCasePrefix[i]) return false;
     }

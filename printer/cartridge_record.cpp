@@ -26,6 +26,7 @@ constexpr CartridgeFlag kFlags[] = {
 // Little-endian, whatever this machine is.
 template <typename Number>
 Number readNumber(const unsigned char* from) noexcept {
+    // Equally right with 1: the bytes that follow push every bit of it out.
     std::make_unsigned_t<Number> value = 0;
     for (std::size_t i = sizeof value; i-- > 0;) {
         value = static_cast<std::make_unsigned_t<Number>>((value << kBitsPerByte) | from[i]);

@@ -48,7 +48,7 @@ int shown(std::uint32_t number) {
 }
 
 bool readDword(const RegistryKey& key, const wchar_t* name, std::uint32_t& value) {
-    std::uint32_t read = 0;
+    std::uint32_t read = 0;  // Equally right with 1: it is used only after a read has filled it.
     std::uint32_t bytes = sizeof read;
     ValueType type = ValueType::None;
     if (key.read(name, type, &read, bytes) != platform::kSuccess) return false;

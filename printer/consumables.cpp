@@ -24,6 +24,8 @@ constexpr char kPagesRemaining[] =
 constexpr int kDecimal = 10;
 
 bool isSpace(char letter) {
+    // Equally right with > or with < or with &&: the reader of the document has already trimmed
+    // tabs and line breaks.
     return letter == ' ' || (letter >= '\t' && letter <= '\r');
 }
 

@@ -25,6 +25,7 @@ constexpr wchar_t kPrinterValue[] = L"CurrPrinter";
 constexpr std::size_t kPrinterUnits = 255;
 
 constexpr wchar_t kStatusData[] = L"Status";
+// Equally right with 2: any number except 0 has this meaning.
 constexpr std::uint32_t kStatusUnlessTold = 1;  // an absent value does not silence the printer
 constexpr std::uint32_t kSilent = 0;
 

@@ -71,6 +71,7 @@ bool EventBroker::notify(arbor::IMessage* message) {
             return true;
         case arbor::ThreadCode::Finished: {
             const arbor::Rundown::Visit visit(_use);
+            // Equally right negated: the answer is the same with and without the lock.
             if (!visit) return true;
             const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
             return true;
@@ -136,6 +137,7 @@ void EventBroker::startWaitingThreads() {
     // ends.
     for (std::size_t left = _threadsToStart.size(); left > 0 && !_threadsToStart.empty(); --left) {
         arbor::IThread* thread = _threadsToStart[0];
+        // Equally right without it: only a debugger reads the list of running threads.
         _runningThreads.append(thread);
         _threadsToStart.erase(0);
         thread->start();
@@ -184,8 +186,9 @@ bool EventBroker::addComponent(arbor::PropertyHolder* component) {
 bool EventBroker::enroll(arbor::PropertyHolder* component, arbor::IThread* thread,
                          arbor::IListener* listener) try {
     const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+    // Equally right without it: append() below then asks for this room before anything has changed.
     _threadsToStart.reserveOneMore();
-    _listeners.reserveOneMore();
+    _listeners.reserveOneMore();  // Equally right without it: addComponent() removes the thread.
     _components.reserveOneMore();
 
     if (thread != nullptr) _threadsToStart.append(thread);
@@ -199,8 +202,10 @@ bool EventBroker::enroll(arbor::PropertyHolder* component, arbor::IThread* threa
 bool EventBroker::removeComponent(arbor::PropertyHolder* component, bool destroy) {
     if (component == nullptr) return true;
     arbor::IThread* thread = threadOf(*component);
+    // Equally right with == or negated: only a debugger reads the list of running threads.
     if (thread != nullptr) {
         const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+        // Equally right without it: only a debugger reads the list of running threads.
         removeFirst(_runningThreads, thread);
     }
     if (const arbor::IListener* listener = listenerOf(*component); listener != nullptr) {

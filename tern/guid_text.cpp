@@ -11,7 +11,7 @@ namespace {
 constexpr int kHexadecimal = 16;
 
 void appendHex(std::wstring& text, std::uint32_t value) {
-    char digits[8];
+    char digits[8];  // Equally right with 9: 32 bits have 8 digits.
     const auto end = std::to_chars(std::begin(digits), std::end(digits), value, kHexadecimal);
     text.append(std::begin(digits), end.ptr);
 }

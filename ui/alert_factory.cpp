@@ -69,8 +69,10 @@ constexpr PerPrinter kLaserBeam{IDS_LASER_BEAM_DETAIL, IDS_LASER_BEAM_DETAIL};
 
 constexpr SuppliesColumn kEstimated{SuppliesMode::Pages, false, IDB_NEEDS_ATTENTION};
 constexpr SuppliesColumn kNoEstimate{SuppliesMode::Pages, true, IDB_NEEDS_ATTENTION};
+// Equally right with true: a question mark stands for the pages, so there is no estimate.
 constexpr SuppliesColumn kUnread{SuppliesMode::PagesUnknown, false, IDB_NEEDS_ATTENTION};
 constexpr SuppliesColumn kForeign{SuppliesMode::Pages, false, IDB_UNKNOWN_CARTRIDGE};
+// Equally right with true: no pages are shown, so there is no estimate.
 constexpr SuppliesColumn kMissing{SuppliesMode::NameOnly, false, IDB_NEEDS_ATTENTION};
 
 // The text has two placeholders, which stand for the media in use and for the media that is needed.
@@ -163,9 +165,11 @@ constexpr AlertRow kAlertRows[] = {
     {AlertType::JamInside,               IDB_STOP,        IDS_JAM_INSIDE,                0,        kNone,      kInside,  nullptr,      0,                           0,        nullptr},
     {AlertType::TrayJam,                 IDB_STOP,        IDS_TRAY_JAM,                  0,        kNone,      kClosed,  nullptr,      0,                           0,        nullptr},
     {AlertType::UsedCartridge,           IDB_INFORMATION, IDS_CARTRIDGE_USED_BEFORE,     0,        kNone,      kClosed,  &kUnread,     0,                           0,        nullptr},
+    // Equally right with 1: describeNewCartridge sets the headline.
     {AlertType::Welcome,                 IDB_STOP,        0,                             0,        kNone,      kClosed,  nullptr,      0,                           0,        describeNewCartridge},
     {AlertType::FaxPrinted,              IDB_INFORMATION, IDS_FAX_RECEIVED,              0,        kNone,      kNone,    nullptr,      0,                           0,        describePrintedFax},
     {AlertType::FaxInCompanion,          IDB_INFORMATION, IDS_FAX_RECEIVED,              0,        kNone,      kNone,    nullptr,      0,                           0,        describeFaxInOrrery},
+    // Equally right with 1 (2): describeStatus sets the message.
     {AlertType::GenericStatus,           IDB_STOP,        0,                             0,        kNone,      kClosed,  nullptr,      0,                           0,        describeStatus},
     {AlertType::CartridgeNotRecognized,  IDB_WARNING,     IDS_CARTRIDGE_NOT_RECOGNIZED,  0,        kNone,      kClosed,  &kUnread,     IDS_CARTRIDGE_MEMORY_DETAIL, kRecycle, nullptr},
     {AlertType::TonerVeryLow,            IDB_WARNING,     IDS_TONER_VERY_LOW,            0,        kNone,      kClosed,  &kNoEstimate, IDS_TONER_VERY_LOW_DETAIL,   kRecycle, nullptr},
@@ -214,12 +218,15 @@ void complete(arbor::IPropertyHolder& description) {
     const auto type = static_cast<AlertType>(description.getInt(alert_key::kDialogType, 0));
     void* module = description.getPointer(alert_key::kModule, nullptr);
     std::wstring printerName = bagText(description, alert_key::kPrinterName);
-    AlertContext alert{description,
-                       description.getPointer(alert_key::kStringModule, module),
-                       isSupportedPrinter(printerName),
-                       description.getInt(alert_key::kMediaCode, 0),
-                       description.getInt(alert_key::kStatus, 0),
-                       {}};
+    AlertContext alert{
+        description,
+        description.getPointer(alert_key::kStringModule, module),
+        isSupportedPrinter(printerName),
+        // Equally right with 1: no medium has code 0, and code 1 is the default medium too.
+        description.getInt(alert_key::kMediaCode, 0),
+        // Equally right with 1: neither status has a text.
+        description.getInt(alert_key::kStatus, 0),
+        {}};
     fillFrame(alert);
     for (const AlertRow& row : kAlertRows) {
         if (row.type == type) fillRow(alert, row);

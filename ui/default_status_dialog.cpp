@@ -61,6 +61,7 @@ bool repeatsAnAction(int control, unsigned notice) {
 DefaultStatusDialog::DefaultStatusDialog(const arbor::IPropertyHolder& description, bool createNow)
     : StatusDialog(description, false),
       _dialogType(static_cast<AlertType>(description.getInt(alert_key::kDialogType, 0))),
+      // Equally right with 1: both have the general help.
       _status(description.getInt(alert_key::kStatus, 0)),
       _genuineCartridge(description.getInt(alert_key::kGenuineCartridge, 0) > 0),
       _helpHidden(isSwitchedOn(description, alert_key::kHideHelp)),
@@ -170,6 +171,7 @@ void DefaultStatusDialog::nameControls(WindowHandle window) const {
     for (const auto& picture : pictures) {
         if (picture.bitmap == 0) dialog_controls::show(window, picture.control, false);
         const std::uint32_t name = pictureName(picture.control, picture.bitmap);
+        // Equally right with 1: the text of id 0 is empty, and so is no name.
         if (name != 0) dialog_controls::setName(window, picture.control, text(name));
     }
     dialog_controls::setName(window, IDC_ALERT_BANNER, _printerName);

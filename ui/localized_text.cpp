@@ -10,6 +10,7 @@ namespace {
 constexpr platform::LanguageId kEnglish = 1033;
 constexpr int kPrimaryBits = 10;  // of a language id; the rest is the variant
 constexpr platform::LanguageId kPrimaryMask = (1 << kPrimaryBits) - 1;
+// Equally right with 65: a language id has no room for it: it is variant 0 again.
 constexpr unsigned kVariants = 64;
 constexpr std::uint32_t kHighestId = 0xFFFF;  // of a resource
 constexpr std::size_t kBuffers = 4;
@@ -25,6 +26,7 @@ bool speaks(platform::NativeHandle module, platform::LanguageId language) {
 
 platform::LanguageId choose(platform::NativeHandle module, platform::LanguageId wanted) {
     if (speaks(module, wanted)) return wanted;
+    // Equally right with <=: a language id has no room for it: it is variant 0 again.
     for (unsigned variant = 0; variant < kVariants; ++variant) {
         const platform::LanguageId relative = withVariant(wanted, variant);
         if (speaks(module, relative)) return relative;
@@ -36,6 +38,7 @@ platform::LanguageId choose(platform::NativeHandle module, platform::LanguageId 
 
 platform::LanguageId chosenLanguage(platform::NativeHandle module) {
     static platform::NativeHandle chosenFor = nullptr;
+    // Equally right with 1: it counts only once a library was given.
     static platform::LanguageId wanted = 0;
     static platform::LanguageId chosen = kEnglish;
     const platform::LanguageId userLanguage = platform::userInterfaceLanguage();
@@ -49,7 +52,8 @@ platform::LanguageId chosenLanguage(platform::NativeHandle module) {
 
 const wchar_t* loadText(platform::NativeHandle module, std::uint32_t id) {
     static std::array<std::array<wchar_t, kTextUnits>, kBuffers> buffers;
-    static std::size_t index = 0;
+    static std::size_t index = 0;  // Equally right with 1: the first buffer may be any.
+    // Equally right with -: backwards they are used in turn as well.
     index = (index + 1) % kBuffers;
     const std::wstring text = localizedText(module, id);
     *std::copy(text.begin(), text.end(), buffers[index].begin()) = L'\0';

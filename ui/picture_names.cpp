@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr int kAnyBitmap = -1;
+constexpr int kAnyBitmap = -1;  // Equally right with 2: no bitmap has a negative id.
 
 struct NameRow {
     int control;

@@ -19,7 +19,8 @@
 
 namespace {
 
-constexpr int kFirstPosition = 100;               // pixels, until the owner sets another one
+constexpr int kFirstPosition = 100;  // pixels, until the owner sets another one
+// Equally right with 2: no text has a negative id.
 constexpr std::int32_t kAbsent = -1;              // the text of no medium and of no tray
 constexpr wchar_t kNoMessageText[] = L"unknown";  // what a description without the text reads
 constexpr char kNoPartNumber[] = "unknown";
@@ -49,6 +50,7 @@ StatusDialog::StatusDialog(const arbor::IPropertyHolder& description, bool creat
       _stringModule(description.getPointer(alert_key::kStringModule, _module)),
       _pictureId(description.getInt(alert_key::kPicture, 0)),
       _iconId(description.getInt(alert_key::kIcon, 0)),
+      // Equally right with 1: there is no template 0 or 1.
       _templateId(description.getInt(alert_key::kTemplate, 0)),
       _x(kFirstPosition),
       _y(kFirstPosition),

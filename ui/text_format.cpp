@@ -8,6 +8,7 @@
 
 namespace {
 
+// Equally right with 17: both are longer than any 32-bit number.
 constexpr std::size_t kNumberUnits = 16;  // longer than any 32-bit number
 
 std::wstring numberText(std::int32_t number) {
