@@ -1,46 +1,53 @@
 #!/usr/bin/env python3
-"""Mutation of the logic: changes one token at a time and demands that a test notices.
+"""Mutation of the logic: makes one small change at a time and demands that a test notices.
 
-usage: tools/mutate.py [--changed | FILE.cpp ... | FOLDER ...] [--survivors] [--jobs N]
-                       [--limit N] [--seed N]
+usage: tools/mutate.py [--changed | FILE ... | FOLDER ...] [--survivors] [--jobs N]
+                       [--limit N] [--seed N] [--only REGEX] [--list]
 
-Every mutant of a source is compiled alone, linked into the test program of its folder in the place of
-the original, and run. It is killed when the program fails, crashes or does not end in time. What lives
-through that is judged again under the address, leak and undefined-behaviour sanitizers, where memory
-also runs out. The source itself, built the same ways, must pass first. Verdicts are kept in
-build/mutation and reused while source, tests and headers are the same.
-Mutants that change nothing stand with their reasons in tests/mutation/*.txt, one a line:
-FILE | the line of code, trimmed | the change | the reason.
+A change is another token, a statement left out or exchanged with the next, a null argument, a direct
+instead of a virtual call, or the sibling of a conversion. Every mutant of a source is compiled alone,
+linked into the test program of its folder in the place of the original, and run. It is killed when the
+program fails, crashes or does not end in time. What lives through that is compiled with optimization:
+when that makes the same code of both, nobody can tell them apart. What is left is judged again under the
+address, leak and undefined-behaviour sanitizers, where memory also runs out. In a header two neighbouring
+virtual functions are exchanged, which the tests of their slots must notice. The files themselves must pass
+first. Verdicts are kept in build/mutation and reused while code, tests and headers are the same.
 
---changed takes the sources that differ from main's; --survivors believes earlier kills although
+A mutant that changes nothing a test can see is marked beside its line of code, or above it, with the
+words in brackets that stand behind it in the list of survivors, and with the reason:
+  // Equally right with >=: the reason.        // Equally right without it or negated: the reason.
+
+--changed takes the files that differ from main's; --survivors believes earlier kills although
 tests have changed since, for quick rounds while writing tests; --limit takes a random sample of that
-many mutants. Prints the survivors; exit code 1 when there is one: each is looked at, none tolerated.
+many mutants; --only takes the mutants whose words match; --list prints them and judges none.
+Prints the survivors; exit code 1 when there is one: each is looked at, none tolerated.
 """
 
 import argparse
+import collections
 import concurrent.futures
 import os
 import random
+import re
 import shutil
 import subprocess
 import sys
 import threading
 import time
 
-from mutation.mutants import ROOT, equivalents, key, mutants_of
+from mutation.builder import CHECKED, PROGRAMS, STATE, Builder, build, folder_of, verdict
+from mutation.mutants import ROOT, mutants_of, unmarked
 from mutation.verdicts import Verdicts
-from mutation.workshop import CHECKED, STATE, Workshop, folder_of, verdict
 
 SAVE_EACH_SECONDS = 30
 
 
-def logic_sources(only_changed):
-    listed = ["git", "-C", str(ROOT), "ls-files", "*.cpp"]
+def logic_files(only_changed):
+    listed = ["git", "-C", str(ROOT), "ls-files", "*.cpp", "*.h"]
     if only_changed:
-        listed = ["git", "-C", str(ROOT), "diff", "--name-only", "--diff-filter=d", "main", "--", "*.cpp"]
+        listed = ["git", "-C", str(ROOT), "diff", "--name-only", "--diff-filter=d", "main", "--", "*.cpp", "*.h"]
     names = subprocess.run(listed, capture_output=True, text=True, check=True).stdout.splitlines()
-    return [n for n in names if n.split("/")[0] in ("arbor", "tern", "device", "monitor", "ui")
-            and "/windows/" not in n]
+    return [n for n in names if folder_of(n) in PROGRAMS and "/windows/" not in n and "/simulated/" not in n]
 
 
 def options_given():
@@ -50,32 +57,39 @@ def options_given():
     parser.add_argument("--jobs", type=int, default=2)
     parser.add_argument("--limit", type=int, default=0)
     parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--only", default="")
+    parser.add_argument("--list", action="store_true")
     parser.add_argument("files", nargs="*")
     return parser.parse_args()
 
 
 def chosen_files(options):
-    sources = logic_sources(options.changed)
-    files = sources if not options.files else [
-        file for file in sources if file in options.files or folder_of(file) in options.files]
+    logic = logic_files(options.changed)
+    files = logic if not options.files else [
+        file for file in logic if file in options.files or folder_of(file) in options.files]
     if options.files and not files:
-        sys.exit(f"no source or folder of the logic: {' '.join(options.files)}")
+        sys.exit(f"no file or folder of the logic: {' '.join(options.files)}")
     return files
 
 
-def unmarked(mutants, files):
-    """The mutants to judge, and how many are marked; tells of marks that fit no mutant."""
-    marked = equivalents()
-    equivalent = [m for m in mutants if key(m) in marked]
-    for file, code, change in sorted(marked - {key(m) for m in equivalent}):
-        if file in files:
-            print(f"{file}: marked as equivalent, but no such mutant: {code}  ->  {change}")
-    return [m for m in mutants if key(m) not in marked], len(equivalent)
+def chosen_mutants(options, files):
+    """The mutants to judge, how many are marked, and how many marks fit no mutant."""
+    chosen, marked, stray = [], 0, 0
+    for file in files:
+        mutants = mutants_of(file)
+        judged, strays = unmarked(file, mutants)
+        for line, how in strays:
+            print(f"{file}:{line}: marked as equally right, but no such mutant: {how}")
+        chosen += [mutant for mutant in judged if re.search(options.only, mutant.how)]
+        marked, stray = marked + len(mutants) - len(judged), stray + len(strays)
+    if options.limit and options.limit < len(chosen):
+        chosen = random.Random(options.seed).sample(chosen, options.limit)
+    return chosen, marked, stray
 
 
-def judge_all(workshop, mutants, verdicts, jobs):
+def judge_all(builder, mutants, verdicts, jobs):
     """Counts by verdict; prints the survivors as they are found and saves the verdicts as it goes."""
-    counts = {"killed": 0, "survived": 0, "invalid": 0}
+    counts = collections.Counter()
     place = STATE / "work" / str(os.getpid())
     save_at = [time.monotonic() + SAVE_EACH_SECONDS]
     counting = threading.Lock()
@@ -84,7 +98,7 @@ def judge_all(workshop, mutants, verdicts, jobs):
     def work(job):
         for mutant in mutants[job::jobs]:
             known = verdicts[mutant.file]
-            value = known.get(mutant) or verdict(workshop, mutant, place / str(job))
+            value = known.get(mutant) or verdict(builder, mutant, place / str(job))
             with counting:
                 known.put(mutant, value)
                 counts[value] += 1
@@ -106,27 +120,28 @@ def judge_all(workshop, mutants, verdicts, jobs):
 def main():
     options = options_given()
     files = chosen_files(options)
-    names = sorted({name for file in files for name in CHECKED.programs[folder_of(file)]})
-    if names and subprocess.run(["sh", "tools/build-quietly.sh", "host", *names], cwd=ROOT).returncode:
+    mutants, marked, stray = chosen_mutants(options, files)
+    if options.list:
+        for mutant in mutants:
+            print(f"{mutant.file}:{mutant.line}: {mutant.change()}")
+        return 0
+    names = sorted({name for mutant in mutants for name in CHECKED.programs[folder_of(mutant.file)]})
+    if names and not build(names):
         print("0 passed, 1 failed")
         return 1
-    workshop = Workshop()
-    verdicts = {file: Verdicts(file, options.survivors) for file in files}
-    mutants, equivalent = unmarked(
-        [mutant for file in files if workshop.can_compile(file) for mutant in mutants_of(file)], files)
-    if options.limit and options.limit < len(mutants):
-        mutants = random.Random(options.seed).sample(mutants, options.limit)
-
     started = time.monotonic()
-    counts = judge_all(workshop, mutants, verdicts, options.jobs)
+    counts = collections.Counter()
+    if mutants:
+        builder = Builder()
+        verdicts = {file: Verdicts(file, options.survivors) for file in files}
+        counts = judge_all(builder, [m for m in mutants if builder.can_compile(m.file)], verdicts, options.jobs)
     killed, survived = counts["killed"], counts["survived"]
     percent = 100.0 * killed / (killed + survived) if killed + survived else 100.0
     print(f"mutants: {killed} killed, {survived} survived, {counts['invalid']} did not compile, "
-          f"{equivalent} marked as equivalent: {percent:.1f} % killed in {time.monotonic() - started:.0f} s")
-    if not (options.files or options.changed or options.limit):
-        print(f"figure: mutants of the logic killed: {percent:.1f} %")
-    print(f"{killed} passed, {survived} failed")
-    return 1 if survived else 0
+          f"{counts['same']} made the same code, {marked} marked as equally right: "
+          f"{percent:.1f} % killed in {time.monotonic() - started:.0f} s")
+    print(f"{killed} passed, {survived + stray} failed")
+    return 1 if survived or stray else 0
 
 
 if __name__ == "__main__":
