@@ -140,7 +140,7 @@ TEST_F(DefaultStatusDialogTest, LetsEnterStandForOk) {
     EXPECT_EQ(frame().defaultButton, 130);
 }
 
-TEST_F(DefaultStatusDialogTest, KeepsItsOperationsInOrder) {
+TEST_F(DefaultStatusDialogTest, OperationsStandInTheirSlots) {
     EXPECT_EQ(test::slotOf(&DefaultStatusDialog::dlgProc), 0U);
     EXPECT_EQ(test::slotOf(&DefaultStatusDialog::onInitDialog), 1U);
     EXPECT_EQ(test::slotOf(&DefaultStatusDialog::onChar), 2U);
