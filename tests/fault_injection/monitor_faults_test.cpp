@@ -150,7 +150,7 @@ const std::vector<Moment>& moments() {
     return all;
 }
 
-// The alerts that take other roads than those above.
+// Alerts that are opened by other code than those above.
 const std::vector<Moment>& furtherAlerts() {
     static const std::vector<Moment> all{
         {"paper is out", statusComes<41150>, hear, itsAlertIsOpen<0>, kNone},
