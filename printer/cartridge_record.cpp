@@ -5,7 +5,8 @@
 
 namespace {
 
-// Where the fields of an entry stand. Bytes 4 to 7 belong to none.
+// Offsets of the fields in an entry. Kept: see decision 0012. Bytes 4 to 7 belong to no field: they
+// align the times that follow.
 constexpr std::size_t kSerialNumber = 0;  // 4 bytes, 0: free entry
 constexpr std::size_t kAdded = 8;         // 8 bytes, like every time
 constexpr std::size_t kSnoozeLow = 16;
@@ -23,7 +24,7 @@ constexpr CartridgeFlag kFlags[] = {
     CartridgeFlag::IllegalCartOccured, CartridgeFlag::NonQvCartOccured,
     CartridgeFlag::ElableMemErrOccured, CartridgeFlag::WelcomeShown};
 
-// Little-endian, whatever this machine is.
+// Byte by byte, because the record is little-endian and its fields need not be aligned in memory.
 template <typename Number>
 Number readNumber(const unsigned char* from) noexcept {
     // Equally right with 1: the bytes that follow push every bit of it out.
@@ -47,7 +48,8 @@ constexpr std::size_t offsetOf(std::size_t entry, std::size_t field) noexcept {
     return entry * kCartridgeEntryBytes + field;
 }
 
-// Nothing for a slot that is none: it comes from outside as a number.
+// Nothing for a value that is no slot. A caller may have made the slot from any number, and a write
+// at a wrong offset would damage another field.
 std::optional<std::size_t> fieldOf(SnoozeSlot slot) noexcept {
     switch (slot) {
         case SnoozeSlot::Low:

@@ -22,12 +22,13 @@ constexpr wchar_t kCurrentValue[] = L"CurrCart";
 constexpr wchar_t kVersionValue[] = L"CartDataVer";
 constexpr wchar_t kRecordValue[] = L"CartData";
 
-// A cartridge without an entry is added in the first round and found in the second.
+// A cartridge without an entry is added in the first round and found in the second. There is no
+// third: when the registry does not keep the entry, trying again would not help.
 constexpr int kRounds = 2;
 
 constexpr std::int64_t kSecondsPerHour = 3600;
 
-// By the index in the snooze list; its line 0 is the prompt.
+// By the index in the snooze list of an alert. Line 0 of the list is the prompt.
 struct SnoozeChoice {
     int index;
     std::int64_t hours;
@@ -42,7 +43,7 @@ struct TypeSlot {
 constexpr TypeSlot kTypeSlots[] = {{AlertType::TonerVeryLow, SnoozeSlot::VeryLow},
                                    {AlertType::TonerOut, SnoozeSlot::Out}};
 
-// The serial numbers are unsigned, the trace has always shown them signed.
+// The trace formats take signed numbers (kept: see decision 0012); serial numbers are unsigned.
 int shown(std::uint32_t number) {
     return static_cast<int>(number);
 }
@@ -124,12 +125,14 @@ bool saveRecord(const CartridgeRecord& record) {
 
 void makeCurrent(std::uint32_t serial) {
     RegistryKey key;
-    if (key.createForWriting(Hive::CurrentUser, registry_key::kMonitor) != platform::kSuccess)
+    if (key.createForWriting(Hive::CurrentUser, registry_key::kMonitor) != platform::kSuccess) {
         return;
+    }
     writeDword(key, kCurrentValue, serial);
 }
 
-// Ends at the first and the last second that can be told instead of beginning anew at the other.
+// `hours` after `now`. A result that does not fit becomes the first or the last time that can be
+// stored: signed overflow is undefined, and a snooze for ever must not end in the past.
 UnixSeconds after(UnixSeconds now, std::int64_t hours) {
     constexpr UnixSeconds kEpoch = 0;
     constexpr UnixSeconds kFirst = std::numeric_limits<UnixSeconds>::min();
@@ -139,8 +142,8 @@ UnixSeconds after(UnixSeconds now, std::int64_t hours) {
     return now + std::clamp(seconds, kFirst - std::min(now, kEpoch), kLast - std::max(now, kEpoch));
 }
 
-// Loads the record and finds the cartridge's entry, which it makes when there is none. npos when
-// the registry does not keep it.
+// Loads the record and finds the cartridge's entry. Makes one when there is none; npos when the
+// registry does not keep it.
 std::size_t entryOf(CartridgeRecord& record, std::uint32_t serial) {
     for (int round = 0; round < kRounds; ++round) {
         GetCartData(record);
@@ -157,7 +160,9 @@ bool testAndSet(CartridgeRecord& record, std::uint32_t serial, CartridgeFlag fla
     if (entry == CartridgeRecord::npos) return false;
     if (record.flag(entry, flag)) return true;
     record.setFlag(entry, flag);
-    saveRecord(record);  // unsaved, the alert comes once more than it should: better than never
+    // The result is ignored: a flag that was not saved lets the alert come once more than it
+    // should, which is better than never.
+    saveRecord(record);
     return false;
 }
 
@@ -177,8 +182,9 @@ bool GetCartData(CartridgeRecord& record) {
 std::uint32_t GetCurrCart() {
     platform::trace("TERNA GetCurrCart");
     RegistryKey key;
-    if (key.openForReading(Hive::CurrentUser, registry_key::kMonitor) != platform::kSuccess)
+    if (key.openForReading(Hive::CurrentUser, registry_key::kMonitor) != platform::kSuccess) {
         return kNoCartridge;
+    }
     std::uint32_t serial = kNoCartridge;
     readDword(key, kCurrentValue, serial);
     return serial;

@@ -9,8 +9,9 @@ inline constexpr std::int64_t kTwoWeeksInHours = 336;
 inline constexpr std::int64_t kNeverInHours = 175200;  // twenty years: in effect never again
 
 // The cartridges, snoozes and shown-once flags that this user's registry remembers. Nothing is kept
-// in memory: each operation loads the record and writes it back whole. Failures of the registry are
-// silent and read as an empty record.
+// in memory: each operation loads the record into the caller's buffer and writes it back whole.
+// Failures of the registry are silent and read as an empty record; a write that fails leaves the
+// registry as it was. Main thread only. Names of operations kept: see decision 0012.
 
 // Loads the record; true when a valid one was read. Otherwise an empty record is written back.
 bool GetCartData(CartridgeRecord& record);

@@ -33,9 +33,9 @@ bool isDigit(char letter) {
     return letter >= '0' && letter <= '9';
 }
 
-// The number at the start of the text: white space, sign, digits; what follows is ignored and too
-// much ends at the nearest number of 32 bits. The run-time library's own function would count in 64
-// bits on other systems.
+// The number at the start of the text, as strtol reads it on Windows: white space, a sign, digits.
+// What follows is ignored, and a number of more than 32 bits becomes the nearest one of 32. Not
+// strtol itself, because its long has 64 bits on the systems where the tests run.
 std::int32_t leadingNumber(std::string_view text) {
     constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
     constexpr std::int64_t kLeast = std::numeric_limits<std::int32_t>::min();
@@ -50,7 +50,7 @@ std::int32_t leadingNumber(std::string_view text) {
     return static_cast<std::int32_t>(negative ? -magnitude : std::min(magnitude, kMost));
 }
 
-// `text` into a buffer of kConsumableTextUnits, cut where it is too long.
+// Copies `text` into a buffer of kConsumableTextUnits; a longer text is cut.
 void copyText(std::wstring_view text, wchar_t* buffer) {
     const std::size_t units = std::min(text.size(), kConsumableTextUnits - 1);
     std::copy_n(text.begin(), units, buffer);
@@ -65,35 +65,44 @@ void queryText(const std::string& page, const char* path, wchar_t* buffer) {
 
 }  // namespace
 
-void queryCartridgeSerial(const std::wstring& printerName) try {
-    EWSIntf device;
-    std::string page;
-    if (!device.get_page(printerName.c_str(), kConfigurationPage, page)) return;
-    std::string text;
-    if (!platform::queryXml(page, kSerialNumber, text)) return;
-    const std::int32_t serial = leadingNumber(text);
-    if (serial == 0) return;
-    CartridgeRecord record;
-    AddCartIfNew(record, static_cast<std::uint32_t>(serial));
-} catch (const std::bad_alloc&) {
-    // The cartridge stays the one that it was; the next document asks again.
+void queryCartridgeSerial(const std::wstring& printerName) {
+    // The caller is in the main loop, which an exception would end. Without memory the current
+    // cartridge stays what it was, and the next document asks again.
+    try {
+        EWSIntf device;
+        std::string page;
+        if (!device.get_page(printerName.c_str(), kConfigurationPage, page)) return;
+        std::string text;
+        if (!platform::queryXml(page, kSerialNumber, text)) return;
+        const std::int32_t serial = leadingNumber(text);
+        if (serial == 0) return;  // the device does not tell
+        CartridgeRecord record;
+        AddCartIfNew(record, static_cast<std::uint32_t>(serial));
+    } catch (const std::bad_alloc&) {
+        return;
+    }
 }
 
 void getConsumableInfo(const std::wstring& printerName, wchar_t* productNumber,
-                       wchar_t* pagesRemaining) try {
+                       wchar_t* pagesRemaining) {
     if (productNumber != nullptr) copyText(kNotKnown, productNumber);
     if (pagesRemaining != nullptr) copyText(kNotKnown, pagesRemaining);
     if (productNumber == nullptr && pagesRemaining == nullptr) return;
 
-    EWSIntf device;
-    std::string configuration;
-    std::string usage;
-    const bool configured = device.get_page(printerName.c_str(), kConfigurationPage, configuration);
-    const bool used = device.get_page(printerName.c_str(), kUsagePage, usage);
-    if (!configured || !used) return;
+    // An alert is worth more than its supplies lines: without memory they say "Not Known".
+    try {
+        EWSIntf device;
+        std::string configuration;
+        std::string usage;
+        // Both pages are fetched even when the first fails, and only with both is anything told.
+        const bool configured =
+            device.get_page(printerName.c_str(), kConfigurationPage, configuration);
+        const bool used = device.get_page(printerName.c_str(), kUsagePage, usage);
+        if (!configured || !used) return;
 
-    queryText(configuration, kProductNumber, productNumber);
-    queryText(usage, kPagesRemaining, pagesRemaining);
-} catch (const std::bad_alloc&) {
-    // Not known then.
+        queryText(configuration, kProductNumber, productNumber);
+        queryText(usage, kPagesRemaining, pagesRemaining);
+    } catch (const std::bad_alloc&) {
+        return;
+    }
 }

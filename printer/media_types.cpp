@@ -1,6 +1,7 @@
 #include "printer/media_types.h"
 
 #include "platform/trace.h"
+#include "strings/string_ids.h"
 
 #include <string_view>
 
@@ -8,25 +9,42 @@ namespace {
 
 struct MediaType {
     std::string_view name;  // as the printer spells it
-    int code;               // and string id of its text
+    int code;               // also the string id of its text
 };
 
-// "Cardstock" shares the code of "Thick": the printer feeds both alike.
+// "Cardstock" shares the code of "Thick" on purpose: there is one text for both.
 // clang-format off
 constexpr MediaType kMediaTypes[] = {
-    {"Normal",         301}, {"Recycled",   319}, {"Label",      312}, {"OHT",     311},
-    {"Light",          307}, {"Envelope",   314}, {"Letterhead", 313}, {"Preprinted", 315},
-    {"Prepunched",     316}, {"Colored",    317}, {"Bond",       318}, {"Rough",   320},
-    {"Midweight",      308}, {"Thick",      309}, {"Thick2",     310}, {"QVOffice", 303},
-    {"QVMultipurpose", 302}, {"QVAllinone", 304}, {"Premium",    306}, {"QVJL",    305},
-    {"Cardstock",      309}, {"Vellum",     321},
+    {"Normal",          IDS_MEDIA_PLAIN},
+    {"Recycled",        IDS_MEDIA_RECYCLED},
+    {"Label",           IDS_MEDIA_LABELS},
+    {"OHT",             IDS_MEDIA_TRANSPARENCY},
+    {"Light",           IDS_MEDIA_LIGHT},
+    {"Envelope",        IDS_MEDIA_ENVELOPES},
+    {"Letterhead",      IDS_MEDIA_LETTERHEAD},
+    {"Preprinted",      IDS_MEDIA_PREPRINTED},
+    {"Prepunched",      IDS_MEDIA_PREPUNCHED},
+    {"Colored",         IDS_MEDIA_COLORED},
+    {"Bond",            IDS_MEDIA_BOND},
+    {"Rough",           IDS_MEDIA_ROUGH},
+    {"Midweight",       IDS_MEDIA_MIDWEIGHT},
+    {"Thick",           IDS_MEDIA_THICK},
+    {"Thick2",          IDS_MEDIA_EXTRA_THICK},
+    {"QVOffice",        IDS_MEDIA_QV_OFFICE},
+    {"QVMultipurpose",  IDS_MEDIA_QV_MULTIPURPOSE},
+    {"QVAllinone",      IDS_MEDIA_QV_ALL_IN_ONE},
+    {"Premium",         IDS_MEDIA_PREMIUM},
+    {"QVJL",            IDS_MEDIA_QV_JL},
+    {"Cardstock",       IDS_MEDIA_THICK},
+    {"Vellum",          IDS_MEDIA_VELLUM},
 };
 // clang-format on
 
-constexpr int kPlainPaper = 301;
-constexpr int kFirstMediaText = 300;  // string id of media code 0, which no media has
+constexpr int kFirstMediaText = IDS_MEDIA_PLAIN - 1;  // of media code 0, which no medium has
 
-int reportedMediaType = kPlainPaper;  // main thread only
+// Main thread only. Process-wide, because the channel reports the medium and only an alert that
+// opens later asks for it.
+int reportedMediaType = IDS_MEDIA_PLAIN;
 
 }  // namespace
 
@@ -36,7 +54,7 @@ int TranslateMediaType(const char* name) {
     for (const MediaType& type : kMediaTypes) {
         if (type.name == known) return type.code;
     }
-    return kPlainPaper;
+    return IDS_MEDIA_PLAIN;
 }
 
 int currentMediaType() {
@@ -51,5 +69,5 @@ int mediaTextOfCode(int mediaCode) {
     for (const MediaType& type : kMediaTypes) {
         if (type.code - kFirstMediaText == mediaCode) return type.code;
     }
-    return kPlainPaper;
+    return IDS_MEDIA_PLAIN;
 }
