@@ -59,7 +59,7 @@ void AlertBinding::attach(HWND window, StatusDialog& dialog) {
     setWindowProperty(window, kObjectProperty, &dialog);
     ::SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&dialog));
     dialog.setWindow(window);
-    WindowResources::of(window).filterKeys(window);
+    WindowResources::of(window).filterKeys(window, LetterRules::OfTheDialog);
     keepPicturesUnmirrored(window);
 }
 

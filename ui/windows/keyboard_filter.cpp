@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr wchar_t kProperty[] = L"_Alert_Keys_";  // marks the dialogs that are served
+constexpr wchar_t kProperty[] = L"_Alert_Keys_";  // of a dialog that is served: its letter rules
 constexpr WPARAM kNavigationKeys[] = {VK_TAB,  VK_LEFT,   VK_RIGHT, VK_UP,
                                       VK_DOWN, VK_RETURN, VK_ESCAPE};
 
@@ -15,30 +15,78 @@ constexpr WPARAM kNavigationKeys[] = {VK_TAB,  VK_LEFT,   VK_RIGHT, VK_UP,
 thread_local HHOOK installed = nullptr;
 thread_local int users = 0;
 
-HWND servedDialog(HWND window) {
+struct Served {
+    HWND dialog;  // null: the message is for another window
+    LetterRules rules;
+};
+
+Served servedDialog(HWND window) {
     const HWND root = ::GetAncestor(window, GA_ROOT);
-    return root != nullptr && ::GetPropW(root, kProperty) != nullptr ? root : nullptr;
+    const HANDLE rules = root != nullptr ? ::GetPropW(root, kProperty) : nullptr;
+    if (rules == nullptr) return {nullptr, LetterRules::OfTheDialog};
+    return {root, static_cast<LetterRules>(reinterpret_cast<INT_PTR>(rules))};
+}
+
+// The keys belong to an open menu. Esc would cancel the alert instead of closing its menu.
+bool menuIsOpen() {
+    constexpr DWORD kMenu = GUI_INMENUMODE | GUI_SYSTEMMENUMODE | GUI_POPUPMENUMODE;
+    GUITHREADINFO info{};
+    info.cbSize = sizeof(info);
+    return ::GetGUIThreadInfo(::GetCurrentThreadId(), &info) && (info.flags & kMenu) != 0;
+}
+
+bool hasDialogCode(HWND child, LRESULT codes) {
+    return (::SendMessageW(child, WM_GETDLGCODE, 0, 0) & codes) != 0;
 }
 
 // The snooze list, for one, chooses by the first letter of a line.
 bool wantsLetters(HWND child) {
-    constexpr LRESULT kLetters = DLGC_WANTCHARS | DLGC_WANTALLKEYS;
-    return (::SendMessageW(child, WM_GETDLGCODE, 0, 0) & kLetters) != 0;
+    return hasDialogCode(child, DLGC_WANTCHARS | DLGC_WANTALLKEYS);
+}
+
+bool isNavigation(const MSG& message) {
+    return message.message == WM_KEYDOWN &&
+           std::find(std::begin(kNavigationKeys), std::end(kNavigationKeys), message.wParam) !=
+               std::end(kNavigationKeys);
+}
+
+// Alt and the space bar open the window's menu, whoever has the letters.
+bool isLetter(const MSG& message) {
+    return message.message == WM_CHAR || (message.message == WM_SYSCHAR && message.wParam != L' ');
+}
+
+// The system's dialog rules give Enter to the default button, because a drawn button cannot say
+// that it is the default one while it has the focus.
+bool isEnterOnAButton(const MSG& message) {
+    return message.message == WM_KEYDOWN && message.wParam == VK_RETURN &&
+           ::IsWindowEnabled(message.hwnd) && hasDialogCode(message.hwnd, DLGC_BUTTON);
+}
+
+void press(HWND button, LPARAM keyFlags) {
+    if ((HIWORD(keyFlags) & KF_REPEAT) != 0) return;  // a key that is held down is pressed once
+    ::SendMessageW(::GetParent(button), WM_COMMAND, MAKEWPARAM(::GetDlgCtrlID(button), BN_CLICKED),
+                   reinterpret_cast<LPARAM>(button));
+}
+
+// A hook cannot take a message away. The loop will dispatch one that does nothing.
+void takeAway(MSG& message) {
+    message.message = WM_NULL;
+    message.wParam = 0;
+    message.lParam = 0;
 }
 
 void serve(MSG& message) {
-    const HWND dialog = servedDialog(message.hwnd);
-    if (dialog == nullptr) return;
-    if (message.message == WM_KEYDOWN) {
-        const bool navigates = std::find(std::begin(kNavigationKeys), std::end(kNavigationKeys),
-                                         message.wParam) != std::end(kNavigationKeys);
-        MSG handled = message;  // the dialog may be gone when its rules return
-        if (navigates && ::IsDialogMessageW(dialog, &handled)) {
-            // A hook cannot take a message away. The loop will dispatch one that does nothing.
-            message.message = WM_NULL;
-            message.wParam = 0;
-            message.lParam = 0;
-        }
+    if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return;
+    const auto [dialog, rules] = servedDialog(message.hwnd);
+    if (dialog == nullptr || menuIsOpen()) return;
+    const MSG original = message;
+    const bool hasCaptionLetter = rules == LetterRules::OfTheCaptions && isLetter(message);
+    if (isEnterOnAButton(message)) {
+        takeAway(message);  // first: the dialog may be gone when its command returns
+        press(original.hwnd, original.lParam);
+    } else if (isNavigation(message) || hasCaptionLetter) {
+        MSG handled = original;  // the dialog may be gone when its rules return
+        if (::IsDialogMessageW(dialog, &handled)) takeAway(message);
     } else if (message.message == WM_CHAR && message.hwnd != dialog &&
                !wantsLetters(message.hwnd)) {
         message.hwnd = dialog;
@@ -54,8 +102,8 @@ LRESULT CALLBACK onMessage(int code, WPARAM removal, LPARAM lParam) noexcept {
 
 }  // namespace
 
-KeyboardFilter::KeyboardFilter(HWND dialog) : _dialog(dialog) {
-    setWindowProperty(_dialog, kProperty, _dialog);
+KeyboardFilter::KeyboardFilter(HWND dialog, LetterRules rules) : _dialog(dialog) {
+    setWindowProperty(_dialog, kProperty, reinterpret_cast<HANDLE>(static_cast<INT_PTR>(rules)));
     if (users++ == 0) {
         installed = ::SetWindowsHookExW(WH_GETMESSAGE, onMessage, nullptr, ::GetCurrentThreadId());
     }

@@ -2,15 +2,22 @@
 
 #include <windows.h>
 
+// Who knows which letters press which button of a dialog.
+enum class LetterRules {
+    OfTheDialog = 1,  // its procedure: a letter typed at a child goes to the dialog as WM_CHAR
+    OfTheCaptions     // the system: the letters that captions mark with "&"
+};
+
 // Makes the keyboard work in a modeless dialog: the program's message loop knows nothing of
-// dialogs, so the messages are changed as they leave the queue. Tab, arrows, Enter and Esc go to
-// the system's dialog rules, and a letter typed at a child that does not want letters goes to the
-// dialog, which knows the keys of its buttons. Nothing else is touched. Works on the thread that
-// made it, for as long as one of these objects lives there.
+// dialogs, so the messages are changed as they leave the queue. Enter presses the button that has
+// the focus; otherwise it goes to the system's dialog rules, as Tab, arrows and Esc do. Letters go
+// where the dialog's letter rules say, but for a child that wants letters itself. Nothing else is
+// touched, and nothing at all while a menu is open. Works on the thread that made it, for as long
+// as one of these objects lives there.
 class KeyboardFilter {
 public:
     // std::bad_alloc when the dialog cannot be marked as one that is served.
-    explicit KeyboardFilter(HWND dialog);
+    KeyboardFilter(HWND dialog, LetterRules rules);
     ~KeyboardFilter();
     KeyboardFilter(const KeyboardFilter&) = delete;
     KeyboardFilter& operator=(const KeyboardFilter&) = delete;

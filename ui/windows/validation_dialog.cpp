@@ -200,7 +200,7 @@ INT_PTR answerCheckCommand(HWND dialog, int control) {
 INT_PTR answerCheck(HWND dialog, UINT message, WPARAM wParam) {
     switch (message) {
         case WM_INITDIALOG:
-            WindowResources::of(dialog).filterKeys(dialog);
+            WindowResources::of(dialog).filterKeys(dialog, LetterRules::OfTheCaptions);
             prepare(dialog, IDS_CHECK_TITLE, cartridgeCheckTexts());
             joinLearnMore(dialog);
             dialog_controls::setDefaultButton(dialog, IDC_CHECK_SUBMIT);

@@ -60,6 +60,6 @@ void WindowResources::showPicture(HWND control, Bitmap bitmap) {
                    reinterpret_cast<LPARAM>(picture.bitmap.get()));
 }
 
-void WindowResources::filterKeys(HWND dialog) {
-    _keyboard.emplace(dialog);
+void WindowResources::filterKeys(HWND dialog, LetterRules rules) {
+    _keyboard.emplace(dialog, rules);
 }

@@ -23,7 +23,7 @@ public:
     // A brush of this one colour, the same at every call.
     HBRUSH solidBrush(COLORREF colour);
     void showPicture(HWND control, Bitmap bitmap);
-    void filterKeys(HWND dialog);
+    void filterKeys(HWND dialog, LetterRules rules);
 
 private:
     struct Picture {

@@ -18,12 +18,84 @@ TEST_F(AlertWindowTest, TellsItsActionsFromClicks) {
     EXPECT_EQ(codes, (Codes{104, 101, 2}));
 }
 
-TEST_F(AlertWindowTest, TakesEnterForOkWhereverTheFocusIs) {
+TEST_F(AlertWindowTest, PressesTheButtonThatHasTheFocusWithEnter) {
     open(0);
 
-    pressKey(131, VK_RETURN);
+    for (const int button : {1018, 134, 130})
+        pressKey(button, VK_RETURN);
+
+    EXPECT_EQ(codes, (Codes{104, 101, 2}));
+}
+
+TEST_F(AlertWindowTest, TakesEnterForOkWhereNoButtonHasTheFocus) {
+    open(4);
+    ::SendMessageW(control(1008), CB_SETCURSEL, 2, 0);
+
+    pressKey(1008, VK_RETURN);
 
     EXPECT_EQ(codes, (Codes{2}));
+}
+
+TEST_F(AlertWindowTest, PressesAButtonOnceWhileEnterIsHeldDown) {
+    constexpr LPARAM kWasDownBefore = 1 << 30;
+    open(0);
+    ::SetFocus(control(1018));
+
+    for (const LPARAM keyFlags : {LPARAM{1}, LPARAM{1 | kWasDownBefore}}) {
+        ::PostMessageW(control(1018), WM_KEYDOWN, VK_RETURN, keyFlags);
+        alert_desktop::pump();
+    }
+
+    EXPECT_EQ(codes, (Codes{104}));
+}
+
+TEST_F(AlertWindowTest, PressesNoButtonThatIsDisabledWithEnter) {
+    open(0);
+    ::SetFocus(control(1018));
+    ::EnableWindow(control(1018), FALSE);
+
+    ::PostMessageW(control(1018), WM_KEYDOWN, VK_RETURN, 1);
+    alert_desktop::pump();
+
+    EXPECT_EQ(codes.end(), std::find(codes.begin(), codes.end(), 104U));
+}
+
+HWND windowOfMenu = nullptr;
+
+// Presses Esc as long as the menu is open: the first one closes the list, and with Wine a second
+// one is needed to leave the menu.
+void CALLBACK pressEscInMenu(HWND, UINT, UINT_PTR, DWORD) {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof(info);
+    ::GetGUIThreadInfo(::GetCurrentThreadId(), &info);
+    if ((info.flags & GUI_INMENUMODE) == 0) return;
+    ::PostMessageW(windowOfMenu, WM_KEYDOWN, VK_ESCAPE, 1);
+}
+
+bool menuHadToBeEnded = false;
+
+void CALLBACK endMenu(HWND, UINT, UINT_PTR timer, DWORD) {
+    ::KillTimer(nullptr, timer);
+    menuHadToBeEnded = ::EndMenu() != FALSE;
+}
+
+// The window's own menu, as Alt+Space opens it.
+TEST_F(AlertWindowTest, ClosesOnlyItsMenuWithEscWhileThatIsOpen) {
+    open(0);
+    ::SetForegroundWindow(alert->window());
+    windowOfMenu = alert->window();
+    menuHadToBeEnded = false;
+    const UINT_PTR user = ::SetTimer(nullptr, 0, 100, pressEscInMenu);
+    const UINT_PTR rescue = ::SetTimer(nullptr, 0, 1500, endMenu);
+
+    ::SendMessageW(alert->window(), WM_SYSCOMMAND, SC_KEYMENU, L' ');
+    alert_desktop::pump();
+
+    ::KillTimer(nullptr, user);
+    ::KillTimer(nullptr, rescue);
+    EXPECT_FALSE(menuHadToBeEnded);
+    EXPECT_TRUE(codes.empty());
+    EXPECT_TRUE(::IsWindowVisible(alert->window()));
 }
 
 TEST_F(AlertWindowTest, TakesEscForCancel) {

@@ -62,6 +62,31 @@ TEST_F(ValidationDialogTest, EndsWhenTheUserDeclines) {
     EXPECT_FALSE(::IsWindow(check));
 }
 
+// Submitting would end this process, so the letter of the other button stands for both.
+TEST_F(ValidationDialogTest, EndsWithTheLetterOfItsDeclineButton) {
+    const HWND submit = ::GetDlgItem(check, kSubmit);
+    ::SetFocus(submit);
+    ::PostMessageW(submit, WM_CHAR, L'x', 1);
+    alert_desktop::pump();
+    ASSERT_TRUE(::IsWindow(check));
+
+    ::PostMessageW(submit, WM_CHAR, L'd', 1);
+    alert_desktop::pump();
+
+    EXPECT_FALSE(::IsWindow(check));
+}
+
+TEST_F(ValidationDialogTest, EndsWithAltAndTheLetterOfItsDeclineButton) {
+    constexpr LPARAM kAltIsDown = 1 << 29;
+    const HWND submit = ::GetDlgItem(check, kSubmit);
+    ::SetFocus(submit);
+
+    ::PostMessageW(submit, WM_SYSCHAR, L'd', kAltIsDown);
+    alert_desktop::pump();
+
+    EXPECT_FALSE(::IsWindow(check));
+}
+
 TEST_F(ValidationDialogTest, EndsWithEscAndWithItsCloseBox) {
     ::SetFocus(::GetDlgItem(check, kDecline));
     ::PostMessageW(::GetDlgItem(check, kDecline), WM_KEYDOWN, VK_ESCAPE, 1);
@@ -135,6 +160,30 @@ void CALLBACK lookAndEnd(HWND, UINT, UINT_PTR timer, DWORD) {
     details.privacy = textOf(window, 1049);
     details.privacyIsLink = ::GetPropW(::GetDlgItem(window, 1049), L"_Blue_Text_") != nullptr;
     ::PostMessageW(window, WM_COMMAND, 1, 0);
+}
+
+void CALLBACK typeDone(HWND, UINT, UINT_PTR timer, DWORD) {
+    ::KillTimer(nullptr, timer);
+    const HWND window = ::FindWindowW(nullptr, alert_desktop::text(kDetailsTitle).c_str());
+    ::PostMessageW(::GetDlgItem(window, 1), WM_CHAR, L'd', 1);
+}
+
+void CALLBACK endDetails(HWND, UINT, UINT_PTR timer, DWORD) {
+    ::KillTimer(nullptr, timer);
+    details.window = ::FindWindowW(nullptr, alert_desktop::text(kDetailsTitle).c_str());
+    ::PostMessageW(details.window, WM_COMMAND, 1, 0);
+}
+
+TEST_F(ValidationDialogTest, EndsItsDetailsWithTheLetterOfTheirButton) {
+    details.window = nullptr;
+    ::SetTimer(nullptr, 0, 50, typeDone);
+    const UINT_PTR rescue = ::SetTimer(nullptr, 0, 1500, endDetails);
+
+    ::SendMessageW(check, WM_COMMAND, kLearnMore, 0);
+
+    ::KillTimer(nullptr, rescue);
+    EXPECT_EQ(details.window, nullptr);
+    EXPECT_TRUE(::IsWindow(check));
 }
 
 TEST_F(ValidationDialogTest, ExplainsInAModalWindowWhatIsSent) {
