@@ -30,6 +30,7 @@ constexpr std::uint32_t kEndWithSeven = 900003;
 constexpr std::uint32_t kNeverEnd = 900004;
 constexpr std::uint32_t kOpenLink = 900005;
 constexpr std::uint32_t kAskDevice = 900006;
+constexpr std::uint32_t kLoseAHandle = 900007;
 constexpr int kOddExitCode = 7;
 constexpr DWORD kPageBytes = 65536;
 
@@ -100,6 +101,7 @@ void onStatus(std::uint32_t status) {
         ::ShellExecuteW(nullptr, L"open", L"https://www.corvane.example/go/recycle?a=1&b=%20x",
                         nullptr, nullptr, SW_SHOWNORMAL);
     if (status == kAskDevice) askDevice();
+    if (status == kLoseAHandle) ::CreateEventW(nullptr, TRUE, FALSE, nullptr);
     if (status == kNeverEnd) neverEnd = true;
 }
 

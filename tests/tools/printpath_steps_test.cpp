@@ -160,4 +160,42 @@ TEST_F(PrintpathTest, TheTraceFileOfTheUserIsKept) {
     EXPECT_NE(contents(file).find("the double runs"), std::string::npos);
 }
 
+TEST_F(PrintpathTest, RepeatedStepsArePlayedSoOftenAndShownOnce) {
+    EXPECT_EQ(play("start\nrepeat 40\nrepeat 2\nstatus 1\nend\nstatus 41100,1..39\nend\n"
+                   "wait-alerts 1\nclose-alerts\nwait-no-dialog\nhang-up\nexpect-exit 0\n"),
+              kAsExpected)
+        << output;
+    EXPECT_EQ(output.find("> status 1\n"), output.rfind("> status 1\n")) << output;
+}
+
+TEST_F(PrintpathTest, AStepThatFailsInALaterRoundIsNamed) {
+    EXPECT_EQ(play("start\nrepeat 2\nstatus 41100,1\nwait-dialog paper within=5\npress ok\n"
+                   "wait-no-dialog\nend\nexpect-exit 0\n"),
+              kNotAsExpected);
+    EXPECT_TRUE(printed("scenario.txt:4: wait-dialog: waited 5000 ms")) << output;
+}
+
+TEST_F(PrintpathTest, TheAlertToKeepStaysWhenTheOthersAreClosed) {
+    EXPECT_EQ(
+        play("start\nstatus 41100\nwait-dialog paper\nstatus 41100\nwait-alerts 2\n"
+             "close-alerts keep=dialog choose=1-hour\nwait-alerts 1\npress ok\nwait-no-dialog\n"
+             "hang-up\nexpect-exit 0\n"),
+        kAsExpected)
+        << output;
+}
+
+TEST_F(PrintpathTest, AMonitorThatKeepsNothingIsFlat) {
+    EXPECT_EQ(play("start\nrepeat 6\nstatus 1\nread-gauges\nend\nexpect-flat\nhang-up\n"
+                   "expect-exit 0\n"),
+              kAsExpected)
+        << output;
+}
+
+TEST_F(PrintpathTest, AHandleLostInEachRoundIsNotFlat) {
+    EXPECT_EQ(play("start\nrepeat 6\nstatus 900007\nread-gauges\nend\nexpect-flat\n"
+                   "expect-exit 0\n"),
+              kNotAsExpected);
+    EXPECT_TRUE(printed("expect-flat: not flat: handles ")) << output;
+}
+
 }  // namespace

@@ -188,6 +188,54 @@ TEST(ScenarioParser, RecordsThatBelongTogetherFollowEachOther) {
     errorOf(running("together 1\nstatus 1"));
 }
 
+std::vector<std::int64_t> numbersOf(Value value, int turns) {
+    std::vector<std::int64_t> numbers;
+    for (int turn = 0; turn < turns; ++turn) {
+        value.takeTurn(turn);
+        numbers.push_back(value.number);
+    }
+    return numbers;
+}
+
+TEST(ScenarioParser, ANumberCanBeAnotherOneInEachTurn) {
+    using Numbers = std::vector<std::int64_t>;
+    const auto turns = [](const std::string& text) {
+        return numbersOf(parsed(running("status " + text)).steps[1]["status"], 5);
+    };
+
+    EXPECT_EQ(turns("7"), (Numbers{7, 7, 7, 7, 7}));
+    EXPECT_EQ(turns("7,9"), (Numbers{7, 9, 7, 9, 7}));
+    EXPECT_EQ(turns("1,5..7"), (Numbers{1, 5, 6, 7, 1}));
+    for (const char* wrong :
+         {"1,", ",1", "1..", "..1", "2..1", "1...3", "1..2..3", "1,x", "1..4294967296"})
+        errorOf(running(std::string("status ") + wrong));
+}
+
+TEST(ScenarioParser, AChoiceCanBeAnotherOneInEachTurn) {
+    const Scenario scenario = parsed(running("choose none,never,1-hour"));
+
+    EXPECT_EQ(numbersOf(scenario.steps[1]["snooze"], 4), (std::vector<std::int64_t>{0, 8, 1, 0}));
+    errorOf(running("choose none,"));
+}
+
+TEST(ScenarioParser, RepeatedStepsHaveABeginningAndAnEnd) {
+    parsed("repeat 2\nrepeat 3\nstart\nhang-up\nexpect-exit 0\nend\nend\n");
+    parsed(running("repeat 2\nstatus 1\nend"));
+    EXPECT_EQ(errorOf(running("end")).line, 2);
+    EXPECT_TRUE(says(errorOf(running("repeat 2\nstatus 1")), "\"repeat\" has no \"end\""));
+    errorOf(running("repeat 0\nend"));
+    errorOf(running("repeat 1,2\nend"));
+    errorOf(running("together 2,3\nstatus 1\nstatus 1\nstatus 1"));
+}
+
+TEST(ScenarioParser, RepeatedStepsCanFollowThemselves) {
+    const char* const expected = "must leave the monitor and its pipe as they found them";
+    for (const char* wrong :
+         {"repeat 2\nstart\nend\nexpect-exit 0\n", "start\nrepeat 2\nhang-up\nend\nexpect-exit 0\n",
+          "repeat 2\nstart\nstatus 1\nexpect-exit 0\nno-pipe\nend\n"})
+        EXPECT_TRUE(says(errorOf(wrong), expected)) << wrong;
+}
+
 std::string contents(const std::filesystem::path& file) {
     std::ifstream in(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};
@@ -244,13 +292,14 @@ TEST(ScenarioKeywords, NoKeywordOrControlHasTwoMeanings) {
 
 TEST(Scenarios, EveryScenarioOfTheProjectIsReadAndSaysWhatItIsAbout) {
     int count = 0;
-    for (const auto& entry :
-         std::filesystem::recursive_directory_iterator(sources() / "scenarios")) {
-        if (entry.path().extension() != ".txt") continue;
-        ++count;
-        SCOPED_TRACE(entry.path().filename().string());
-        EXPECT_NE(parsed(contents(entry.path())).about, "");
-    }
+    for (const char* folder : {"scenarios", "tests/soak"})
+        for (const auto& entry :
+             std::filesystem::recursive_directory_iterator(sources() / folder)) {
+            if (entry.path().extension() != ".txt" || entry.path().stem() == "CMakeLists") continue;
+            ++count;
+            SCOPED_TRACE(entry.path().filename().string());
+            EXPECT_NE(parsed(contents(entry.path())).about, "");
+        }
     EXPECT_GE(count, 10);
 }
 

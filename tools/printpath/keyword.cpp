@@ -10,6 +10,8 @@ constexpr std::int64_t kLargestNumber = 0xFFFFFFFFLL;
 constexpr std::int64_t kMostSeconds = 600;
 constexpr std::int64_t kMostMilliseconds = 600000;
 constexpr std::int64_t kMostBodyBytes = std::int64_t{64} * 1024 * 1024;
+constexpr std::int64_t kMostRounds = 10000000;
+constexpr std::int64_t kMostMemoryKiB = 1000000;
 constexpr std::int64_t kMostHours = 1000000;
 constexpr int kLargestControl = 0xFFFF;
 
@@ -57,6 +59,8 @@ std::vector<Keyword> table() {
         // The scenario itself
         {"about", Anywhere, {text("text")}},
         {"say", Anywhere, {text("text")}},
+        {"repeat", Repeat, {number("rounds", kMostRounds, 1)}},
+        {"end", End, {}},
 
         // Before the monitor starts
         {"printer-id", Preparation, {number("id", 0x7FFFFFFF)}},
@@ -113,6 +117,9 @@ std::vector<Keyword> table() {
         {"type-key", Running, {{"key", ValueKind::Key}}},
         {"choose", Running, {choice("snooze", kSnoozes)}},
         {"close-dialog", Running, {}},
+        {"close-alerts",
+         Running,
+         {optional(choice("keep", "dialog")), optional(choice("choose", kSnoozes)), within()}},
         {"screenshot", Running, {text("name"), optional(choice("area", "dialog|message|screen"))}},
 
         // What must be seen
@@ -129,6 +136,8 @@ std::vector<Keyword> table() {
         {"expect-trace", Anywhere, {text("text"), within()}},
         {"expect-no-trace", Anywhere, {text("text")}},
         {"expect-running", Running, {}},
+        {"read-gauges", Running, {}},
+        {"expect-flat", Anywhere, {optional(number("memory", kMostMemoryKiB))}},
         {"expect-exit", Exit, {number("code"), within()}},
 
         // What the monitor remembers

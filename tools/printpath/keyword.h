@@ -27,6 +27,8 @@ enum class Phase {
     Writing,      // while the monitor runs and the pipe has not been hung up
     Record,       // as Writing, and it writes one record
     HangUp,       // closes the pipe
+    Repeat,       // begins a part that is played several times
+    End,          // ends it
     Exit          // waits for the end of the monitor
 };
 

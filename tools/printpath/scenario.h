@@ -9,12 +9,23 @@
 
 namespace printpath {
 
+// Numbers from the first to the last, both included.
+struct NumberRange {
+    std::int64_t first = 0;
+    std::int64_t last = 0;
+};
+
 // What a scenario wrote for one parameter of a step.
 struct Value {
     bool given = false;
     std::int64_t number = 0;  // of Number, Control, Choice, Choices
     std::string text;         // UTF-8: as written, without quotes
     std::string bytes;        // of Hex
+    // Of a Number or Choice that is another one each time when the step is repeated, else empty.
+    std::vector<NumberRange> turns;
+
+    // Sets `number` to that of the turn, counted from 0; after the last turn the first comes again.
+    void takeTurn(std::int64_t turn);
 };
 
 struct Step {

@@ -3,6 +3,7 @@
 #include "tools/printpath/scenario.h"
 
 #include <string>
+#include <vector>
 
 namespace printpath {
 
@@ -22,6 +23,17 @@ private:
     bool _hungUp = false;
     bool _pipe = true;
     int _joined = 0;  // records that "together" still waits for
+
+    // How the monitor and its pipe stood where a part began that is played several times.
+    struct Beginning {
+        bool running;
+        bool hungUp;
+        bool pipe;
+
+        bool operator==(const Beginning&) const = default;
+    };
+    Beginning beginning() const { return {_running, _running && _hungUp, _pipe}; }
+    std::vector<Beginning> _repeats;
 };
 
 }  // namespace printpath

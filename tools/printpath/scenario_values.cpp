@@ -8,6 +8,8 @@
 #include <optional>
 #include <string_view>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 namespace printpath {
 
@@ -32,14 +34,46 @@ std::optional<std::int64_t> numberOf(std::string_view text) {
     return number;
 }
 
+// Calls `take` with each part of "a,b,c" as long as it answers true. Returns its last answer.
+template <typename Take>
+bool eachPart(std::string_view text, Take take) {
+    for (;;) {
+        const std::size_t comma = text.find(',');
+        if (!take(text.substr(0, comma))) return false;
+        if (comma == std::string_view::npos) return true;
+        text.remove_prefix(comma + 1);
+    }
+}
+
+// A range "1..9", or a number as a range of its own.
+std::optional<NumberRange> rangeOf(const Parameter& parameter, std::string_view text) {
+    const std::size_t dots = text.find("..");
+    const auto first = numberOf(text.substr(0, dots));
+    const auto last = dots == std::string_view::npos ? first : numberOf(text.substr(dots + 2));
+    if (!first || !last || *first < parameter.least || *last > parameter.most || *last < *first)
+        return std::nullopt;
+    return NumberRange{*first, *last};
+}
+
+// What is not written as a list or a range stays the same in each turn.
+void keepTurns(Value& value, std::vector<NumberRange> ranges) {
+    value.number = ranges.front().first;
+    if (ranges.size() > 1 || ranges.front().last != value.number) value.turns = std::move(ranges);
+}
+
 std::string readNumber(const Parameter& parameter, const Word& word, Value& value) {
-    const std::optional<std::int64_t> number = numberOf(word.text);
-    if (!number || *number < parameter.least || *number > parameter.most)
+    std::vector<NumberRange> ranges;
+    const bool good = eachPart(word.text, [&](std::string_view part) {
+        const std::optional<NumberRange> range = rangeOf(parameter, part);
+        if (range) ranges.push_back(*range);
+        return range.has_value();
+    });
+    if (!good)
         return expected(parameter,
                         "a number from " + std::to_string(parameter.least) + " to " +
                             std::to_string(parameter.most),
                         word);
-    value.number = *number;
+    keepTurns(value, std::move(ranges));
     return {};
 }
 
@@ -95,26 +129,29 @@ std::string listed(std::string_view words) {
 }
 
 std::string readChoice(const Parameter& parameter, const Word& word, Value& value) {
-    value.number = placeOf(word.text, parameter.words);
-    if (value.number < 0) return expected(parameter, "one of " + listed(parameter.words), word);
+    std::vector<NumberRange> places;
+    const bool good = eachPart(word.text, [&](std::string_view part) {
+        const int place = placeOf(part, parameter.words);
+        places.push_back({place, place});
+        return place >= 0;
+    });
+    if (!good) return expected(parameter, "one of " + listed(parameter.words), word);
+    keepTurns(value, std::move(places));
     return {};
 }
 
 std::string readChoices(const Parameter& parameter, const Word& word, Value& value) {
     value.number = 0;
     if (word.text == "none") return {};
-    std::string_view rest = word.text;
-    for (bool more = true; more;) {
-        const std::size_t comma = rest.find(',');
-        const int place = placeOf(rest.substr(0, comma), parameter.words);
-        if (place < 0)
-            return expected(
-                parameter,
-                "none, or some of " + listed(parameter.words) + " with commas between them", word);
-        value.number |= std::int64_t{1} << place;
-        more = comma != std::string_view::npos;
-        if (more) rest.remove_prefix(comma + 1);
-    }
+    const bool good = eachPart(word.text, [&](std::string_view part) {
+        const int place = placeOf(part, parameter.words);
+        if (place >= 0) value.number |= std::int64_t{1} << place;
+        return place >= 0;
+    });
+    if (!good)
+        return expected(parameter,
+                        "none, or some of " + listed(parameter.words) + " with commas between them",
+                        word);
     return {};
 }
 

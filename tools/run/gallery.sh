@@ -11,8 +11,7 @@ done
 
 sh tools/install-packages.sh run
 echo "Building ..."
-sh tools/build-quietly.sh windows bin/QVK7400SM.exe bin/QVK7400SMs.dll bin/printpath.exe \
-    simulated_device simulated_device_pages simulated_spooler recorder
+sh tools/build-quietly.sh windows printpath_programs
 
 for language in "$@"; do
     sh tools/gallery/make-locale.sh "$(sh tools/gallery/locale-of.sh "$language")"

@@ -10,8 +10,7 @@ cd "$root"
 
 sh tools/install-packages.sh run
 echo "Building ..."
-sh tools/build-quietly.sh windows bin/QVK7400SM.exe bin/QVK7400SMs.dll bin/printpath.exe \
-    simulated_device simulated_device_pages simulated_spooler recorder
+sh tools/build-quietly.sh windows printpath_programs
 
 # A display that is named but gone is of no use.
 if [ -n "${DISPLAY:-}" ] && timeout 5 xdpyinfo >/dev/null 2>&1; then

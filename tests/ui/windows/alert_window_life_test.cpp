@@ -1,6 +1,6 @@
 // How alerts come and go, and what is left when they are gone.
-#include "tests/support/gauges.h"
 #include "tests/ui/windows/alert_window_fixture.h"
+#include "tools/gauges/gauges.h"
 #include "ui/alert_factory.h"
 #include "ui/alert_keys.h"
 

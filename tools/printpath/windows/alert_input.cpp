@@ -112,6 +112,11 @@ HWND existingControl(HWND dialog, int id) {
     return control;
 }
 
+bool isUsable(HWND dialog, int id) {
+    const HWND control = ::GetDlgItem(dialog, id);
+    return control != nullptr && ::IsWindowVisible(control) && ::IsWindowEnabled(control);
+}
+
 HWND usableControl(HWND dialog, int id) {
     const HWND control = existingControl(dialog, id);
     if (!::IsWindowVisible(control)) throw Failure(named(id) + " is hidden");

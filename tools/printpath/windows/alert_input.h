@@ -10,6 +10,8 @@ namespace printpath {
 // The control; throws Failure when the dialog is gone or the control is missing, hidden or
 // disabled.
 HWND usableControl(HWND dialog, int id);
+// Whether the dialog has the control, visible and enabled.
+bool isUsable(HWND dialog, int id);
 // The control; throws Failure when the dialog is gone or has no such control.
 HWND existingControl(HWND dialog, int id);
 

@@ -11,6 +11,7 @@ namespace {
 constexpr UINT kAnswerMs = 2000;
 constexpr std::size_t kLongestText = 8192;
 constexpr int kClassUnits = 64;
+constexpr int kMessageBoxText = 0xFFFF;  // the id of the text in every message box
 
 struct Search {
     DWORD process;
@@ -23,17 +24,6 @@ bool hasClass(HWND window, const wchar_t* name) {
     return ::lstrcmpiW(found, name) == 0;
 }
 
-std::wstring headlineOf(HWND dialog, bool messageBox) {
-    if (messageBox) return textOf(::GetDlgItem(dialog, kMessageBoxText));
-    for (const int id : {IDC_ALERT_HEADLINE, IDC_DUPLEX_TITLE, IDC_CHECK_HEADING, IDC_ALERT_MESSAGE,
-                         IDC_DETAILS_TEXT_1}) {
-        const HWND control = ::GetDlgItem(dialog, id);
-        std::wstring text = control == nullptr ? std::wstring() : textOf(control);
-        if (!text.empty()) return text;
-    }
-    return {};
-}
-
 BOOL CALLBACK addDialog(HWND window, LPARAM parameter) {
     Search& search = *reinterpret_cast<Search*>(parameter);
     DWORD process = 0;
@@ -42,16 +32,6 @@ BOOL CALLBACK addDialog(HWND window, LPARAM parameter) {
         return TRUE;
     search.found.push_back(window);
     return TRUE;
-}
-
-AlertWindow described(HWND window) {
-    AlertWindow dialog;
-    dialog.window = window;
-    dialog.messageBox = ::GetDlgItem(window, kMessageBoxText) != nullptr &&
-                        ::GetDlgItem(window, IDC_ALERT_OK) == nullptr;
-    dialog.title = textOf(window);
-    dialog.headline = headlineOf(window, dialog.messageBox);
-    return dialog;
 }
 
 BOOL CALLBACK addText(HWND control, LPARAM parameter) {
@@ -68,11 +48,20 @@ std::vector<HWND> dialogWindows(DWORD process) {
     return search.found;
 }
 
-std::vector<AlertWindow> openDialogs(DWORD process) {
-    std::vector<AlertWindow> dialogs;
-    for (const HWND window : dialogWindows(process))
-        dialogs.push_back(described(window));
-    return dialogs;
+bool isMessageBox(HWND dialog) {
+    return ::GetDlgItem(dialog, kMessageBoxText) != nullptr &&
+           ::GetDlgItem(dialog, IDC_ALERT_OK) == nullptr;
+}
+
+std::wstring headlineOf(HWND dialog) {
+    if (isMessageBox(dialog)) return textOf(::GetDlgItem(dialog, kMessageBoxText));
+    for (const int id : {IDC_ALERT_HEADLINE, IDC_DUPLEX_TITLE, IDC_CHECK_HEADING, IDC_ALERT_MESSAGE,
+                         IDC_DETAILS_TEXT_1}) {
+        const HWND control = ::GetDlgItem(dialog, id);
+        std::wstring text = control == nullptr ? std::wstring() : textOf(control);
+        if (!text.empty()) return text;
+    }
+    return {};
 }
 
 std::wstring textOf(HWND window) {

@@ -31,10 +31,10 @@ constexpr int kAnyControl = 0;
 
 // The newest open dialog that shows the text anywhere and has the control; null when there is none.
 HWND dialogWith(Stage& stage, const std::wstring& text, int control = kAnyControl) {
-    for (const AlertWindow& alert : stage.alerts())
-        if ((control == kAnyControl || ::GetDlgItem(alert.window, control) != nullptr) &&
-            allTexts(alert.window).find(text) != std::wstring::npos)
-            return alert.window;
+    for (const HWND alert : stage.alerts())
+        if ((control == kAnyControl || ::GetDlgItem(alert, control) != nullptr) &&
+            allTexts(alert).find(text) != std::wstring::npos)
+            return alert;
     return nullptr;
 }
 
@@ -90,6 +90,22 @@ void closeDialog(Stage& stage, const Step&) {
     ::PostMessageW(stage.dialog, WM_CLOSE, 0, 0);
 }
 
+// As a user who goes through everything that is open: chooses a time where one is asked for, and
+// presses OK or, where there is none, the close box.
+void closeAlerts(Stage& stage, const Step& step) {
+    for (const HWND dialog : stage.alerts()) {
+        if (step["keep"].given && dialog == stage.dialog) continue;
+        // The monitor may still be busy with opening alerts, and would not take the choice.
+        stage.waitUntil(step, "a dialog to answer", [dialog] { return answers(dialog); });
+        if (step["choose"].given && isUsable(dialog, IDC_SNOOZE_CHOICE))
+            chooseEntry(dialog, IDC_SNOOZE_CHOICE, static_cast<int>(step["choose"].number));
+        if (isUsable(dialog, IDC_ALERT_OK))
+            pressControl(dialog, IDC_ALERT_OK);
+        else
+            ::PostMessageW(dialog, WM_CLOSE, 0, 0);
+    }
+}
+
 RECT screenArea() {
     return {0, 0, ::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN)};
 }
@@ -101,15 +117,14 @@ void bringToFront(HWND dialog) {
         ::Sleep(kRaiseTryMs);
 }
 
+// In the order of the keyword's words.
+enum class Area { Dialog, Message, Screen };
+
 // What a picture of this area shows.
-RECT pictureArea(Stage& stage, const std::string& area) {
+RECT pictureArea(Stage& stage, Area area) {
     const RECT screen = screenArea();
-    if (area == "screen") return screen;
-    HWND window = stage.dialog;
-    if (area == "message") {
-        const std::optional<AlertWindow> box = stage.messageBox();
-        window = box ? box->window : nullptr;
-    }
+    if (area == Area::Screen) return screen;
+    const HWND window = area == Area::Message ? stage.messageBox() : stage.dialog;
     if (!::IsWindow(window)) throw Failure("there is no dialog to take a picture of");
     bringToFront(window);
     RECT place{};
@@ -120,7 +135,8 @@ RECT pictureArea(Stage& stage, const std::string& area) {
 }
 
 void screenshot(Stage& stage, const Step& step) {
-    const ScreenPicture picture = captureWhenStill(pictureArea(stage, step["area"].text));
+    const ScreenPicture picture =
+        captureWhenStill(pictureArea(stage, static_cast<Area>(step["area"].number)));
     if (stage.options().pictures.empty()) return;
     const auto file = stage.options().pictures / (wideFromUtf8(step["name"].text) + L".bmp");
     std::error_code ignored;
@@ -182,28 +198,26 @@ void expectPosition(Stage& stage, const Step& step) {
 }
 
 void expectMessage(Stage& stage, const Step& step) {
-    std::optional<AlertWindow> box;
-    stage.waitUntil(step, "a message box", [&stage, &box] {
-        box = stage.messageBox();
-        return box.has_value();
-    });
-    if (box->headline.find(wideFromUtf8(step["text"].text)) == std::wstring::npos)
-        throw Failure("the message box says " + shown(box->headline) + ", without " +
+    HWND box = nullptr;
+    stage.waitUntil(step, "a message box", [&] { return (box = stage.messageBox()) != nullptr; });
+    const std::wstring found = headlineOf(box);
+    if (found.find(wideFromUtf8(step["text"].text)) == std::wstring::npos)
+        throw Failure("the message box says " + shown(found) + ", without " +
                       shown(step["text"].text));
-    if (step["caption"].given) expectEqual("the caption", box->title, step["caption"].text);
+    if (step["caption"].given) expectEqual("the caption", textOf(box), step["caption"].text);
 }
 
 void dismissMessage(Stage& stage, const Step& step) {
-    const std::optional<AlertWindow> box = stage.messageBox();
-    if (!box) throw Failure("no message box is open");
-    ::PostMessageW(box->window, WM_CLOSE, 0, 0);
-    stage.waitUntil(step, "the message box to close", [&box] { return !::IsWindow(box->window); });
+    const HWND box = stage.messageBox();
+    if (box == nullptr) throw Failure("no message box is open");
+    ::PostMessageW(box, WM_CLOSE, 0, 0);
+    stage.waitUntil(step, "the message box to close", [box] { return !::IsWindow(box); });
 }
 
 void expectNoMessage(Stage& stage, const Step&) {
     stage.settle();
-    const std::optional<AlertWindow> box = stage.messageBox();
-    if (box) throw Failure("a message box says " + shown(box->headline));
+    const HWND box = stage.messageBox();
+    if (box != nullptr) throw Failure("a message box says " + shown(headlineOf(box)));
 }
 
 }  // namespace
@@ -219,6 +233,7 @@ std::vector<Action> dialogActions() {
         {"type-key", typeKeyStep},
         {"choose", choose},
         {"close-dialog", closeDialog},
+        {"close-alerts", closeAlerts},
         {"screenshot", screenshot},
         {"expect-alerts", expectAlerts},
         {"expect-title", expectTitle},

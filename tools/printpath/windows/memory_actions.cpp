@@ -20,7 +20,7 @@ std::uint32_t numberOf(const Value& value) {
 }
 
 HKEY rootOf(const Step& step) {
-    return step["root"].text == "user" ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+    return step["root"].number == 0 ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
 }
 
 // The time that lies so many hours from now; 0 when the step does not name it.

@@ -4,13 +4,19 @@
 #include "tools/printpath/windows/stage.h"
 #include "tools/printpath/windows/text_file.h"
 
+#include <algorithm>
 #include <map>
 
 namespace printpath {
 
 namespace {
 
-constexpr std::size_t kTraceTailBytes = 1500;
+constexpr std::size_t kTailBytes = 1500;
+constexpr ULONGLONG kProgressMs = 10000;
+
+bool isRepetition(const Keyword& keyword) {
+    return keyword.phase == Phase::Repeat || keyword.phase == Phase::End;
+}
 
 std::map<std::string_view, Action> allActions() {
     std::map<std::string_view, Action> all;
@@ -19,16 +25,16 @@ std::map<std::string_view, Action> allActions() {
         for (const Action& action : part)
             all.emplace(action.keyword, action);
     for (const Keyword& keyword : keywords())
-        if (!all.contains(keyword.name))
+        if (!all.contains(keyword.name) && !isRepetition(keyword))
             throw std::logic_error("no action for " + std::string(keyword.name));
     return all;
 }
 
-std::string tailOf(const std::string& trace) {
-    if (trace.size() <= kTraceTailBytes) return trace;
-    const std::size_t line = trace.find('\n', trace.size() - kTraceTailBytes);
-    return "...\n" +
-           trace.substr(line == std::string::npos ? trace.size() - kTraceTailBytes : line + 1);
+// The last lines of a log.
+std::string tailOf(const std::string& log) {
+    if (log.size() <= kTailBytes) return log;
+    const std::size_t line = log.find('\n', log.size() - kTailBytes);
+    return "...\n" + log.substr(line == std::string::npos ? log.size() - kTailBytes : line + 1);
 }
 
 // What ended the scenario, for somebody who was not there.
@@ -38,8 +44,81 @@ void report(Stage& stage, Timeline& timeline, const Options& options, const Step
                      ": " + std::string(step.keyword->name) + ": " + what);
     const std::string trace = stage.trace();
     if (!trace.empty()) timeline.plain("the monitor's trace ends with:\n" + tailOf(trace));
-    if (stage.deviceStage) timeline.plain("the device's log:\n" + stage.deviceStage->log());
+    if (stage.deviceStage)
+        timeline.plain("the device's log ends with:\n" + tailOf(stage.deviceStage->log()));
 }
+
+// Hands out the steps in the order in which they are played, repeated parts as often as they say.
+class StepOrder {
+public:
+    StepOrder(const Scenario& scenario, Stage& stage)
+        : _stage(stage), _steps(scenario.steps), _turns(_steps.size()) {}
+
+    // Null after the last step. The step is valid until the next call.
+    const Step* next() {
+        for (; _at < _steps.size(); ++_at) {
+            Step& step = _steps[_at];
+            const Phase phase = step.keyword->phase;
+            if (phase == Phase::Repeat)
+                beginRound({_at, 1, step["rounds"].number});
+            else if (phase == Phase::End)
+                endRound();
+            else
+                break;
+        }
+        if (_at == _steps.size()) return nullptr;
+        Step& step = _steps[_at];
+        for (Value& value : step.values)
+            value.takeTurn(_turns[_at]);
+        ++_turns[_at++];
+        return &step;
+    }
+
+private:
+    struct Repeat {
+        std::size_t place;  // of its "repeat"
+        std::int64_t round;
+        std::int64_t rounds;
+    };
+
+    void beginRound(const Repeat& repeat) {
+        _repeats.push_back(repeat);
+        showProgress();
+    }
+
+    void endRound() {
+        Repeat repeat = _repeats.back();
+        _repeats.pop_back();
+        if (++repeat.round <= repeat.rounds) {
+            _at = repeat.place;
+            _repeats.push_back(repeat);
+        }
+        showProgress();
+    }
+
+    // The first round of everything is shown in full; of the others a line now and then.
+    void showProgress() {
+        const bool repeated = std::any_of(_repeats.begin(), _repeats.end(),
+                                          [](const Repeat& repeat) { return repeat.round > 1; });
+        _stage.timeline().setQuiet(repeated);
+        if (_repeats.size() != 1) return;
+        const auto& [place, round, rounds] = _repeats.front();
+        _stage.round = round;
+        _stage.rounds = rounds;
+        const ULONGLONG now = ::GetTickCount64();
+        if (now - _shownAt < kProgressMs) return;
+        _shownAt = now;
+        _stage.timeline().progress("round " + std::to_string(round) + " of " +
+                                   std::to_string(rounds));
+    }
+
+    Stage& _stage;
+    std::vector<Step> _steps;          // a copy, because a value changes from turn to turn
+    std::vector<std::int64_t> _turns;  // how often each step has been played
+    std::vector<Repeat> _repeats;      // that are open, the outermost first
+    std::size_t _at = 0;
+    ULONGLONG _shownAt = ::GetTickCount64();
+};
 
 // Before anything is played, so that a refused scenario has changed nothing.
 void requireAllowedChanges(const Scenario& scenario, const Options& options) {
@@ -63,17 +142,18 @@ Outcome playScenario(const Scenario& scenario, const Options& options) {
     Timeline timeline;
     timeline.plain(pathText(options.scenario.filename()) + ": " + scenario.about);
     Stage stage(options, timeline);
-    for (const Step& step : scenario.steps) {
-        if (step.keyword->name == "about") continue;
-        timeline.step(step.written);
+    StepOrder order(scenario, stage);
+    while (const Step* const step = order.next()) {
+        if (step->keyword->name == "about") continue;
+        timeline.step(step->written);
         try {
-            actions.at(step.keyword->name).play(stage, step);
+            actions.at(step->keyword->name).play(stage, *step);
             if (stage.started()) stage.noticeDialogs();
         } catch (const Failure& failure) {
-            report(stage, timeline, options, step, failure.what());
+            report(stage, timeline, options, *step, failure.what());
             return failure.outcome();
         } catch (const std::exception& error) {
-            report(stage, timeline, options, step, error.what());
+            report(stage, timeline, options, *step, error.what());
             return Outcome::Unusable;
         }
     }

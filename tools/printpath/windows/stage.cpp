@@ -5,6 +5,8 @@
 #include "tools/printpath/windows/text_file.h"
 #include "tools/printpath/windows/wide_text.h"
 
+#include <algorithm>
+
 namespace printpath {
 
 namespace {
@@ -12,6 +14,7 @@ namespace {
 constexpr DWORD kPollMs = 20;
 constexpr int kMsPerSecond = 1000;
 constexpr DWORD kQuietMs = 300;  // no new trace line for so long: nothing is left to handle
+constexpr int kSettleTries = 20;
 constexpr wchar_t kStringsLibrary[] = L"QVK7400SMs.dll";
 constexpr wchar_t kTraceVariable[] = L"QVSM_TRACE";
 constexpr wchar_t kTraceName[] = L"trace.txt";
@@ -32,9 +35,9 @@ std::filesystem::path traceFileOfTheUser() {
     return name.empty() ? std::filesystem::path() : std::filesystem::absolute(name);
 }
 
-std::string describeDialog(const AlertWindow& dialog) {
-    return (dialog.messageBox ? "message box " : "dialog ") + shown(dialog.title) + ": " +
-           shown(dialog.headline);
+std::string describeDialog(HWND dialog) {
+    return (isMessageBox(dialog) ? "message box " : "dialog ") + shown(textOf(dialog)) + ": " +
+           shown(headlineOf(dialog));
 }
 
 void copyFile(const std::filesystem::path& from, const std::filesystem::path& folder) {
@@ -147,7 +150,7 @@ void Stage::waitUntil(const Step& step, const std::string& what,
         if (condition()) return;
         if (!alive) monitor();
         if (::GetTickCount64() >= end) break;
-        if (_monitor) noticeDialogs();
+        noticeDialogs();
         ::Sleep(kPollMs);
     }
     throw Failure("waited " + std::to_string(timeoutMs(step)) + " ms for " + what + "; " +
@@ -179,31 +182,42 @@ void Stage::awaitQuiet() {
     }
 }
 
-std::vector<AlertWindow> Stage::alerts() {
-    std::vector<AlertWindow> found;
-    if (_monitor)
-        for (AlertWindow& window : openDialogs(_monitor->id()))
-            if (!window.messageBox) found.push_back(std::move(window));
+std::vector<HWND> Stage::dialogs() const {
+    return _monitor ? dialogWindows(_monitor->id()) : std::vector<HWND>();
+}
+
+std::vector<HWND> Stage::alerts() {
+    std::vector<HWND> found = dialogs();
+    std::erase_if(found, isMessageBox);
     return found;
 }
 
-std::optional<AlertWindow> Stage::messageBox() {
-    if (_monitor)
-        for (AlertWindow& window : openDialogs(_monitor->id()))
-            if (window.messageBox) return window;
-    return std::nullopt;
+HWND Stage::messageBox() {
+    const std::vector<HWND> open = dialogs();
+    const auto box = std::find_if(open.begin(), open.end(), isMessageBox);
+    return box == open.end() ? nullptr : *box;
+}
+
+Gauges Stage::settledGauges() {
+    Gauges gauges = readGaugesOf(monitor().id());
+    for (int tries = 0; tries < kSettleTries; ++tries) {
+        ::Sleep(kQuietMs);
+        const long before = gauges.windows;
+        gauges = readGaugesOf(monitor().id());
+        if (gauges.windows == before) break;
+    }
+    return gauges;
 }
 
 void Stage::noticeDialogs() {
+    if (_timeline.isQuiet()) return;  // asking every dialog for its texts takes its time
     std::map<HWND, std::string> now;
-    if (_monitor)
-        for (const AlertWindow& window : openDialogs(_monitor->id()))
-            now[window.window] = describeDialog(window);
-    // A dialog that is about to close has lost its texts: it keeps the name it came with.
-    for (auto& [window, text] : now)
-        if (_noticed.contains(window)) text = _noticed[window];
-    for (const auto& [window, text] : now)
-        if (!_noticed.contains(window)) _timeline.note("opened: " + text);
+    for (const HWND window : dialogs()) {
+        // A dialog that is about to close has lost its texts: it keeps the name it came with.
+        const auto known = _noticed.find(window);
+        now[window] = known != _noticed.end() ? known->second : describeDialog(window);
+        if (known == _noticed.end()) _timeline.note("opened: " + now[window]);
+    }
     for (const auto& [window, text] : _noticed)
         if (!now.contains(window)) _timeline.note("closed: " + text);
     _noticed = std::move(now);
@@ -211,11 +225,9 @@ void Stage::noticeDialogs() {
 
 std::string Stage::describeOpenDialogs() {
     std::string text;
-    if (_monitor) {
-        for (const AlertWindow& window : openDialogs(_monitor->id())) {
-            text += (text.empty() ? "" : ", ") + describeDialog(window);
-            if (!answers(window.window)) text += " (does not answer)";
-        }
+    for (const HWND window : dialogs()) {
+        text += (text.empty() ? "" : ", ") + describeDialog(window);
+        if (!answers(window)) text += " (does not answer)";
     }
     return text.empty() ? "no dialog is open" : "open: " + text;
 }

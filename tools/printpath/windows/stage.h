@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tools/printpath/gauge_log.h"
 #include "tools/printpath/record_bytes.h"
 #include "tools/printpath/scenario.h"
 #include "tools/printpath/windows/alert_windows.h"
@@ -74,9 +75,11 @@ public:
     // Waits until the monitor has read and handled everything that was written.
     void settle();
 
-    // The monitor's dialogs, message boxes excluded or alone.
-    std::vector<AlertWindow> alerts();
-    std::optional<AlertWindow> messageBox();
+    // The monitor's open dialogs without its message boxes, the newest first.
+    std::vector<HWND> alerts();
+    HWND messageBox();  // null when none is open
+    // Read when no window has come or gone for a while: what has closed may not be destroyed yet.
+    Gauges settledGauges();
     // Tells the timeline which dialogs came and went since the last call.
     void noticeDialogs();
     std::string describeOpenDialogs();
@@ -91,6 +94,10 @@ public:
     Preparation preparation;
     Writing writing;
     HWND dialog = nullptr;  // the one that the last wait-dialog found
+    // The round of the outermost repeated part that is played, from 1 on, and how many it has.
+    std::int64_t round = 1;
+    std::int64_t rounds = 1;
+    GaugeLog gaugeLog;
     std::unique_ptr<DeviceStage> deviceStage;
     std::unique_ptr<LinkRecorder> linkRecorder;
     std::unique_ptr<MirroredDesktop> mirroredDesktop;
@@ -102,6 +109,7 @@ public:
 
 private:
     std::filesystem::path monitorToStart() const;
+    std::vector<HWND> dialogs() const;
     void awaitQuiet();
 
     const Options& _options;

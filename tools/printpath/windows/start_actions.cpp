@@ -11,6 +11,8 @@ namespace {
 
 constexpr wchar_t kDriverVariable[] = L"QVSM_PRINTER_DRIVER";
 
+constexpr std::int64_t kReadings = 60;
+
 std::uint32_t numberOf(const Value& value) {
     return static_cast<std::uint32_t>(value.number);
 }
@@ -26,7 +28,7 @@ void monitorPrinterId(Stage& stage, const Step& step) {
 }
 
 void pipeMode(Stage& stage, const Step& step) {
-    stage.preparation.byteMode = step["mode"].text == "byte";
+    stage.preparation.byteMode = step["mode"].number != 0;
 }
 
 void noPipe(Stage& stage, const Step&) {
@@ -108,6 +110,22 @@ void settle(Stage& stage, const Step&) {
     stage.settle();
 }
 
+// A repeated part is read at most sixty times, because each reading takes a while.
+void readGauges(Stage& stage, const Step&) {
+    const bool isRead =
+        stage.rounds <= kReadings ||
+        stage.round * kReadings / stage.rounds != (stage.round - 1) * kReadings / stage.rounds;
+    if (isRead) stage.gaugeLog.add(stage.round, stage.settledGauges());
+}
+
+void expectFlat(Stage& stage, const Step& step) {
+    const std::string problems = stage.gaugeLog.problems(static_cast<long>(step["memory"].number));
+    stage.timeline().plain(stage.gaugeLog.table());
+    stage.gaugeLog = {};
+    if (!problems.empty()) throw Failure("not flat: " + problems);
+    stage.timeline().note("handles, windows, GDI objects, threads and memory are flat");
+}
+
 void expectTrace(Stage& stage, const Step& step) {
     stage.waitUntil(step, "the trace line " + shown(step["text"].text), [&stage, &step] {
         return stage.trace().find(step["text"].text) != std::string::npos;
@@ -141,6 +159,8 @@ std::vector<Action> startActions() {
         {"expect-running", expectRunning},
         {"pause", pauseFor},
         {"settle", settle},
+        {"read-gauges", readGauges},
+        {"expect-flat", expectFlat},
         {"expect-trace", expectTrace},
         {"expect-no-trace", expectNoTrace},
     };

@@ -13,9 +13,12 @@ constexpr double kMsPerSecond = 1000.0;
 Timeline::Timeline() : _begin(::GetTickCount64()) {}
 
 void Timeline::step(const std::string& text) {
-    print("> ", text);
+    if (!_quiet) print("> ", text);
 }
 void Timeline::note(const std::string& text) {
+    if (!_quiet) print("      ", text);
+}
+void Timeline::progress(const std::string& text) {
     print("      ", text);
 }
 void Timeline::problem(const std::string& text) {

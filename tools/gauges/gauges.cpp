@@ -1,4 +1,6 @@
-#include "tests/support/gauges.h"
+#include "tools/gauges/gauges.h"
+
+#include "tools/printpath/windows/handle.h"
 
 #include <windows.h>
 
@@ -10,11 +12,8 @@
 
 namespace {
 
-struct CloseKernelHandle {
-    using pointer = HANDLE;
-    void operator()(HANDLE handle) const noexcept { ::CloseHandle(handle); }
-};
-using KernelHandle = std::unique_ptr<void, CloseKernelHandle>;
+using printpath::fileHandle;
+using printpath::Handle;
 
 // Not allocated with `new`, because a reading must not change the number of heap blocks.
 struct ReleasePages {
@@ -60,8 +59,8 @@ long countHandles(DWORD processId) {
 }
 
 long countThreads(DWORD processId) {
-    const KernelHandle snapshot(::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
-    if (snapshot.get() == INVALID_HANDLE_VALUE) return -1;
+    const Handle snapshot = fileHandle(::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
+    if (!snapshot) return -1;
     THREADENTRY32 entry{};
     entry.dwSize = sizeof entry;
     long count = 0;
@@ -178,7 +177,7 @@ Gauges readGauges() {
 }
 
 Gauges readGaugesOf(std::uint32_t processId) {
-    const KernelHandle process(
+    const Handle process(
         ::OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, processId));
     if (process == nullptr) return {-1, -1, -1, -1, 0, -1};
     return read(process.get(), processId);

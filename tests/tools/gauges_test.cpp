@@ -1,4 +1,4 @@
-#include "tests/support/gauges.h"
+#include "tools/gauges/gauges.h"
 
 #include <windows.h>
 
