@@ -7,12 +7,12 @@
 
 namespace printpath {
 
-class Stage;
+class ScenarioRun;
 
 // What a keyword does. Throws Failure when something is not as the scenario says.
 struct Action {
     std::string_view keyword;
-    void (*play)(Stage& stage, const Step& step);
+    void (*play)(ScenarioRun& run, const Step& step);
 };
 
 std::vector<Action> startActions();   // preparation, start, end, time

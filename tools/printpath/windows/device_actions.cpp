@@ -1,6 +1,6 @@
 #include "tools/printpath/windows/actions.h"
 #include "tools/printpath/windows/failure.h"
-#include "tools/printpath/windows/stage.h"
+#include "tools/printpath/windows/scenario_run.h"
 #include "tools/printpath/windows/text_file.h"
 #include "tools/printpath/windows/wide_text.h"
 
@@ -11,13 +11,13 @@ namespace {
 constexpr char kConfigurationPage[] = "/DevMgmt/ConsumableConfigDyn.xml";
 constexpr char kUsagePage[] = "/DevMgmt/ProductUsageDyn.xml";
 
-void device(Stage& stage, const Step&) {
-    stage.deviceStage =
-        std::make_unique<DeviceStage>(stage.options().device, stage.workFile(L"device"));
+void device(ScenarioRun& run, const Step&) {
+    run.simulatedDevice =
+        std::make_unique<SimulatedDevice>(run.options().device, run.workFile(L"device"));
 }
 
-void deviceSupplies(Stage& stage, const Step& step) {
-    DeviceStage& device = stage.device();
+void deviceSupplies(ScenarioRun& run, const Step& step) {
+    SimulatedDevice& device = run.device();
     if (step["serial"].given)
         device.setElement(kConfigurationPage, "dd:SerialNumber", step["serial"].text);
     if (step["product"].given)
@@ -26,31 +26,31 @@ void deviceSupplies(Stage& stage, const Step& step) {
         device.setElement(kUsagePage, "dd:EstimatedPagesRemaining", step["pages"].text);
 }
 
-void devicePage(Stage& stage, const Step& step) {
+void devicePage(ScenarioRun& run, const Step& step) {
     std::string bytes;
-    const auto file = stage.besideScenario(step["file"].text);
+    const auto file = run.besideScenario(step["file"].text);
     if (!readWholeFile(file, bytes))
         throw Failure(pathText(file) + " could not be read", Outcome::Unusable);
-    stage.device().setPage(step["path"].text, bytes);
+    run.device().setPage(step["path"].text, bytes);
 }
 
-void devicePageText(Stage& stage, const Step& step) {
-    stage.device().setPage(step["path"].text, step["text"].text);
+void devicePageText(ScenarioRun& run, const Step& step) {
+    run.device().setPage(step["path"].text, step["text"].text);
 }
 
-void devicePageMissing(Stage& stage, const Step& step) {
-    stage.device().removePage(step["path"].text);
+void devicePageMissing(ScenarioRun& run, const Step& step) {
+    run.device().removePage(step["path"].text);
 }
 
-void deviceOffline(Stage& stage, const Step&) {
-    stage.device().setOffline(true);
+void deviceOffline(ScenarioRun& run, const Step&) {
+    run.device().setOffline(true);
 }
-void deviceOnline(Stage& stage, const Step&) {
-    stage.device().setOffline(false);
+void deviceOnline(ScenarioRun& run, const Step&) {
+    run.device().setOffline(false);
 }
 
-void deviceSlow(Stage& stage, const Step& step) {
-    stage.device().setSlow(static_cast<int>(step["milliseconds"].number));
+void deviceSlow(ScenarioRun& run, const Step& step) {
+    run.device().setSlow(static_cast<int>(step["milliseconds"].number));
 }
 
 // Whether the log has a line that is "<what>" or begins with "<what> ".
@@ -64,48 +64,48 @@ bool hasLine(const std::string& log, const std::string& what) {
     return false;
 }
 
-void expectLine(Stage& stage, const Step& step, const std::string& what) {
-    DeviceStage& device = stage.device();
+void expectLine(ScenarioRun& run, const Step& step, const std::string& what) {
+    SimulatedDevice& device = run.device();
     try {
-        stage.waitUntil(step, "the device to log " + shown(what),
-                        [&device, &what] { return hasLine(device.log(), what); });
+        run.waitUntil(step, "the device to log " + shown(what),
+                      [&device, &what] { return hasLine(device.log(), what); });
     } catch (const Failure& failure) {
         throw Failure(std::string(failure.what()) + "; the device logged " + shown(device.log()),
                       failure.outcome());
     }
 }
 
-void expectNoLine(Stage& stage, const std::string& what) {
-    if (stage.started()) stage.settle();
-    if (hasLine(stage.device().log(), what))
-        throw Failure("the device logged " + shown(stage.device().log()));
+void expectNoLine(ScenarioRun& run, const std::string& what) {
+    if (run.started()) run.settle();
+    if (hasLine(run.device().log(), what))
+        throw Failure("the device logged " + shown(run.device().log()));
 }
 
-void expectButton(Stage& stage, const Step& step) {
-    expectLine(stage, step, "button " + step["button"].text);
+void expectButton(ScenarioRun& run, const Step& step) {
+    expectLine(run, step, "button " + step["button"].text);
 }
 
-void expectNoButton(Stage& stage, const Step&) {
-    expectNoLine(stage, "button");
+void expectNoButton(ScenarioRun& run, const Step&) {
+    expectNoLine(run, "button");
 }
 
-void expectPageFetched(Stage& stage, const Step& step) {
-    expectLine(stage, step, "page " + step["path"].text);
+void expectPageFetched(ScenarioRun& run, const Step& step) {
+    expectLine(run, step, "page " + step["path"].text);
 }
 
-void expectPageNotFetched(Stage& stage, const Step& step) {
-    expectNoLine(stage, "page " + step["path"].text);
+void expectPageNotFetched(ScenarioRun& run, const Step& step) {
+    expectNoLine(run, "page " + step["path"].text);
 }
 
-void recordLinks(Stage& stage, const Step&) {
-    stage.linkRecorder =
-        std::make_unique<LinkRecorder>(stage.options().recorder, stage.workFile(L"opened.txt"));
+void recordLinks(ScenarioRun& run, const Step&) {
+    run.linkRecorder =
+        std::make_unique<LinkRecorder>(run.options().recorder, run.workFile(L"opened.txt"));
 }
 
-void expectOpened(Stage& stage, const Step& step) {
-    LinkRecorder& recorder = stage.recorder();
+void expectOpened(ScenarioRun& run, const Step& step) {
+    LinkRecorder& recorder = run.recorder();
     try {
-        stage.waitUntil(step, shown(step["text"].text) + " to be opened", [&recorder, &step] {
+        run.waitUntil(step, shown(step["text"].text) + " to be opened", [&recorder, &step] {
             return recorder.opened().find(step["text"].text) != std::string::npos;
         });
     } catch (const Failure& failure) {
@@ -114,44 +114,43 @@ void expectOpened(Stage& stage, const Step& step) {
     }
 }
 
-void expectNothingOpened(Stage& stage, const Step&) {
-    if (stage.started()) stage.settle();
-    const std::string opened = stage.recorder().opened();
+void expectNothingOpened(ScenarioRun& run, const Step&) {
+    if (run.started()) run.settle();
+    const std::string opened = run.recorder().opened();
     if (!opened.empty()) throw Failure("the monitor opened " + shown(opened));
 }
 
-void installFile(Stage& stage, const Step& step) {
+void installFile(ScenarioRun& run, const Step& step) {
     std::string bytes;
-    const auto file = stage.besideScenario(step["file"].text);
+    const auto file = run.besideScenario(step["file"].text);
     if (!readWholeFile(file, bytes))
         throw Failure(pathText(file) + " could not be read", Outcome::Unusable);
     const std::wstring target = wideFromUtf8(step["target"].text);
-    stage.protectedFiles.erase(target);
+    run.protectedFiles.erase(target);
     writeWholeFile(target, bytes);
 }
 
 // An open file of ours that nobody else may write, which holds on every system and for every user.
-void protectFile(Stage& stage, const Step& step) {
+void protectFile(ScenarioRun& run, const Step& step) {
     const std::wstring target = wideFromUtf8(step["target"].text);
     Handle file = fileHandle(::CreateFileW(target.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                            OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file) throw Failure(shown(target) + " could not be protected", Outcome::Unusable);
-    stage.protectedFiles[target] = std::move(file);
+    run.protectedFiles[target] = std::move(file);
 }
 
-void removeFile(Stage& stage, const Step& step) {
+void removeFile(ScenarioRun& run, const Step& step) {
     const std::wstring target = wideFromUtf8(step["target"].text);
-    stage.protectedFiles.erase(target);
+    run.protectedFiles.erase(target);
     if (!::DeleteFileW(target.c_str()) &&
         ::GetFileAttributesW(target.c_str()) != INVALID_FILE_ATTRIBUTES)
         throw Failure(shown(target) + " could not be removed", Outcome::Unusable);
 }
 
-void expectFileWith(Stage& stage, const Step& step) {
+void expectFileWith(ScenarioRun& run, const Step& step) {
     const std::filesystem::path file = wideFromUtf8(step["target"].text);
-    stage.waitUntil(step, pathText(file) + " to hold " + shown(step["text"].text), [&] {
-        return readWholeFile(file).find(step["text"].text) != std::string::npos;
-    });
+    run.waitUntil(step, pathText(file) + " to hold " + shown(step["text"].text),
+                  [&] { return readWholeFile(file).find(step["text"].text) != std::string::npos; });
 }
 
 }  // namespace

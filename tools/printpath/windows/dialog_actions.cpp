@@ -2,8 +2,8 @@
 #include "tools/printpath/windows/actions.h"
 #include "tools/printpath/windows/alert_input.h"
 #include "tools/printpath/windows/failure.h"
+#include "tools/printpath/windows/scenario_run.h"
 #include "tools/printpath/windows/screen_picture.h"
-#include "tools/printpath/windows/stage.h"
 #include "tools/printpath/windows/text_file.h"
 #include "tools/printpath/windows/wide_text.h"
 #include "ui/resource_ids.h"
@@ -30,73 +30,73 @@ std::string dialogs(std::size_t count) {
 constexpr int kAnyControl = 0;
 
 // The newest open dialog that shows the text anywhere and has the control; null when there is none.
-HWND dialogWith(Stage& stage, const std::wstring& text, int control = kAnyControl) {
-    for (const HWND alert : stage.alerts())
+HWND dialogWith(ScenarioRun& run, const std::wstring& text, int control = kAnyControl) {
+    for (const HWND alert : run.alerts())
         if ((control == kAnyControl || ::GetDlgItem(alert, control) != nullptr) &&
             allTexts(alert).find(text) != std::wstring::npos)
             return alert;
     return nullptr;
 }
 
-void waitDialog(Stage& stage, const Step& step) {
+void waitDialog(ScenarioRun& run, const Step& step) {
     const std::wstring text = wideFromUtf8(step["text"].text);
     const Value& with = step["with"];
     const int control = with.given ? static_cast<int>(with.number) : kAnyControl;
     const std::string what = "a dialog that shows " + shown(text) +
                              (with.given ? " and has the control " + with.text : "");
-    stage.waitUntil(step, what, [&stage, &text, control] {
-        stage.dialog = dialogWith(stage, text, control);
-        return stage.dialog != nullptr;
+    run.waitUntil(step, what, [&run, &text, control] {
+        run.dialog = dialogWith(run, text, control);
+        return run.dialog != nullptr;
     });
 }
 
-void waitNoDialog(Stage& stage, const Step& step) {
+void waitNoDialog(ScenarioRun& run, const Step& step) {
     const std::wstring text = wideFromUtf8(step["text"].text);
     const std::string what =
         text.empty() ? "all dialogs to close" : "the dialog with " + shown(text) + " to close";
-    stage.waitUntil(step, what, [&stage, &text] {
-        return text.empty() ? stage.alerts().empty() : dialogWith(stage, text) == nullptr;
+    run.waitUntil(step, what, [&run, &text] {
+        return text.empty() ? run.alerts().empty() : dialogWith(run, text) == nullptr;
     });
 }
 
-void waitAlerts(Stage& stage, const Step& step) {
-    stage.waitUntil(step, dialogs(countOf(step)) + " to be open",
-                    [&] { return stage.alerts().size() == countOf(step); });
+void waitAlerts(ScenarioRun& run, const Step& step) {
+    run.waitUntil(step, dialogs(countOf(step)) + " to be open",
+                  [&] { return run.alerts().size() == countOf(step); });
 }
 
-void press(Stage& stage, const Step& step) {
-    pressControl(stage.dialog, controlOf(step));
+void press(ScenarioRun& run, const Step& step) {
+    pressControl(run.dialog, controlOf(step));
 }
 
-void click(Stage& stage, const Step& step) {
-    clickControl(stage.dialog, controlOf(step));
+void click(ScenarioRun& run, const Step& step) {
+    clickControl(run.dialog, controlOf(step));
 }
 
-void postKeyStep(Stage& stage, const Step& step) {
-    postKey(stage.dialog, parseKey(step["key"].text).value());
+void postKeyStep(ScenarioRun& run, const Step& step) {
+    postKey(run.dialog, parseKey(step["key"].text).value());
 }
 
-void typeKeyStep(Stage& stage, const Step& step) {
-    typeKey(stage.dialog, parseKey(step["key"].text).value());
+void typeKeyStep(ScenarioRun& run, const Step& step) {
+    typeKey(run.dialog, parseKey(step["key"].text).value());
 }
 
-void choose(Stage& stage, const Step& step) {
+void choose(ScenarioRun& run, const Step& step) {
     // The words of the keyword stand in the order of the list.
-    chooseEntry(stage.dialog, IDC_SNOOZE_CHOICE, static_cast<int>(step["snooze"].number));
+    chooseEntry(run.dialog, IDC_SNOOZE_CHOICE, static_cast<int>(step["snooze"].number));
 }
 
-void closeDialog(Stage& stage, const Step&) {
-    if (!::IsWindow(stage.dialog)) throw Failure("the dialog is not open any more");
-    ::PostMessageW(stage.dialog, WM_CLOSE, 0, 0);
+void closeDialog(ScenarioRun& run, const Step&) {
+    if (!::IsWindow(run.dialog)) throw Failure("the dialog is not open any more");
+    ::PostMessageW(run.dialog, WM_CLOSE, 0, 0);
 }
 
 // As a user who goes through everything that is open: chooses a time where one is asked for, and
 // presses OK or, where there is none, the close box.
-void closeAlerts(Stage& stage, const Step& step) {
-    for (const HWND dialog : stage.alerts()) {
-        if (step["keep"].given && dialog == stage.dialog) continue;
+void closeAlerts(ScenarioRun& run, const Step& step) {
+    for (const HWND dialog : run.alerts()) {
+        if (step["keep"].given && dialog == run.dialog) continue;
         // The monitor may still be busy with opening alerts, and would not take the choice.
-        stage.waitUntil(step, "a dialog to answer", [dialog] { return answers(dialog); });
+        run.waitUntil(step, "a dialog to answer", [dialog] { return answers(dialog); });
         if (step["choose"].given && isUsable(dialog, IDC_SNOOZE_CHOICE))
             chooseEntry(dialog, IDC_SNOOZE_CHOICE, static_cast<int>(step["choose"].number));
         if (isUsable(dialog, IDC_ALERT_OK))
@@ -121,10 +121,10 @@ void bringToFront(HWND dialog) {
 enum class Area { Dialog, Message, Screen };
 
 // What a picture of this area shows.
-RECT pictureArea(Stage& stage, Area area) {
+RECT pictureArea(ScenarioRun& run, Area area) {
     const RECT screen = screenArea();
     if (area == Area::Screen) return screen;
-    const HWND window = area == Area::Message ? stage.messageBox() : stage.dialog;
+    const HWND window = area == Area::Message ? run.messageBox() : run.dialog;
     if (!::IsWindow(window)) throw Failure("there is no dialog to take a picture of");
     bringToFront(window);
     RECT place{};
@@ -134,23 +134,23 @@ RECT pictureArea(Stage& stage, Area area) {
     return visible;
 }
 
-void screenshot(Stage& stage, const Step& step) {
+void screenshot(ScenarioRun& run, const Step& step) {
     const ScreenPicture picture =
-        captureWhenStill(pictureArea(stage, static_cast<Area>(step["area"].number)));
-    if (stage.options().pictures.empty()) return;
-    const auto file = stage.options().pictures / (wideFromUtf8(step["name"].text) + L".bmp");
+        captureWhenStill(pictureArea(run, static_cast<Area>(step["area"].number)));
+    if (run.options().pictures.empty()) return;
+    const auto file = run.options().pictures / (wideFromUtf8(step["name"].text) + L".bmp");
     std::error_code ignored;
-    std::filesystem::create_directories(stage.options().pictures, ignored);
+    std::filesystem::create_directories(run.options().pictures, ignored);
     saveBitmap(picture, file);
-    stage.timeline().note("picture " + pathText(file.filename()));
+    run.timeline().note("picture " + pathText(file.filename()));
 }
 
-void expectAlerts(Stage& stage, const Step& step) {
-    stage.settle();
-    const std::size_t open = stage.alerts().size();
+void expectAlerts(ScenarioRun& run, const Step& step) {
+    run.settle();
+    const std::size_t open = run.alerts().size();
     if (open != countOf(step))
         throw Failure(dialogs(countOf(step)) + " should be open and not " + std::to_string(open) +
-                      "; " + stage.describeOpenDialogs());
+                      "; " + run.describeOpenDialogs());
 }
 
 void expectEqual(const std::string& what, const std::wstring& found, const std::string& wanted) {
@@ -158,48 +158,48 @@ void expectEqual(const std::string& what, const std::wstring& found, const std::
         throw Failure(what + " is " + shown(found) + " and should be " + shown(wanted));
 }
 
-void expectTitle(Stage& stage, const Step& step) {
-    existingControl(stage.dialog, IDC_ALERT_OK);
-    expectEqual("the title", textOf(stage.dialog), step["text"].text);
+void expectTitle(ScenarioRun& run, const Step& step) {
+    existingControl(run.dialog, IDC_ALERT_OK);
+    expectEqual("the title", textOf(run.dialog), step["text"].text);
 }
 
 std::string named(const Step& step) {
     return "the text of control " + step["control"].text;
 }
 
-void expectText(Stage& stage, const Step& step) {
-    const HWND control = existingControl(stage.dialog, controlOf(step));
+void expectText(ScenarioRun& run, const Step& step) {
+    const HWND control = existingControl(run.dialog, controlOf(step));
     expectEqual(named(step), textOf(control), step["text"].text);
 }
 
-void expectTextWith(Stage& stage, const Step& step) {
-    const std::wstring found = textOf(existingControl(stage.dialog, controlOf(step)));
+void expectTextWith(ScenarioRun& run, const Step& step) {
+    const std::wstring found = textOf(existingControl(run.dialog, controlOf(step)));
     if (found.find(wideFromUtf8(step["text"].text)) == std::wstring::npos)
         throw Failure(named(step) + " is " + shown(found) + ", without " +
                       shown(step["text"].text));
 }
 
-void expectVisible(Stage& stage, const Step& step) {
-    if (!::IsWindowVisible(existingControl(stage.dialog, controlOf(step))))
+void expectVisible(ScenarioRun& run, const Step& step) {
+    if (!::IsWindowVisible(existingControl(run.dialog, controlOf(step))))
         throw Failure("control " + step["control"].text + " is hidden");
 }
 
-void expectHidden(Stage& stage, const Step& step) {
-    if (::IsWindowVisible(existingControl(stage.dialog, controlOf(step))))
+void expectHidden(ScenarioRun& run, const Step& step) {
+    if (::IsWindowVisible(existingControl(run.dialog, controlOf(step))))
         throw Failure("control " + step["control"].text + " is visible");
 }
 
-void expectPosition(Stage& stage, const Step& step) {
+void expectPosition(ScenarioRun& run, const Step& step) {
     RECT place{};
-    if (!::GetWindowRect(stage.dialog, &place)) throw Failure("the dialog is not open any more");
+    if (!::GetWindowRect(run.dialog, &place)) throw Failure("the dialog is not open any more");
     if (place.left != step["left"].number || place.top != step["top"].number)
         throw Failure("the dialog stands at " + std::to_string(place.left) + ", " +
                       std::to_string(place.top));
 }
 
-void expectMessage(Stage& stage, const Step& step) {
+void expectMessage(ScenarioRun& run, const Step& step) {
     HWND box = nullptr;
-    stage.waitUntil(step, "a message box", [&] { return (box = stage.messageBox()) != nullptr; });
+    run.waitUntil(step, "a message box", [&] { return (box = run.messageBox()) != nullptr; });
     const std::wstring found = headlineOf(box);
     if (found.find(wideFromUtf8(step["text"].text)) == std::wstring::npos)
         throw Failure("the message box says " + shown(found) + ", without " +
@@ -207,16 +207,16 @@ void expectMessage(Stage& stage, const Step& step) {
     if (step["caption"].given) expectEqual("the caption", textOf(box), step["caption"].text);
 }
 
-void dismissMessage(Stage& stage, const Step& step) {
-    const HWND box = stage.messageBox();
+void dismissMessage(ScenarioRun& run, const Step& step) {
+    const HWND box = run.messageBox();
     if (box == nullptr) throw Failure("no message box is open");
     ::PostMessageW(box, WM_CLOSE, 0, 0);
-    stage.waitUntil(step, "the message box to close", [box] { return !::IsWindow(box); });
+    run.waitUntil(step, "the message box to close", [box] { return !::IsWindow(box); });
 }
 
-void expectNoMessage(Stage& stage, const Step&) {
-    stage.settle();
-    const HWND box = stage.messageBox();
+void expectNoMessage(ScenarioRun& run, const Step&) {
+    run.settle();
+    const HWND box = run.messageBox();
     if (box != nullptr) throw Failure("a message box says " + shown(headlineOf(box)));
 }
 

@@ -9,7 +9,7 @@ namespace printpath {
 enum class Outcome {
     AsExpected = 0,
     NotAsExpected = 1,  // something was not seen, or the monitor ended with another exit code
-    Unusable = 2,       // wrong options, wrong scenario, or the stage could not be built
+    Unusable = 2,       // wrong options or scenario, or something that it needs is missing
     Crashed = 3,        // the monitor ended by an exception or abort()
     Hung = 4            // the monitor did not read, answer or end in time
 };

@@ -2,7 +2,7 @@
 #include "tools/printpath/windows/cartridge_memory.h"
 #include "tools/printpath/windows/failure.h"
 #include "tools/printpath/windows/registry_values.h"
-#include "tools/printpath/windows/stage.h"
+#include "tools/printpath/windows/scenario_run.h"
 #include "tools/printpath/windows/wide_text.h"
 
 #include <cstdlib>
@@ -28,11 +28,11 @@ std::int64_t timeOf(const Value& hours) {
     return hours.given ? secondsSince1970() + hours.number * kSecondsPerHour : 0;
 }
 
-void forget(Stage&, const Step&) {
+void forget(ScenarioRun&, const Step&) {
     forgetCartridges();
 }
 
-void knownCartridge(Stage&, const Step& step) {
+void knownCartridge(ScenarioRun&, const Step& step) {
     RememberedCartridge cartridge;
     cartridge.serial = numberOf(step["serial"]);
     cartridge.added = step["added"].given ? timeOf(step["added"]) : secondsSince1970();
@@ -43,18 +43,18 @@ void knownCartridge(Stage&, const Step& step) {
     rememberCartridge(cartridge);
 }
 
-void currentCartridgeIs(Stage&, const Step& step) {
+void currentCartridgeIs(ScenarioRun&, const Step& step) {
     setCurrentCartridge(numberOf(step["serial"]));
 }
 
-void cartridgeVersion(Stage&, const Step& step) {
+void cartridgeVersion(ScenarioRun&, const Step& step) {
     setCartridgeVersion(numberOf(step["version"]));
 }
 
-void expectCurrentCartridge(Stage& stage, const Step& step) {
+void expectCurrentCartridge(ScenarioRun& run, const Step& step) {
     const std::uint32_t wanted = numberOf(step["serial"]);
-    stage.waitUntil(step, "the current cartridge to be " + std::to_string(wanted),
-                    [wanted] { return currentCartridge() == wanted; });
+    run.waitUntil(step, "the current cartridge to be " + std::to_string(wanted),
+                  [wanted] { return currentCartridge() == wanted; });
 }
 
 // Hours 0 stand for a slot that does not snooze any more: its time lies in the past. The current
@@ -73,10 +73,10 @@ bool matches(const Step& step, const RememberedCartridge& cartridge) {
             cartridge.flags == static_cast<unsigned int>(step["flags"].number));
 }
 
-void expectCartridge(Stage& stage, const Step& step) {
+void expectCartridge(ScenarioRun& run, const Step& step) {
     const std::uint32_t serial = numberOf(step["serial"]);
     try {
-        stage.waitUntil(step, step.written, [&step, serial] {
+        run.waitUntil(step, step.written, [&step, serial] {
             const auto cartridge = findCartridge(serial);
             return cartridge && matches(step, *cartridge);
         });
@@ -88,46 +88,46 @@ void expectCartridge(Stage& stage, const Step& step) {
     }
 }
 
-void expectNoCartridge(Stage& stage, const Step& step) {
-    if (stage.started()) stage.settle();
+void expectNoCartridge(ScenarioRun& run, const Step& step) {
+    if (run.started()) run.settle();
     const auto cartridge = findCartridge(numberOf(step["serial"]));
     if (cartridge) throw Failure("the monitor remembers " + describe(*cartridge));
 }
 
 // Notes the value, so that the registry is as before when the scenario has ended.
-void noteValue(Stage& stage, const Step& step) {
-    stage.registry.note(rootOf(step), wideFromUtf8(step["key"].text),
-                        wideFromUtf8(step["name"].text));
+void noteValue(ScenarioRun& run, const Step& step) {
+    run.registry.note(rootOf(step), wideFromUtf8(step["key"].text),
+                      wideFromUtf8(step["name"].text));
 }
 
-void registryText(Stage& stage, const Step& step) {
-    noteValue(stage, step);
+void registryText(ScenarioRun& run, const Step& step) {
+    noteValue(run, step);
     writeText(rootOf(step), wideFromUtf8(step["key"].text), wideFromUtf8(step["name"].text),
               wideFromUtf8(step["value"].text));
 }
 
-void registryNumber(Stage& stage, const Step& step) {
-    noteValue(stage, step);
+void registryNumber(ScenarioRun& run, const Step& step) {
+    noteValue(run, step);
     writeNumber(rootOf(step), wideFromUtf8(step["key"].text), wideFromUtf8(step["name"].text),
                 numberOf(step["value"]));
 }
 
-void expectRegistryText(Stage& stage, const Step& step) {
+void expectRegistryText(ScenarioRun& run, const Step& step) {
     const std::wstring key = wideFromUtf8(step["key"].text);
     const std::wstring name = wideFromUtf8(step["name"].text);
     const std::wstring wanted = wideFromUtf8(step["value"].text);
-    stage.waitUntil(step, "the registry value " + shown(name) + " to be " + shown(wanted),
-                    [&] { return readText(rootOf(step), key, name) == wanted; });
+    run.waitUntil(step, "the registry value " + shown(name) + " to be " + shown(wanted),
+                  [&] { return readText(rootOf(step), key, name) == wanted; });
 }
 
-void spoolerPrinter(Stage& stage, const Step& step) {
+void spoolerPrinter(ScenarioRun& run, const Step& step) {
     const std::wstring name = wideFromUtf8(step["name"].text);
-    stage.printers.push_back(std::make_unique<SpoolerPrinter>(name));
+    run.printers.push_back(std::make_unique<SpoolerPrinter>(name));
     if (step["alert-mask"].given) setPrinterValue(name, L"AlertMask", numberOf(step["alert-mask"]));
     if (step["status"].given) setPrinterValue(name, L"Status", numberOf(step["status"]));
 }
 
-void spoolerValue(Stage&, const Step& step) {
+void spoolerValue(ScenarioRun&, const Step& step) {
     setPrinterValue(wideFromUtf8(step["printer"].text), wideFromUtf8(step["value"].text),
                     numberOf(step["number"]));
 }

@@ -1,7 +1,7 @@
 #include "tools/printpath/windows/player.h"
 
 #include "tools/printpath/windows/actions.h"
-#include "tools/printpath/windows/stage.h"
+#include "tools/printpath/windows/scenario_run.h"
 #include "tools/printpath/windows/text_file.h"
 
 #include <algorithm>
@@ -38,21 +38,21 @@ std::string tailOf(const std::string& log) {
 }
 
 // What ended the scenario, for somebody who was not there.
-void report(Stage& stage, Timeline& timeline, const Options& options, const Step& step,
+void report(ScenarioRun& run, Timeline& timeline, const Options& options, const Step& step,
             const std::string& what) {
     timeline.problem(pathText(options.scenario.filename()) + ":" + std::to_string(step.line) +
                      ": " + std::string(step.keyword->name) + ": " + what);
-    const std::string trace = stage.trace();
+    const std::string trace = run.trace();
     if (!trace.empty()) timeline.plain("the monitor's trace ends with:\n" + tailOf(trace));
-    if (stage.deviceStage)
-        timeline.plain("the device's log ends with:\n" + tailOf(stage.deviceStage->log()));
+    if (run.simulatedDevice)
+        timeline.plain("the device's log ends with:\n" + tailOf(run.simulatedDevice->log()));
 }
 
 // Hands out the steps in the order in which they are played, repeated parts as often as they say.
 class StepOrder {
 public:
-    StepOrder(const Scenario& scenario, Stage& stage)
-        : _stage(stage), _steps(scenario.steps), _turns(_steps.size()) {}
+    StepOrder(const Scenario& scenario, ScenarioRun& run)
+        : _run(run), _steps(scenario.steps), _turns(_steps.size()) {}
 
     // Null after the last step. The step is valid until the next call.
     const Step* next() {
@@ -100,19 +100,19 @@ private:
     void showProgress() {
         const bool repeated = std::any_of(_repeats.begin(), _repeats.end(),
                                           [](const Repeat& repeat) { return repeat.round > 1; });
-        _stage.timeline().setQuiet(repeated);
+        _run.timeline().setQuiet(repeated);
         if (_repeats.size() != 1) return;
         const auto& [place, round, rounds] = _repeats.front();
-        _stage.round = round;
-        _stage.rounds = rounds;
+        _run.round = round;
+        _run.rounds = rounds;
         const ULONGLONG now = ::GetTickCount64();
         if (now - _shownAt < kProgressMs) return;
         _shownAt = now;
-        _stage.timeline().progress("round " + std::to_string(round) + " of " +
-                                   std::to_string(rounds));
+        _run.timeline().progress("round " + std::to_string(round) + " of " +
+                                 std::to_string(rounds));
     }
 
-    Stage& _stage;
+    ScenarioRun& _run;
     std::vector<Step> _steps;          // a copy, because a value changes from turn to turn
     std::vector<std::int64_t> _turns;  // how often each step has been played
     std::vector<Repeat> _repeats;      // that are open, the outermost first
@@ -141,19 +141,19 @@ Outcome playScenario(const Scenario& scenario, const Options& options) {
     requireAllowedChanges(scenario, options);
     Timeline timeline;
     timeline.plain(pathText(options.scenario.filename()) + ": " + scenario.about);
-    Stage stage(options, timeline);
-    StepOrder order(scenario, stage);
+    ScenarioRun run(options, timeline);
+    StepOrder order(scenario, run);
     while (const Step* const step = order.next()) {
         if (step->keyword->name == "about") continue;
         timeline.step(step->written);
         try {
-            actions.at(step->keyword->name).play(stage, *step);
-            if (stage.started()) stage.noticeDialogs();
+            actions.at(step->keyword->name).play(run, *step);
+            if (run.started()) run.noticeDialogs();
         } catch (const Failure& failure) {
-            report(stage, timeline, options, *step, failure.what());
+            report(run, timeline, options, *step, failure.what());
             return failure.outcome();
         } catch (const std::exception& error) {
-            report(stage, timeline, options, *step, error.what());
+            report(run, timeline, options, *step, error.what());
             return Outcome::Unusable;
         }
     }

@@ -1,7 +1,7 @@
 #include "tools/printpath/record_bytes.h"
 #include "tools/printpath/windows/actions.h"
 #include "tools/printpath/windows/failure.h"
-#include "tools/printpath/windows/stage.h"
+#include "tools/printpath/windows/scenario_run.h"
 #include "tools/printpath/windows/text_file.h"
 #include "tools/printpath/windows/wide_text.h"
 
@@ -32,8 +32,8 @@ std::u16string units(const std::string& utf8) {
     return {wide.begin(), wide.end()};
 }
 
-void writeRecord(Stage& stage, std::string record) {
-    Writing& writing = stage.writing;
+void writeRecord(ScenarioRun& run, std::string record) {
+    Writing& writing = run.writing;
     if (writing.cutAfter) record.resize(std::min(record.size(), *writing.cutAfter));
     writing.cutAfter.reset();
     if (writing.joined > 0) {
@@ -42,138 +42,137 @@ void writeRecord(Stage& stage, std::string record) {
         record.swap(writing.joinedBytes);
         writing.joinedBytes.clear();
     }
-    stage.monitor();
+    run.monitor();
     const auto pieces = splitForWriting(record, writing.as, writing.chunkBytes);
-    const DWORD timeoutMs = static_cast<DWORD>(stage.options().timeoutSeconds) * 1000;
+    const DWORD timeoutMs = static_cast<DWORD>(run.options().timeoutSeconds) * 1000;
     for (const std::string& piece : pieces)
-        stage.pipe->write(piece, timeoutMs);
-    stage.timeline().note("wrote " + std::to_string(record.size()) + " bytes in " +
-                          std::to_string(pieces.size()) +
-                          (pieces.size() == 1 ? " piece" : " pieces"));
+        run.pipe->write(piece, timeoutMs);
+    run.timeline().note("wrote " + std::to_string(record.size()) + " bytes in " +
+                        std::to_string(pieces.size()) +
+                        (pieces.size() == 1 ? " piece" : " pieces"));
 }
 
-void send(Stage& stage, const Step& step, std::uint32_t recordClass, std::uint32_t subcode,
+void send(ScenarioRun& run, const Step& step, std::uint32_t recordClass, std::uint32_t subcode,
           const std::string& body, std::optional<std::uint32_t> length = std::nullopt) {
     const Value& id = step["id"];
-    const std::uint32_t printerId = id.given ? numberOf(id) : stage.preparation.printerId;
-    writeRecord(stage, recordBytes({recordClass, subcode, printerId}, body, length));
+    const std::uint32_t printerId = id.given ? numberOf(id) : run.preparation.printerId;
+    writeRecord(run, recordBytes({recordClass, subcode, printerId}, body, length));
 }
 
-void sendPrinter(Stage& stage, const Step& step) {
+void sendPrinter(ScenarioRun& run, const Step& step) {
     std::string body;
     appendText(body, narrowFromUtf8(step["port"].text));
     appendText(body, narrowFromUtf8(step["name"].text));
-    send(stage, step, kJob, kPrinter, body);
+    send(run, step, kJob, kPrinter, body);
 }
 
-void sendPrinterWide(Stage& stage, const Step& step) {
+void sendPrinterWide(ScenarioRun& run, const Step& step) {
     std::string body;
     appendWideText(body, units(step["port"].text));
     appendWideText(body, units(step["name"].text));
-    send(stage, step, kJob, kPrinterWide, body);
+    send(run, step, kJob, kPrinterWide, body);
 }
 
-void sendDocumentStart(Stage& stage, const Step& step) {
+void sendDocumentStart(ScenarioRun& run, const Step& step) {
     std::string body;
     appendNumber(body, numberOf(step["job"]));
     appendText(body, narrowFromUtf8(step["name"].text));
-    send(stage, step, kJob, kDocumentStart, body);
+    send(run, step, kJob, kDocumentStart, body);
 }
 
-void sendDocumentStartWide(Stage& stage, const Step& step) {
+void sendDocumentStartWide(ScenarioRun& run, const Step& step) {
     std::string body;
     appendNumber(body, numberOf(step["job"]));
     appendWideText(body, units(step["name"].text));
-    send(stage, step, kJob, kDocumentStartWide, body);
+    send(run, step, kJob, kDocumentStartWide, body);
 }
 
-void sendNumber(Stage& stage, const Step& step, std::uint32_t recordClass, std::uint32_t subcode,
-                const Value& value) {
+void sendNumber(ScenarioRun& run, const Step& step, std::uint32_t recordClass,
+                std::uint32_t subcode, const Value& value) {
     std::string body;
     appendNumber(body, numberOf(value));
-    send(stage, step, recordClass, subcode, body);
+    send(run, step, recordClass, subcode, body);
 }
 
-void sendDocumentEnd(Stage& stage, const Step& step) {
-    sendNumber(stage, step, kJob, kDocumentEnd, step["job"]);
+void sendDocumentEnd(ScenarioRun& run, const Step& step) {
+    sendNumber(run, step, kJob, kDocumentEnd, step["job"]);
 }
 
-void sendJobStatus(Stage& stage, const Step& step) {
+void sendJobStatus(ScenarioRun& run, const Step& step) {
     std::string body;
     appendNumber(body, numberOf(step["severity"]));
     appendNumber(body, numberOf(step["status"]));
-    send(stage, step, kJob, kJobStatus, body);
+    send(run, step, kJob, kJobStatus, body);
 }
 
-void sendStatus(Stage& stage, const Step& step) {
-    sendNumber(stage, step, kStatus, kDeviceStatus, step["status"]);
+void sendStatus(ScenarioRun& run, const Step& step) {
+    sendNumber(run, step, kStatus, kDeviceStatus, step["status"]);
 }
 
-void sendDeviceEvent(Stage& stage, const Step& step) {
-    send(stage, step, kStatus, numberOf(step["subcode"]), "");
+void sendDeviceEvent(ScenarioRun& run, const Step& step) {
+    send(run, step, kStatus, numberOf(step["subcode"]), "");
 }
 
-void sendCartridge(Stage& stage, const Step& step) {
+void sendCartridge(ScenarioRun& run, const Step& step) {
     std::string body;
     appendText(body, "SerialNumber=" + std::to_string(numberOf(step["serial"])) + "\n");
-    send(stage, step, kStatus, kCartridge, body);
+    send(run, step, kStatus, kCartridge, body);
 }
 
-void sendMedia(Stage& stage, const Step& step) {
+void sendMedia(ScenarioRun& run, const Step& step) {
     std::string body;
     appendText(body, "DISPLAY = \"" + narrowFromUtf8(step["name"].text) + "\"");
-    send(stage, step, kStatus, kMedia, body);
+    send(run, step, kStatus, kMedia, body);
 }
 
-void sendOem(Stage& stage, const Step& step) {
-    send(stage, step, kOem, 0, step["bytes"].bytes);
+void sendOem(ScenarioRun& run, const Step& step) {
+    send(run, step, kOem, 0, step["bytes"].bytes);
 }
 
-void sendOemFile(Stage& stage, const Step& step) {
+void sendOemFile(ScenarioRun& run, const Step& step) {
     std::string bytes;
-    const auto file = stage.besideScenario(step["file"].text);
+    const auto file = run.besideScenario(step["file"].text);
     if (!readWholeFile(file, bytes))
         throw Failure(pathText(file) + " could not be read", Outcome::Unusable);
-    send(stage, step, kOem, 0, bytes);
+    send(run, step, kOem, 0, bytes);
 }
 
-void sendRecord(Stage& stage, const Step& step) {
+void sendRecord(ScenarioRun& run, const Step& step) {
     std::string body = step["body"].bytes;
     body += narrowFromUtf8(step["text"].text);
     body.append(static_cast<std::size_t>(step["fill"].number), 'x');
     std::optional<std::uint32_t> length;
     if (step["length"].given) length = numberOf(step["length"]);
-    send(stage, step, numberOf(step["class"]), numberOf(step["subcode"]), body, length);
+    send(run, step, numberOf(step["class"]), numberOf(step["subcode"]), body, length);
 }
 
-void sendRawHex(Stage& stage, const Step& step) {
-    writeRecord(stage, step["bytes"].bytes);
+void sendRawHex(ScenarioRun& run, const Step& step) {
+    writeRecord(run, step["bytes"].bytes);
 }
 
-void sendRawText(Stage& stage, const Step& step) {
-    writeRecord(stage, narrowFromUtf8(step["text"].text));
+void sendRawText(ScenarioRun& run, const Step& step) {
+    writeRecord(run, narrowFromUtf8(step["text"].text));
 }
 
-void writeAs(Stage& stage, const Step& step) {
+void writeAs(ScenarioRun& run, const Step& step) {
     // The words of the keyword stand in the order of the enumeration.
-    stage.writing.as = static_cast<WriteAs>(step["pieces"].number);
-    if (step["size"].given)
-        stage.writing.chunkBytes = static_cast<std::size_t>(step["size"].number);
+    run.writing.as = static_cast<WriteAs>(step["pieces"].number);
+    if (step["size"].given) run.writing.chunkBytes = static_cast<std::size_t>(step["size"].number);
 }
 
-void together(Stage& stage, const Step& step) {
-    stage.writing.joined = static_cast<int>(step["records"].number);
+void together(ScenarioRun& run, const Step& step) {
+    run.writing.joined = static_cast<int>(step["records"].number);
 }
 
-void cutNext(Stage& stage, const Step& step) {
-    stage.writing.cutAfter = static_cast<std::size_t>(step["bytes"].number);
+void cutNext(ScenarioRun& run, const Step& step) {
+    run.writing.cutAfter = static_cast<std::size_t>(step["bytes"].number);
 }
 
 // Everything that was written is left to the reader first: closing a pipe may drop it.
-void hangUp(Stage& stage, const Step&) {
-    const DWORD timeoutMs = static_cast<DWORD>(stage.options().timeoutSeconds) * 1000;
-    stage.pipe->drain(timeoutMs);
-    stage.pipe.reset();
+void hangUp(ScenarioRun& run, const Step&) {
+    const DWORD timeoutMs = static_cast<DWORD>(run.options().timeoutSeconds) * 1000;
+    run.pipe->drain(timeoutMs);
+    run.pipe.reset();
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "tools/printpath/windows/device_stage.h"
+#include "tools/printpath/windows/simulated_device.h"
 
 #include "tools/printpath/windows/failure.h"
 #include "tools/printpath/windows/text_file.h"
@@ -19,7 +19,8 @@ constexpr wchar_t kLog[] = L"device.log";
 
 }  // namespace
 
-DeviceStage::DeviceStage(const std::filesystem::path& library, const std::filesystem::path& folder)
+SimulatedDevice::SimulatedDevice(const std::filesystem::path& library,
+                                 const std::filesystem::path& folder)
     : _libraryFile(library / kLibraryName), _folder(folder) {
     std::error_code error;
     if (!std::filesystem::exists(_libraryFile, error))
@@ -33,17 +34,17 @@ DeviceStage::DeviceStage(const std::filesystem::path& library, const std::filesy
                       Outcome::Unusable);
 }
 
-void DeviceStage::setPage(const std::string& path, const std::string& bytes) {
+void SimulatedDevice::setPage(const std::string& path, const std::string& bytes) {
     writeWholeFile(pageFile(path), bytes);
 }
 
-void DeviceStage::removePage(const std::string& path) {
+void SimulatedDevice::removePage(const std::string& path) {
     std::error_code ignored;
     std::filesystem::remove(pageFile(path), ignored);
 }
 
-void DeviceStage::setElement(const std::string& path, const std::string& element,
-                             const std::string& text) {
+void SimulatedDevice::setElement(const std::string& path, const std::string& element,
+                                 const std::string& text) {
     std::string page = readWholeFile(pageFile(path));
     const std::string opening = "<" + element + ">";
     const std::size_t start = page.find(opening);
@@ -54,7 +55,7 @@ void DeviceStage::setElement(const std::string& path, const std::string& element
     setPage(path, page.replace(from, end - from, text));
 }
 
-void DeviceStage::setOffline(bool offline) {
+void SimulatedDevice::setOffline(bool offline) {
     std::error_code ignored;
     if (offline)
         writeWholeFile(_folder / kOffline, "");
@@ -62,15 +63,15 @@ void DeviceStage::setOffline(bool offline) {
         std::filesystem::remove(_folder / kOffline, ignored);
 }
 
-void DeviceStage::setSlow(int milliseconds) {
+void SimulatedDevice::setSlow(int milliseconds) {
     writeWholeFile(_folder / kSlow, std::to_string(milliseconds));
 }
 
-std::string DeviceStage::log() const {
+std::string SimulatedDevice::log() const {
     return readWholeFile(_folder / kLog);
 }
 
-std::filesystem::path DeviceStage::pageFile(const std::string& path) const {
+std::filesystem::path SimulatedDevice::pageFile(const std::string& path) const {
     if (path.empty() || path.front() != '/' || path.find("..") != std::string::npos ||
         path.find(':') != std::string::npos)
         throw Failure("a page of the device is named like /DevMgmt/Name.xml, not " + shown(path),

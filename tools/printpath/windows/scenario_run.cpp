@@ -1,4 +1,4 @@
-#include "tools/printpath/windows/stage.h"
+#include "tools/printpath/windows/scenario_run.h"
 
 #include "tools/printpath/windows/cartridge_memory.h"
 #include "tools/printpath/windows/failure.h"
@@ -49,7 +49,7 @@ void copyFile(const std::filesystem::path& from, const std::filesystem::path& fo
 
 }  // namespace
 
-Stage::Stage(const Options& options, Timeline& timeline)
+ScenarioRun::ScenarioRun(const Options& options, Timeline& timeline)
     : _options(options),
       _timeline(timeline),
       _work(newWorkFolder()),
@@ -61,19 +61,19 @@ Stage::Stage(const Options& options, Timeline& timeline)
     if (options.clean) forgetCartridges();
 }
 
-Stage::~Stage() {
+ScenarioRun::~ScenarioRun() {
     _monitor.reset();
     pipe.reset();
     std::error_code ignored;
     std::filesystem::remove_all(_work, ignored);
 }
 
-std::filesystem::path Stage::besideScenario(const std::string& name) const {
+std::filesystem::path ScenarioRun::besideScenario(const std::string& name) const {
     return _options.scenario.parent_path() / wideFromUtf8(name);
 }
 
-std::filesystem::path Stage::monitorToStart() const {
-    if (!deviceStage && preparation.withStrings) return _options.monitor;
+std::filesystem::path ScenarioRun::monitorToStart() const {
+    if (!simulatedDevice && preparation.withStrings) return _options.monitor;
     const std::filesystem::path folder = workFile(L"monitor");
     std::filesystem::create_directories(folder);
     copyFile(_options.monitor, folder);
@@ -83,19 +83,19 @@ std::filesystem::path Stage::monitorToStart() const {
         std::filesystem::remove(folder / kStringsLibrary, ignored);
     else if (std::filesystem::exists(strings))
         copyFile(strings, folder);
-    if (deviceStage) copyFile(deviceStage->libraryFile(), folder);
+    if (simulatedDevice) copyFile(simulatedDevice->libraryFile(), folder);
     return folder / _options.monitor.filename();
 }
 
-void Stage::startMonitor() {
+void ScenarioRun::startMonitor() {
     const std::wstring name =
         L"printpath-" + std::to_wstring(::GetCurrentProcessId()) + L"-" + std::to_wstring(++_runs);
     pipe.reset();
     if (preparation.withPipe) pipe = std::make_unique<PipeServer>(name, preparation.byteMode);
     writing = {};
     dialog = nullptr;
-    if (deviceStage)
-        preparation.environment[L"QVSM_DEVICE_FOLDER"] = deviceStage->folder().wstring();
+    if (simulatedDevice)
+        preparation.environment[L"QVSM_DEVICE_FOLDER"] = simulatedDevice->folder().wstring();
     if (linkRecorder)
         preparation.environment[LinkRecorder::kVariable] = linkRecorder->file().wstring();
 
@@ -107,7 +107,7 @@ void Stage::startMonitor() {
     _timeline.note("process " + std::to_string(_monitor->id()) + " with " + shown(arguments));
 }
 
-MonitorProcess& Stage::monitor() {
+MonitorProcess& ScenarioRun::monitor() {
     if (!_monitor) throw Failure("no monitor runs");
     if (_monitor->running()) return *_monitor;
     const DWORD code = _monitor->exitCode();
@@ -116,7 +116,7 @@ MonitorProcess& Stage::monitor() {
         isCrash(code) ? Outcome::Crashed : Outcome::NotAsExpected);
 }
 
-DWORD Stage::awaitExit(const Step& step) {
+DWORD ScenarioRun::awaitExit(const Step& step) {
     const ULONGLONG end = ::GetTickCount64() + static_cast<ULONGLONG>(timeoutMs(step));
     while (_monitor->running() && ::GetTickCount64() < end) {
         noticeDialogs();
@@ -134,15 +134,15 @@ DWORD Stage::awaitExit(const Step& step) {
     return code;
 }
 
-int Stage::timeoutMs(const Step& step) const {
+int ScenarioRun::timeoutMs(const Step& step) const {
     for (std::size_t i = 0; i < step.values.size(); ++i)
         if (step.keyword->parameters[i].name == "within" && step.values[i].given)
             return static_cast<int>(step.values[i].number) * kMsPerSecond;
     return _options.timeoutSeconds * kMsPerSecond;
 }
 
-void Stage::waitUntil(const Step& step, const std::string& what,
-                      const std::function<bool()>& condition) {
+void ScenarioRun::waitUntil(const Step& step, const std::string& what,
+                            const std::function<bool()>& condition) {
     const ULONGLONG end = ::GetTickCount64() + static_cast<ULONGLONG>(timeoutMs(step));
     for (;;) {
         // Looked at before the condition: what the monitor did last still counts.
@@ -157,7 +157,7 @@ void Stage::waitUntil(const Step& step, const std::string& what,
                   describeOpenDialogs());
 }
 
-void Stage::settle() {
+void ScenarioRun::settle() {
     monitor();
     const DWORD timeout = static_cast<DWORD>(_options.timeoutSeconds) * kMsPerSecond;
     if (pipe && pipe->connected() && !pipe->drain(timeout)) {
@@ -169,7 +169,7 @@ void Stage::settle() {
     noticeDialogs();
 }
 
-void Stage::awaitQuiet() {
+void ScenarioRun::awaitQuiet() {
     const ULONGLONG end =
         ::GetTickCount64() + static_cast<ULONGLONG>(_options.timeoutSeconds * kMsPerSecond);
     std::size_t bytes = trace().size();
@@ -182,23 +182,23 @@ void Stage::awaitQuiet() {
     }
 }
 
-std::vector<HWND> Stage::dialogs() const {
+std::vector<HWND> ScenarioRun::dialogs() const {
     return _monitor ? dialogWindows(_monitor->id()) : std::vector<HWND>();
 }
 
-std::vector<HWND> Stage::alerts() {
+std::vector<HWND> ScenarioRun::alerts() {
     std::vector<HWND> found = dialogs();
     std::erase_if(found, isMessageBox);
     return found;
 }
 
-HWND Stage::messageBox() {
+HWND ScenarioRun::messageBox() {
     const std::vector<HWND> open = dialogs();
     const auto box = std::find_if(open.begin(), open.end(), isMessageBox);
     return box == open.end() ? nullptr : *box;
 }
 
-Gauges Stage::settledGauges() {
+Gauges ScenarioRun::settledGauges() {
     Gauges gauges = readGaugesOf(monitor().id());
     for (int tries = 0; tries < kSettleTries; ++tries) {
         ::Sleep(kQuietMs);
@@ -209,7 +209,7 @@ Gauges Stage::settledGauges() {
     return gauges;
 }
 
-void Stage::noticeDialogs() {
+void ScenarioRun::noticeDialogs() {
     if (_timeline.isQuiet()) return;  // asking every dialog for its texts takes its time
     std::map<HWND, std::string> now;
     for (const HWND window : dialogs()) {
@@ -223,7 +223,7 @@ void Stage::noticeDialogs() {
     _noticed = std::move(now);
 }
 
-std::string Stage::describeOpenDialogs() {
+std::string ScenarioRun::describeOpenDialogs() {
     std::string text;
     for (const HWND window : dialogs()) {
         text += (text.empty() ? "" : ", ") + describeDialog(window);
@@ -232,18 +232,18 @@ std::string Stage::describeOpenDialogs() {
     return text.empty() ? "no dialog is open" : "open: " + text;
 }
 
-std::string Stage::trace() const {
+std::string ScenarioRun::trace() const {
     const std::string all = readWholeFile(_traceFile);
     // A shorter file was begun anew.
     return all.size() < _tracedBefore ? all : all.substr(_tracedBefore);
 }
 
-DeviceStage& Stage::device() {
-    if (!deviceStage) throw Failure("the scenario has no device; \"device\" must come first");
-    return *deviceStage;
+SimulatedDevice& ScenarioRun::device() {
+    if (!simulatedDevice) throw Failure("the scenario has no device; \"device\" must come first");
+    return *simulatedDevice;
 }
 
-LinkRecorder& Stage::recorder() {
+LinkRecorder& ScenarioRun::recorder() {
     if (!linkRecorder) throw Failure("nothing is recorded; \"record-links\" must come first");
     return *linkRecorder;
 }

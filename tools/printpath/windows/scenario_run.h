@@ -4,7 +4,6 @@
 #include "tools/printpath/record_bytes.h"
 #include "tools/printpath/scenario.h"
 #include "tools/printpath/windows/alert_windows.h"
-#include "tools/printpath/windows/device_stage.h"
 #include "tools/printpath/windows/handle.h"
 #include "tools/printpath/windows/link_recorder.h"
 #include "tools/printpath/windows/mirrored_desktop.h"
@@ -12,6 +11,7 @@
 #include "tools/printpath/windows/options.h"
 #include "tools/printpath/windows/pipe_server.h"
 #include "tools/printpath/windows/registry_restorer.h"
+#include "tools/printpath/windows/simulated_device.h"
 #include "tools/printpath/windows/spooler_override.h"
 #include "tools/printpath/windows/spooler_printer.h"
 #include "tools/printpath/windows/timeline.h"
@@ -48,12 +48,12 @@ struct Writing {
 // Everything that the steps of one scenario work on: the pipe, the monitor, its dialogs, the
 // device. Members are destroyed from the last to the first, so the monitor ends before what it
 // uses.
-class Stage {
+class ScenarioRun {
 public:
-    Stage(const Options& options, Timeline& timeline);
-    ~Stage();
-    Stage(const Stage&) = delete;
-    Stage& operator=(const Stage&) = delete;
+    ScenarioRun(const Options& options, Timeline& timeline);
+    ~ScenarioRun();
+    ScenarioRun(const ScenarioRun&) = delete;
+    ScenarioRun& operator=(const ScenarioRun&) = delete;
 
     const Options& options() const { return _options; }
     Timeline& timeline() { return _timeline; }
@@ -87,7 +87,7 @@ public:
     // Lines that the monitor has traced since the scenario began.
     std::string trace() const;
 
-    DeviceStage& device();
+    SimulatedDevice& device();
     LinkRecorder& recorder();
     int timeoutMs(const Step& step) const;
 
@@ -98,7 +98,7 @@ public:
     std::int64_t round = 1;
     std::int64_t rounds = 1;
     GaugeLog gaugeLog;
-    std::unique_ptr<DeviceStage> deviceStage;
+    std::unique_ptr<SimulatedDevice> simulatedDevice;
     std::unique_ptr<LinkRecorder> linkRecorder;
     std::unique_ptr<MirroredDesktop> mirroredDesktop;
     std::vector<std::unique_ptr<SpoolerPrinter>> printers;

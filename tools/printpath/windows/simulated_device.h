@@ -7,10 +7,10 @@ namespace printpath {
 
 // The simulated device of one scenario: a folder of pages, the switches of the device and its log.
 // Throws Failure when files cannot be written.
-class DeviceStage {
+class SimulatedDevice {
 public:
     // `library` is the folder with rtqewsi.dll and the default pages, which are copied to `folder`.
-    DeviceStage(const std::filesystem::path& library, const std::filesystem::path& folder);
+    SimulatedDevice(const std::filesystem::path& library, const std::filesystem::path& folder);
 
     const std::filesystem::path& folder() const { return _folder; }
     const std::filesystem::path& libraryFile() const { return _libraryFile; }
