@@ -18,8 +18,8 @@
 namespace platform::simulated {
 
 // Everything that the simulated services know: what a test puts in, and what it finds afterwards.
-// Each member guards itself; any thread may use it. No call of the seam throws for want of memory
-// where its header does not say so: it fails instead.
+// Each member guards itself; any thread may use it. When memory runs out, a call of the seam
+// fails; it throws only where its header says so.
 struct World {
     static constexpr UnixSeconds kStartTime = 1'700'000'000;
 

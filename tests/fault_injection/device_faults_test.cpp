@@ -28,28 +28,29 @@ constexpr char kCopied[] = "C:\\ProgramData\\QV\\QV Beamline K7400 MFP Series\\P
 
 class DeviceFaultsTest : public testing::TestWithParam<Mode> {};
 
-// Hears whether the program traces a line, without any memory of its own. One at a time.
-class Ear {
+// Watches the trace for one line. It needs no memory, since allocations fail while it watches. Only
+// one may exist at a time.
+class TraceWatch {
 public:
-    explicit Ear(const char* line) {
+    explicit TraceWatch(const char* line) {
         awaited = line;
         forget();
         platform::setTraceSink(&listen);
     }
-    ~Ear() { platform::setTraceSink(nullptr); }
-    Ear(const Ear&) = delete;
-    Ear& operator=(const Ear&) = delete;
+    ~TraceWatch() { platform::setTraceSink(nullptr); }
+    TraceWatch(const TraceWatch&) = delete;
+    TraceWatch& operator=(const TraceWatch&) = delete;
 
-    [[nodiscard]] bool heard() const { return hasHeard; }
-    void forget() { hasHeard = false; }
+    [[nodiscard]] bool seen() const { return wasSeen; }
+    void forget() { wasSeen = false; }
 
 private:
     static void listen(const char* line) {
-        if (std::strcmp(line, awaited) == 0) hasHeard = true;
+        if (std::strcmp(line, awaited) == 0) wasSeen = true;
     }
 
     static inline const char* awaited = nullptr;
-    static inline bool hasHeard = false;
+    static inline bool wasSeen = false;
 };
 
 void setScene() {
@@ -159,8 +160,8 @@ TEST_P(DeviceFaultsTest, TheValidationEndsTheProcessWithCode0WhateverFails) {
     EXPECT_EQ(outcome.leakedAt, 0);
 }
 
-// What stops for want of memory says so and has opened nothing.
-TEST_P(DeviceFaultsTest, WantOfMemoryIsTraced) {
+// What stops because memory has run out says so and has opened nothing.
+TEST_P(DeviceFaultsTest, MissingMemoryIsTraced) {
     struct Row {
         const char* line;
         void (*part)();
@@ -177,15 +178,15 @@ TEST_P(DeviceFaultsTest, WantOfMemoryIsTraced) {
         {"not get memory for shop page", [] { openShopPage(L""); }},
     };
     for (const Row& row : rows) {
-        Ear ear(row.line);
+        TraceWatch watch(row.line);
         long told = 0;
         const auto scene = [&] {
             setScene();
-            ear.forget();
+            watch.forget();
             return row.part;
         };
         const auto check = [&](long failed) {
-            if (ear.heard()) {
+            if (watch.seen()) {
                 ++told;
                 EXPECT_NE(failed, 0);
                 EXPECT_TRUE(world().desktop.addresses().empty());

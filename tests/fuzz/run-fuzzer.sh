@@ -1,8 +1,8 @@
 #!/bin/sh
 # run-fuzzer.sh PROGRAM FOLDER NAME FINDINGS RUNS BYTES: replays FOLDER/corpus/NAME, then makes RUNS runs,
 # or BEAMLINE_FUZZ_RUNS, of the fuzzer on it from a fixed seed with inputs of at most BYTES. New inputs go
-# to a temporary folder, an input that fails to FINDINGS/NAME-*. Says how many runs a second of processor
-# time made.
+# to a temporary folder, an input that fails to FINDINGS/NAME-*. Prints how many runs were made in each
+# second of processor time.
 set -eu
 program=$1 folder=$2 name=$3 findings=$4 bytes=$6
 runs=${BEAMLINE_FUZZ_RUNS:-$5}

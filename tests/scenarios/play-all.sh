@@ -1,6 +1,6 @@
 #!/bin/sh
-# play-all.sh BIN FOLDER: plays every scenario of a folder, within with-wine.sh, one after the other:
-# they share a desktop. One line a scenario; the timeline of those that fail.
+# play-all.sh BIN FOLDER: plays every scenario of a folder, within with-wine.sh, one after the other,
+# because they share a desktop. Prints one line for each scenario, and the timeline of those that fail.
 set -eu
 bin=$1
 folder=$2

@@ -1,5 +1,6 @@
 #!/bin/sh
-# scripts_test.sh ROOT: what ./run and ./test say without building anything. One line a check.
+# scripts_test.sh ROOT: what ./run and ./test say without building anything. Prints one
+# line for each check.
 set -u
 cd "$1" || exit 1
 failed=0

@@ -38,11 +38,11 @@ while read -r fault report; do
     else
         not_ok "the fault $fault was not found"
     fi
-done <<'CANARIES'
+done <<'PLANTED_FAULTS'
 undefined_to_pipe Uninitialised byte(s) found
 undefined_to_registry Uninitialised byte(s) found
 leak definitely lost
-CANARIES
+PLANTED_FAULTS
 
 for program in $programs; do
     if under_valgrind "$program" --gtest_brief=1 --gtest_filter='-*DeathTest*:*Stress*'; then
