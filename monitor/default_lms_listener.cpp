@@ -70,6 +70,7 @@ bool DefaultLMSListener::notify(arbor::IMessage* message) {
     // Every message overwrites both, clicks in an alert included. That is right because they are
     // only read while the same message is handled: the status that an alert shows is in its own
     // description by then, and a status that lacks the property must not repeat the one before it.
+    // Equally right after the next: the two are independent.
     _status = properties.getInt(message_key::kStatus, 0);
     _subcode = properties.getInt(message_key::kSubcode, 0);
     platform::trace("in notify\n");
@@ -160,6 +161,7 @@ bool DefaultLMSListener::subcodeIs(std::uint32_t subcode) const {
 void DefaultLMSListener::configurePrinter(arbor::IMessage* message) {
     const arbor::IPropertyHolder& properties = *message->getProperties();
     // A record that leaves a name out keeps the one before it.
+    // Equally right after the next: the two are independent.
     _printerName = arbor::wideText(properties, message_key::kPrinterName, _printerName.c_str());
     _portName = arbor::wideText(properties, message_key::kPortName, _portName.c_str());
     const std::optional<AlertClasses> classes = readAlertClasses(_printerName);

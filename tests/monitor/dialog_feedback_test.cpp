@@ -1,5 +1,6 @@
 #include "tests/monitor/alerts_fixture.h"
 
+#include "ui/alert_keys.h"
 #include "ui/alert_window.h"
 
 namespace {
@@ -238,6 +239,24 @@ TEST_F(DialogFeedbackTest, TheGenuineCartridgeLinkOpensTheCheckOfThisPrinter) {
 
     ASSERT_EQ(headless::cartridgeChecks().size(), 1U);
     EXPECT_EQ(headless::cartridgeChecks().front().printerName, kPrinter);
+}
+
+TEST_F(DialogFeedbackTest, AlertsAndTheCartridgeCheckGetTheModulesOfTheListener) {
+    int dialogs = 0;
+    int texts = 0;
+    DefaultLMSListener own(manager.get(), tern::kVeloEventGeneratorId, tern::kVeloListenerId,
+                           &dialogs, &texts);
+    arbor::PropertyHolder description;
+    arbor::Message message(&alert_action::kMessageType, alert_action::kCheckCartridge, 0);
+
+    EXPECT_TRUE(fillDialogDescription(own, description));
+    own.notify(&message);
+
+    EXPECT_EQ(description.getPointer(alert_key::kModule, nullptr), &dialogs);
+    EXPECT_EQ(description.getPointer(alert_key::kStringModule, nullptr), &texts);
+    ASSERT_EQ(headless::cartridgeChecks().size(), 1U);
+    EXPECT_EQ(headless::cartridgeChecks().front().module, &dialogs);
+    EXPECT_EQ(headless::cartridgeChecks().front().strings, &texts);
 }
 
 TEST_F(DialogFeedbackTest, TheShopButtonAsksTheDeviceForItsSupplies) {

@@ -88,7 +88,7 @@ class Operators(unittest.TestCase):
     def test_statements_that_cannot_change_places_stay(self):
         for pair in (["    plain();", "    return 1;"], ["    const int a = f();", "    plain();"],
                      ["    if (number)", "        plain();"], ["    plain();", "    break;"],
-                     ["    a = 1;", "    b = 2;"], ["    plain();", "    plain();"]):
+                     ["    a = 1;", "    b = 2;"], ["    a += 1;", "    b += 1;"], ["    plain();", "    plain();"]):
             self.assertEqual(changes(["{", *pair, "}"], "after the next"), [])
         self.assertEqual(changes(["{", "    if (number)", "        plain();", "        first(text);", "}"],
                                  "after the next"), [])

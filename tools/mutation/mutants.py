@@ -180,11 +180,13 @@ def again(mutant, earlier):
 
 def change_nothing_in_either_order(one, other):
     """Two assignments without calls, of which neither reads what the other one writes."""
+    assignment = re.compile(r" [-+|&]?= ")
+
     def plain(text):
-        return "(" not in text and " = " in text
+        return "(" not in text and assignment.search(text)
 
     def written(text):
-        return re.escape(text.split(" = ")[0].strip())
+        return re.escape(assignment.split(text)[0].strip())
 
     return (plain(one) and plain(other) and not re.search(rf"\b{written(one)}\b", other)
             and not re.search(rf"\b{written(other)}\b", one))
