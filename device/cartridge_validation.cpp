@@ -91,6 +91,7 @@ std::string withoutWhiteSpace(const std::string& text) {
 }
 
 void openAndTrace(const std::string& address) {
+    // Equally right after the next: nobody sees which of the two comes first.
     platform::trace("Hyperlink clicked :%s\n", address.c_str());
     platform::openAddress(platform::widened(address).c_str());
 }

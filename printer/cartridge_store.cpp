@@ -191,6 +191,7 @@ std::uint32_t GetCurrCart() {
 }
 
 void AddCartIfNew(CartridgeRecord& record, std::uint32_t serial) {
+    // Equally right after the next: only its trace counts.
     GetCurrCart();  // for its trace: what it held does not matter
     makeCurrent(serial);
     GetCartData(record);
