@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+// Both calls come before anything else: the first decides where libraries are loaded from, and the
+// second concerns only windows that are made afterwards.
 int WINAPI WinMain(HINSTANCE hInstance, HINSTANCE, LPSTR lpCmdLine, int) {
     platform::keepLibrarySearchToOwnAndSystemFolder();
     keepInputMethodsOut();

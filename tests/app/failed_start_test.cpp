@@ -1,5 +1,5 @@
-// What the process does when its framework fails: with a framework of the test's own, because the
-// real one fails in none of these ways on demand.
+// What the process does when its framework fails. The framework is the test's own, because the real
+// one fails in none of these ways on demand.
 #include "app/monitor_process.h"
 
 #include "platform/simulated/world.h"
@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::uint32_t kExitCode = 42;
 
-// What the one framework that the next start gets will do, and what was done to it.
+// What the framework of the next start is to do, and what the start did with it.
 struct Framework {
     bool isMissing = false;
     std::function<void()> whenAGeneratorIsMade = [] {};
@@ -54,7 +54,7 @@ public:
 
 }  // namespace
 
-// In place of the framework's own.
+// These two replace the functions of the framework.
 tern::IInstanceManager* tern::NewInstanceManager(const char*, int, const char* const*) {
     return framework.isMissing ? nullptr : new FrameworkManager;
 }

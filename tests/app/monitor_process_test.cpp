@@ -37,7 +37,7 @@ protected:
 
     static void endOfDocument() { record(0, tern::kDocumentEnd, std::string(4, '\0')); }
 
-    // The lines of the start-up and shutdown themselves, in their order.
+    // The lines that start-up and shutdown trace themselves, in their order.
     static std::vector<std::string> lifeTraced() {
         std::vector<std::string> lines = world().diagnostics.traceLines();
         const auto isOther = [](const std::string& line) {
@@ -132,11 +132,11 @@ TEST_F(MonitorProcessTest, LeavesNeitherThreadsNorMutexesBehindThatItOwns) {
 }
 
 TEST_F(MonitorProcessTest, DoesNotWaitForAReaderThatHangs) {
-    endOfDocument();  // and then the pipe stays open and silent
+    endOfDocument();  // after this record the pipe stays open, and the reader waits
 
     EXPECT_EQ(runMonitor(nullptr, kCommandLine), 0U);
 
-    world().pipes.close(kPipe);  // lets the reader come back to an object that is gone
+    world().pipes.close(kPipe);  // the read returns, after its generator was destroyed
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Memory and the platform fail at every place in turn while the monitor hears, decides, shows and
-// closes.
+// Every allocation and every call of the platform fails in turn while the monitor handles messages,
+// opens alerts and closes them.
 #include "tests/fault_injection/monitor_under_faults.h"
 
 #include "platform/simulated/world.h"
@@ -27,8 +27,9 @@ using platform::simulated::world;
 using Types = std::vector<int>;
 using Calls = std::vector<Call>;
 
-// A moment of the monitor's life. `play` is what fails; `check` says what then holds. Calls that
-// are not among the `decisive` ones may fail without any consequence that `check` sees.
+// One thing that the monitor does. Faults are injected while `play` runs; `check` tells what must
+// hold afterwards. A call that is not among the `decisive` ones may fail without any effect that
+// `check` sees.
 struct Moment {
     const char* name;
     void (*arrange)(Monitor&);
@@ -65,7 +66,8 @@ void closed(Monitor& monitor) {
     monitor.closeFirstAlert();
 }
 
-// Nothing was seen that is not there to stay.
+// Its alert is open, or after a fault nothing is. No window was opened and taken away again,
+// because the user would have seen it.
 template <int Type>
 void itsAlertIsOpen(Monitor&, bool undisturbed) {
     const Types open = Monitor::openTypes();
@@ -150,7 +152,7 @@ const std::vector<Moment>& moments() {
     return all;
 }
 
-// Alerts that are opened by other code than those above.
+// Alerts that other code opens than the alerts above.
 const std::vector<Moment>& furtherAlerts() {
     static const std::vector<Moment> all{
         {"paper is out", statusComes<41150>, hear, itsAlertIsOpen<0>, kNone},
@@ -197,7 +199,7 @@ protected:
         monitor.reset();
     }
 
-    // Every allocation of the moment fails in turn, with the fault standing all the while.
+    // Every allocation fails in turn while the fault of the platform is in place.
     void failEveryAllocation(const Moment& moment, const std::optional<Fault>& fault = {}) {
         const auto scene = [&] {
             arrange(moment, fault);
@@ -209,7 +211,7 @@ protected:
         EXPECT_EQ(fault_injection::everyAllocation(GetParam(), scene, check).leakedAt, 0);
     }
 
-    // Calls `withFault` with each platform call of the moment failing in turn.
+    // Calls `withFault` once for each call of the platform, with that call failing.
     template <typename WithFault>
     void forEachCall(const Moment& moment, const WithFault& withFault) {
         arrange(moment, {});
@@ -264,8 +266,8 @@ TEST_P(MonitorFaultsTest, ACallThatFailsKeepsAnAlertBackOnlyWhereItDecidesAboutI
     }
 }
 
-// The first call of a kind and the last stand for those between them, which fail by themselves
-// above: all of them together with memory would take a minute.
+// Only the first and the last call of each kind: each call alone is tested above, and all of them
+// combined with every allocation would take a minute.
 TEST_P(MonitorFaultsTest, WithoutMemoryAndPlatformTheMonitorStaysWholeToo) {
     for (const Moment& moment : moments()) {
         SCOPED_TRACE(moment.name);
@@ -275,7 +277,8 @@ TEST_P(MonitorFaultsTest, WithoutMemoryAndPlatformTheMonitorStaysWholeToo) {
     }
 }
 
-// A listener is made, and heard by its broker, or it is not; its broker works without its mutex.
+// Creating a listener and adding it to the broker either works or leaves nothing behind. The broker
+// works also where the system has no mutex left.
 TEST_P(MonitorFaultsTest, TheMonitorIsMadeWholeOrNotAtAll) {
     for (const long nth : {0L, 1L, 2L}) {
         const auto scene = [&] {

@@ -27,7 +27,7 @@ constexpr wchar_t kStrings[] = L"QVK7400SMs.dll";
 constexpr char kInstalled[] = "C:\\Program Files\\QV\\QV Beamline K7400 MFP Series\\";
 constexpr std::uint32_t kDialogTypes = 33;
 
-// All but the texts, which are the same for every monitor.
+// Empties the simulated platform except for the texts, which are the same for every monitor.
 void emptyWorld() {
     world().faults.reset();
     world().registry.reset();
@@ -93,7 +93,7 @@ Monitor::Monitor(Furniture furniture) {
     if (furniture == Furniture::None) return;
     printerIs(kPrinter);
     hasHeardAll();
-    world().device.install();  // only now: so far nothing is asked of it
+    world().device.install();  // installed last, so that the set-up above asks it nothing
 }
 
 Monitor::~Monitor() {

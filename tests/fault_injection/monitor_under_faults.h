@@ -15,7 +15,7 @@ inline constexpr wchar_t kPrinter[] = L"K7400 of the first floor";
 inline constexpr std::uint32_t kSerial = 4711;      // what the device says of its cartridge
 inline constexpr std::uint32_t kNewSerial = 47110;  // what a report says
 
-// Texts, for all monitors that follow.
+// Adds the texts, once for all monitors that are made afterwards.
 void provideTexts();
 
 class WatchedListener : public DefaultLMSListener {
@@ -24,9 +24,9 @@ public:
     [[nodiscard]] OpenAlerts& alerts() { return _alerts; }
 };
 
-// A monitor in a world of its own: a printer with its device, a cartridge, the shop's templates,
-// the companion application; no window on a display. What it is to hear is prepared before anything
-// fails.
+// A monitor on a simulated platform of its own, which has a printer with its device, a cartridge,
+// the templates of the shop and the companion application; the windows are stand-ins. The messages
+// are made before any fault is injected, so that only the monitor itself meets the faults.
 class Monitor {
 public:
     enum class Furniture { None, All };
@@ -45,10 +45,11 @@ public:
     void feedback(std::uint32_t action);
     void hearAll();
 
-    // What has happened before: the messages are heard and forgotten, as are the device's presses.
+    // Delivers the messages without faults and forgets them, and the presses of the device's
+    // buttons as well: the state before the scene begins.
     void hasHeardAll();
 
-    // The user closes the alert that is open first.
+    // The user closes the alert that opened first.
     void closeFirstAlert();
     // The user presses a button of it.
     void pressInFirstAlert(int control);
@@ -57,20 +58,20 @@ public:
     [[nodiscard]] static std::wstring pressedButtons();
     [[nodiscard]] bool isStopped();
 
-    // Every alert in the list has a window that the user can close, every window an alert in the
-    // list, and the two agree on its type.
+    // Every alert in the list has a window that the user can close, every window belongs to an
+    // alert in the list, and both have the same type.
     void expectLivingAlerts();
-    // Whatever happened before: with memory and platform back, the user can close what is open and
-    // the end of the document ends the monitor.
+    // Without faults the user can close every open alert, and the end of the document ends the
+    // monitor, whatever happened before.
     void expectEndOnRequest();
-    // Nothing is open at the platform, and the cartridge memory is whole or not there.
+    // No handle of the platform is open, and the cartridge record is whole or absent.
     static void expectCleanPlatform();
 
 private:
     arbor::IPropertyHolder& add(const arbor::Guid& type, std::uint32_t code);
 
     std::unique_ptr<tern::IInstanceManager> _manager;
-    WatchedListener* _listener = nullptr;  // the broker's
+    WatchedListener* _listener = nullptr;  // owned by the broker
     std::vector<std::unique_ptr<arbor::Message>> _messages;
 };
 

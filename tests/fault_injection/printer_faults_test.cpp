@@ -12,8 +12,8 @@
 #include <optional>
 #include <string>
 
-// Every allocation behind the printer's data fails in turn, alone and on top of every platform
-// fault.
+// Every allocation of the code in printer/ fails in turn, alone and combined with a failure of
+// every call of the platform.
 namespace {
 
 using fault_injection::Mode;
@@ -28,8 +28,8 @@ constexpr std::uint32_t kSerial = 4711;
 
 class PrinterFaultsTest : public testing::TestWithParam<Mode> {};
 
-// The registry holds a whole record or none, whatever happened; nothing stayed open. The last thing
-// in each check, since what the world remembers counts as live memory.
+// Whatever happened, the registry holds a whole record or none, and nothing stayed open. This comes
+// last in each check, because what it leaves in the simulated registry counts as live memory.
 void checkRegistryAndLeave() {
     world().faults.clear();
     const auto record = world().registry.value(Hive::CurrentUser, kKey, L"CartData");
@@ -155,7 +155,7 @@ TEST_P(PrinterFaultsTest, ACartridgeIsRememberedOrNot) {
     EXPECT_EQ(outcome.leakedAt, 0);
 }
 
-// Memory is wanted before the printer is opened: without it the answer is no.
+// The memory is needed before the printer is opened, so without it the answer is "not supported".
 TEST_P(PrinterFaultsTest, ThePrinterIsSupportedOnlyWhenItWasAsked) {
     bool supported = false;
     const auto scene = [&supported] {
@@ -196,7 +196,7 @@ TEST_P(PrinterFaultsTest, TheCompanionIsStartedOrItIsTold) {
     const auto check = [&started](long failed) {
         EXPECT_TRUE(started || failed != 0);
         EXPECT_EQ(world().desktop.programs().size(), started ? 1U : 0U);
-        // The last allocation is the line itself, once memory is gone for good.
+        // When no allocation works any more, the trace line itself cannot be kept.
         if (GetParam() == Mode::Once) {
             EXPECT_NE(world().diagnostics.hasTraced("Failed to launch OrreryMX."), started);
         }
@@ -211,7 +211,7 @@ TEST_P(PrinterFaultsTest, TheCompanionIsStartedOrItIsTold) {
     EXPECT_EQ(outcome.leakedAt, 0);
 }
 
-// A fault of the platform, counted from the moment at which the part begins.
+// The calls of the platform that fail, one at a time, counted from where the scene begins.
 constexpr Call kCalls[] = {Call::RegistryOpen,  Call::RegistryCreate, Call::RegistryRead,
                            Call::RegistryWrite, Call::LibraryLoad,    Call::FunctionLookup,
                            Call::DeviceOpen,    Call::DevicePage,     Call::XmlQuery};

@@ -12,7 +12,8 @@
 #include <optional>
 #include <string>
 
-// What needs no scripted world: the same scenes run natively and on the real registry under Wine.
+// The scenes that need nothing of the simulated platform. They run natively and, under Wine, on the
+// real registry.
 namespace {
 
 using fault_injection::Mode;
@@ -101,8 +102,8 @@ TEST_P(RealPrinterFaultsTest, AnAddressIsWholeOrNotMade) {
     EXPECT_EQ(outcome.leakedAt, 0);
 }
 
-// Proof that the fault injection sees what it is for. A new-expression may be optimized away, a
-// call may not.
+// Proves that the fault injection finds a leak. It calls operator new, because a compiler may leave
+// out a new-expression but not a call.
 TEST_P(RealPrinterFaultsTest, ALeakIsFound) {
     void* lost = nullptr;
     const auto scene = [&lost] {
@@ -124,7 +125,7 @@ TEST_P(RealPrinterFaultsTest, ALeakIsFound) {
         fault_injection::everyAllocation(GetParam(), scene, keep);
 
     EXPECT_EQ(outcome.points, 2);
-    EXPECT_EQ(outcome.leakedAt, 2);  // the second failed and the first was never given back
+    EXPECT_EQ(outcome.leakedAt, 2);  // the second allocation failed and the first was not freed
     for (void* const block : kept)
         ::operator delete(block);
 }

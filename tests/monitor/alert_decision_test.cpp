@@ -256,7 +256,7 @@ TEST_F(AlertDecisionTest, ThePrinterRecordAsksTheDeviceForItsCartridge) {
     printerIs(kPrinter);
 
     EXPECT_EQ(currentCartridge(), 815U);
-    // By the name in the record itself, which therefore has to be read first.
+    // The device is opened by the name in this record, so the name has to be read first.
     EXPECT_EQ(world().device.openedPorts(), std::vector<std::wstring>{kPrinter});
 }
 
@@ -376,7 +376,7 @@ TEST_F(AlertDecisionTest, ActionsWithoutARuleAreIgnored) {
     EXPECT_TRUE(world().desktop.addresses().empty());
 }
 
-// Mask by status: what the printer's settings let through.
+// Every value of the mask against statuses of every class.
 class AlertMaskTest : public AlertDecisionTest,
                       public testing::WithParamInterface<std::tuple<std::uint32_t, std::int32_t>> {
 };

@@ -154,7 +154,7 @@ TEST_F(AlertHandlersTest, ARegistryThatDoesNotWriteStillLetsTheAlertShow) {
     EXPECT_EQ(openTypes(), (std::vector<int>{4, 6}));
 }
 
-// Snooze by slot: what the record says against the clock.
+// What the cartridge record says of the snooze, compared with the clock, for each of the slots.
 enum class Entry { Missing, NotSnoozed, Expired, ExactlyNow, Future };
 struct SlotRow {
     std::int32_t code;
@@ -200,13 +200,14 @@ INSTANTIATE_TEST_SUITE_P(EverySlot, SnoozeRuleTest,
                                                           Entry::Expired, Entry::ExactlyNow,
                                                           Entry::Future)));
 
-// Every handler: the type that it opens and whether that closes with the document.
+// One row for each handler: the type of alert that it opens, and whether this alert closes when
+// the document ends.
 struct AlertRow {
     std::int32_t code;
     int dialogType;
     bool closesWithDocument;
 
-    // In place of its bytes, of which some are nobody's.
+    // GoogleTest would print the bytes of the row, and its padding is not initialized.
     friend std::ostream& operator<<(std::ostream& out, const AlertRow& row) {
         return out << "status " << row.code;
     }
@@ -262,7 +263,7 @@ TEST_P(MediaAlertTest, NamesTheMediaByTheLastTwoDigitsOfItsStatus) {
     listener = made.get();
     ASSERT_TRUE(manager->addComponent(listener));
     static_cast<void>(made.release());
-    setCurrentMediaType(399);  // without a text
+    setCurrentMediaType(399);  // a medium that has no text
 
     status(GetParam().code);
 

@@ -9,7 +9,8 @@
 #include <algorithm>
 #include <vector>
 
-// The real handlers with alerts that have no windows.
+// The listener with its real handlers. The alerts are real too; their windows are stand-ins that
+// record what would be shown.
 class AlertsFixture : public ListenerFixture<DefaultLMSListener> {
 protected:
     static constexpr platform::UnixSeconds kNow = 1'700'000'000;
@@ -67,7 +68,8 @@ protected:
             {reinterpret_cast<const char*>(record.bytes()), kCartridgeRecordBytes});
     }
 
-    // Whether the main loop has been stopped: it then returns at once, without a look at the queue.
+    // Whether the main loop has been stopped. A stopped loop returns at once and handles none of
+    // the messages that wait in its queue.
     bool channelIsStopped() {
         bool pumped = false;
         world().messages.post([&pumped] { pumped = true; });

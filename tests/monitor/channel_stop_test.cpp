@@ -82,12 +82,12 @@ protected:
     static void closeTheAlert() { headless::closeBox(headless::windows().front()); }
 
     test::TestManager<StopRecorder> manager;
-    Listener* listener = nullptr;  // the broker's
+    Listener* listener = nullptr;  // owned by the broker
 };
 
 class ChannelStopTest : public ChannelFixture<DefaultLMSListener> {
 protected:
-    // Both ends of the channel, as often as it was stopped.
+    // Each time the channel is stopped, both of its ends are.
     void expectStopped(int times) {
         std::vector<arbor::Guid> expected;
         for (int i = 0; i < times; ++i) {

@@ -1,18 +1,16 @@
 #include "tests/monitor/alerts_fixture.h"
-#include "tests/support/test_components.h"
 
 #include <ostream>
 #include <string>
-#include <utility>
 #include <vector>
 
-// What an action of an alert sets going, and what it does not.
+// What each action of an alert has as its effects, and that it has no others.
 namespace {
 
 constexpr wchar_t kPrinter[] = L"K7400";
 constexpr char kInstalled[] = "C:\\Program Files\\QV\\QV Beamline K7400 MFP Series\\";
 
-// Everything that an action can have done.
+// All the effects that an action can have.
 struct Effects {
     bool closed = false;
     bool compact = false;
@@ -47,7 +45,7 @@ struct ActionRow {
 
 class DialogActionTest : public AlertsFixture, public testing::WithParamInterface<ActionRow> {
 protected:
-    // A printer, a companion and a shop that would all answer.
+    // Installs everything that an action could reach, so that a wrong effect would be seen.
     DialogActionTest() {
         world().device.install();
         world().device.setPage("/DevMgmt/ShopForSupplies.xml", "<?xml?><supplies/>");
@@ -116,33 +114,5 @@ INSTANTIATE_TEST_SUITE_P(
                     ActionRow{104, counts(&Effects::shops)},
                     ActionRow{1012, counts(&Effects::programs)}, ActionRow{90001, compacts(false)},
                     ActionRow{90002, compacts(true)}, ActionRow{90003, Effects()}));
-
-// Keeps who asked for the end.
-class StoppedBroker : public tern::EventBroker {
-public:
-    using EventBroker::EventBroker;
-    bool stop(const arbor::Guid* who, std::uint32_t flags) override {
-        stops.emplace_back(*who, flags);
-        return true;
-    }
-    std::vector<std::pair<arbor::Guid, std::uint32_t>> stops;
-};
-
-TEST(ChannelEndTest, BothEndsOfTheChannelAreStoppedInTheirOrder) {
-    test::TestManager<StoppedBroker> manager;
-    DefaultLMSListener listener(&manager, tern::kVeloEventGeneratorId, tern::kVeloListenerId,
-                                nullptr, nullptr);
-    arbor::Message message(&tern::kVeloEventGeneratorId, 0, 0);
-    message.getProperties()->setInt(L"subcode", tern::kDocumentEnd);
-
-    listener.notify(&message);
-
-    const auto& stops = manager.broker.stops;
-    ASSERT_EQ(stops.size(), 2U);
-    EXPECT_TRUE(stops[0].first == tern::kVeloEventGeneratorId);
-    EXPECT_TRUE(stops[1].first == tern::kVeloListenerId);
-    EXPECT_EQ(stops[0].second, 0U);
-    EXPECT_EQ(stops[1].second, 0U);
-}
 
 }  // namespace

@@ -132,8 +132,8 @@ TEST_F(DialogFeedbackTest, GoIsPressedBeforeTheAlertGoes) {
     EXPECT_EQ(pressedBefore, std::vector<std::wstring>{L"go"});
 }
 
-// As start-up does when the texts are missing: then the two captions are equal because both are
-// empty.
+// Without a strings library the caption of the OK button and the text that means "continue" are
+// both empty, and so they are equal.
 TEST_F(DialogFeedbackTest, WithoutTextsEveryAlertAsksThePrinterToGoOn) {
     world().device.install();
     printerIs(kPrinter);

@@ -15,7 +15,7 @@
 #include <utility>
 #include <vector>
 
-// Says which handler was called instead of opening an alert.
+// Records which handler was called instead of opening an alert.
 class RecordingListener : public DefaultLMSListener {
 public:
     using DefaultLMSListener::DefaultLMSListener;
@@ -78,7 +78,8 @@ private:
     bool _configurationIsReplaced = false;
 };
 
-// A listener in a framework of its own on the simulated platform, with the words to talk to it.
+// A listener in a framework of its own on the simulated platform, and functions that send it the
+// messages of the status channel and of the alerts.
 template <typename Listener>
 class ListenerFixture : public testing::Test {
 protected:
@@ -137,5 +138,5 @@ protected:
     }
 
     std::unique_ptr<tern::IInstanceManager> manager;
-    Listener* listener = nullptr;  // the broker's
+    Listener* listener = nullptr;  // owned by the broker
 };

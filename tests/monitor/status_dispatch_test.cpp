@@ -16,7 +16,8 @@ protected:
     }
 };
 
-// The printer's codes as its makers list them, by number; the ranges follow below.
+// The single status codes by number, written independently of the table in the code. The ranges
+// follow below.
 const std::map<std::int32_t, std::string> kSingleCodes = {{1, "cart data"},
                                                           {10209, "toner low 0"},
                                                           {10219, "toner low 1"},

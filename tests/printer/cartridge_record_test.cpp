@@ -16,7 +16,7 @@ Bytes entryBytes(const CartridgeRecord& record, std::size_t entry) {
     return {first, first + 56};
 }
 
-// An entry with another value in each byte, as nobody writes it.
+// An entry with another value in each byte, so that a field at a wrong offset reads wrong.
 void fillWithNoise(CartridgeRecord& record) {
     for (std::size_t i = 0; i < 280; ++i)
         record.bytes()[i] = static_cast<unsigned char>(i * 7 + 3);
@@ -208,7 +208,8 @@ TEST(CartridgeRecordTest, TimesFarApartAreStillCompared) {
 TEST(CartridgeRecordTest, WhatLiesBehindTheRecordIsNoEntry) {
     struct {
         CartridgeRecord record;
-        std::array<unsigned char, 56> behind{};  // would pass for a free entry
+        std::array<unsigned char, 56>
+            behind{};  // read by mistake, these zeros look like a free entry
     } memory;
     addFiveCartridges(memory.record, {50, 40, 30, 20, 10});
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-// What only a scripted clock and a registry that fails on demand can show.
+// Behaviour that only shows with a clock that can be set and a registry that fails on demand.
 namespace {
 
 using platform::UnixSeconds;
@@ -317,7 +317,8 @@ TEST_F(CartridgeStoreFaultsTest, AKnownCartridgeIsNotSavedAgain) {
     EXPECT_EQ(world().faults.calls(Call::RegistryWrite), 1);  // current
 }
 
-// The life of a cartridge, each answer noted; the registry may fail anywhere in it.
+// Every operation on the memory, as the life of a printer calls them. The registry may fail at any
+// call.
 void liveThroughIt() {
     CartridgeRecord record;
     for (std::uint32_t serial = 1; serial <= 6; ++serial)
@@ -329,7 +330,7 @@ void liveThroughIt() {
     static_cast<void>(takeWelcome());
 }
 
-// Whole or not there at all; and once the registry works again, the store does too.
+// The record is whole or absent; and as soon as the registry works again, so does the memory.
 void expectWholeRecord() {
     const Bytes record = stored::record();
     EXPECT_TRUE(record.empty() || record.size() == 280U);

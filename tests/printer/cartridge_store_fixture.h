@@ -12,7 +12,8 @@
 #include <utility>
 #include <vector>
 
-// Runs against the registry behind the seam: simulated natively, the real one in the Windows build.
+// Runs against the registry of the platform layer: the simulated one natively, the real one in the
+// Windows build.
 class CartridgeStoreFixture : public testing::Test {
 protected:
     using Lines = std::vector<std::string>;

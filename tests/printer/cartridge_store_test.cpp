@@ -102,7 +102,8 @@ TEST_F(CartridgeStoreTest, ARecordThatIsTooLongIsWiped) {
 TEST_F(CartridgeStoreTest, ARecordOfAnotherTypeIsWiped) {
     stored::writeVersion(4);
     Bytes text(280, 'A');
-    text[278] = text[279] = 0;  // where a text does not end, the system reads on for its end
+    text[278] = text[279] =
+        0;  // a terminator, because writing a text without one may read beyond it
     stored::write(L"CartData", platform::ValueType::String, text);
 
     EXPECT_FALSE(GetCartData(buffer));

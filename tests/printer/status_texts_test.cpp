@@ -8,7 +8,7 @@
 
 namespace {
 
-// The texts by what they say, each with the codes that have it.
+// Each text with the codes that show it, written independently of the table in the code.
 std::map<std::int32_t, std::uint32_t> expectedTexts() {
     const std::map<std::uint32_t, std::vector<std::int32_t>> codesByText = {
         {119, {50006}},
