@@ -1,7 +1,6 @@
 // How the listener ends the status channel, seen by the broker that it asks.
 #include "arbor/message.h"
 #include "monitor/default_lms_listener.h"
-#include "platform/simulated/held_locks.h"
 #include "platform/simulated/world.h"
 #include "tern/class_ids.h"
 #include "tern/velo_record.h"
@@ -41,12 +40,10 @@ public:
 
     void onEndDocument() override {
         ++ends;
-        locksHeld = platform::simulated::heldCriticalSections();
         alertsLeft = _alerts.empty() ? 0 : 1;
     }
 
     int ends = 0;
-    int locksHeld = -1;
     int alertsLeft = -1;
 };
 
@@ -136,15 +133,6 @@ TEST_F(DocumentEndTest, AClosedFaxAlertEndsTheDocumentThroughTheOperationThatMay
     EXPECT_EQ(listener->ends, 1);
     EXPECT_EQ(listener->alertsLeft, 0);
     EXPECT_TRUE(manager.broker.stoppedFor.empty());
-}
-
-TEST_F(DocumentEndTest, TheListOfAlertsStaysLockedUntilTheAlertIsClosed) {
-    status(kFaxPrinted);
-
-    closeTheAlert();
-
-    EXPECT_EQ(listener->locksHeld, 1);
-    EXPECT_EQ(platform::simulated::heldCriticalSections(), 0);
 }
 
 }  // namespace
