@@ -4,6 +4,7 @@
 #include "ui/status_dialog.h"
 #include "ui/windows/dialog_template.h"
 #include "ui/windows/face_colours.h"
+#include "ui/windows/hyperlink.h"
 #include "ui/windows/window_properties.h"
 #include "ui/windows/window_resources.h"
 
@@ -67,7 +68,7 @@ INT_PTR AlertBinding::open(HWND window, WPARAM wParam, Opening& opening) {
     attach(window, opening.dialog);
     const INT_PTR result = opening.dialog.dlgProc(window, WM_INITDIALOG, wParam, 0);
     opening.isFilled = true;
-    return result;
+    return focusPastLinks(window) ? FALSE : result;
 }
 
 // At WM_NCDESTROY, the last message of a window: until then the object must hear of its end, and

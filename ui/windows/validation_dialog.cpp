@@ -11,6 +11,7 @@
 #include "ui/windows/dialog_template.h"
 #include "ui/windows/display_settings.h"
 #include "ui/windows/face_colours.h"
+#include "ui/windows/hyperlink.h"
 #include "ui/windows/window_resources.h"
 
 #include <algorithm>
@@ -151,7 +152,7 @@ INT_PTR answerDetails(HWND dialog, UINT message, WPARAM wParam) {
     switch (message) {
         case WM_INITDIALOG:
             prepare(dialog, IDS_DETAILS_TITLE, cartridgeCheckDetailTexts());
-            return TRUE;
+            return focusPastLinks(dialog) ? FALSE : TRUE;
         case WM_COMMAND:
             if (isSecondClick(wParam)) return TRUE;
             if (LOWORD(wParam) == IDC_DETAILS_PRIVACY_LINK) {
@@ -205,7 +206,7 @@ INT_PTR answerCheck(HWND dialog, UINT message, WPARAM wParam) {
             joinLearnMore(dialog);
             dialog_controls::setDefaultButton(dialog, IDC_CHECK_SUBMIT);
             state().isFilled = true;
-            return TRUE;
+            return focusPastLinks(dialog) ? FALSE : TRUE;
         case WM_COMMAND:
             if (isSecondClick(wParam)) return TRUE;
             return answerCheckCommand(dialog, LOWORD(wParam));

@@ -199,6 +199,21 @@ TEST_F(AlertWindowTest, MakesALinkOfTheDetailOfACompactAlert) {
     EXPECT_EQ(codes, (Codes{1012}));
 }
 
+TEST_F(AlertWindowTest, ReachesItsLinkWithTabAndOpensItWithSpaceAndEnter) {
+    open(27);
+    compactAlertWindow(alert->window(), true);
+    ASSERT_EQ(focused(), 130);
+    codes.clear();
+
+    for (int i = 0; i < 4 && focused() != 1012; ++i)
+        pressKey(focused(), VK_TAB);
+    ASSERT_EQ(focused(), 1012);
+    pressKey(1012, VK_SPACE);
+    pressKey(1012, VK_RETURN);
+
+    EXPECT_EQ(codes, (Codes{1012, 1012}));
+}
+
 std::wstring boxText;
 std::wstring boxCaption;
 

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -123,6 +124,57 @@ TEST_F(HyperlinkTest, ShowsAHandAndSendsACommandWhenItIsClicked) {
     ::SendMessageW(first, WM_LBUTTONUP, 0, 0);
 
     EXPECT_EQ(commands, 1);
+}
+
+TEST_F(HyperlinkTest, AnswersSpaceAndEnterAsItAnswersAClick) {
+    constexpr LPARAM kFirstPress = 1, kHeldDown = 1 | (1 << 30);
+    SetHyperLink(first);
+
+    for (const WPARAM key : {WPARAM{VK_SPACE}, WPARAM{VK_RETURN}, WPARAM{'X'}}) {
+        ::SendMessageW(first, WM_KEYDOWN, key, kFirstPress);
+        ::SendMessageW(first, WM_KEYDOWN, key, kHeldDown);
+    }
+
+    EXPECT_EQ(commands, 2);
+}
+
+TEST_F(HyperlinkTest, IsATabStopThatKeepsEnterFromTheDefaultButton) {
+    MSG enter{};
+    enter.message = WM_KEYDOWN;
+    enter.wParam = VK_RETURN;
+    MSG tab = enter;
+    tab.wParam = VK_TAB;
+
+    SetHyperLink(first);
+
+    EXPECT_NE(::GetWindowLongPtrW(first, GWL_STYLE) & WS_TABSTOP, 0);
+    EXPECT_EQ(::SendMessageW(first, WM_GETDLGCODE, VK_RETURN, reinterpret_cast<LPARAM>(&enter)),
+              DLGC_WANTMESSAGE);
+    EXPECT_EQ(::SendMessageW(first, WM_GETDLGCODE, VK_TAB, reinterpret_cast<LPARAM>(&tab)), 0);
+    EXPECT_EQ(::SendMessageW(first, WM_GETDLGCODE, 0, 0), 0);
+}
+
+TEST_F(HyperlinkTest, ShowsAFocusRectangleWhileItHasTheFocus) {
+    SetHyperLink(first);
+    ::ShowWindow(parent, SW_SHOW);
+    ::SetForegroundWindow(parent);
+    const auto topLine = [this] {
+        ::UpdateWindow(first);
+        const WindowDc dc(first);
+        std::vector<COLORREF> pixels;
+        for (int x = 0; x < 40; ++x)
+            pixels.push_back(::GetPixel(dc.get(), x, 0));
+        return pixels;
+    };
+    ::SetFocus(parent);
+    const std::vector<COLORREF> without = topLine();
+
+    ::SetFocus(first);
+    const std::vector<COLORREF> with = topLine();
+    ::SetFocus(parent);
+
+    EXPECT_NE(with, without);
+    EXPECT_EQ(topLine(), without);
 }
 
 TEST_F(HyperlinkTest, GivesProceduresAndPropertiesBackWhenTheDialogIsDestroyed) {

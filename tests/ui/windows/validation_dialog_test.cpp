@@ -47,6 +47,17 @@ TEST_F(ValidationDialogTest, AsksWithEveryTextOfTheLibrary) {
     EXPECT_TRUE(::IsWindowVisible(check));
 }
 
+TEST_F(ValidationDialogTest, OpensWithTheFocusOnItsFirstButtonAndReachesItsLinkWithTab) {
+    EXPECT_EQ(::GetFocus(), ::GetDlgItem(check, kSubmit));
+
+    for (int i = 0; i < 2; ++i) {
+        ::PostMessageW(::GetFocus(), WM_KEYDOWN, VK_TAB, 1);
+        alert_desktop::pump();
+    }
+
+    EXPECT_EQ(::GetFocus(), ::GetDlgItem(check, kLearnMore));
+}
+
 TEST_F(ValidationDialogTest, PaintsItsBanner) {
     alert_desktop::pumpFor(50);
     const WindowDc dc(check);
