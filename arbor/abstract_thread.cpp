@@ -146,12 +146,14 @@ void AbstractThread::notifyFinished() {
     notifyWithCode(ThreadCode::Finished);
 }
 
-AbstractThread::Outside::Outside(AbstractThread& thread) noexcept : _use(thread._use) {
-    _use->leave();
+std::shared_ptr<AbstractThread::Use> AbstractThread::stepOutside() noexcept {
+    std::shared_ptr<Use> use = _use;  // taken first: after leave() the object may be gone
+    use->leave();
+    return use;
 }
 
-void AbstractThread::Outside::back() {
-    if (!_use->enter()) throw ObjectGone{};
+void AbstractThread::comeBack(Use& use) {
+    if (!use.enter()) throw ObjectGone{};
 }
 
 }  // namespace arbor

@@ -19,8 +19,10 @@ namespace arbor {
 enum class ThreadCode : std::uint32_t { StartRequest = 1, Starting = 2, Finished = 3 };
 
 // One operating-system thread that runs a body, once in the life of the object, and tells observers
-// about it. Destruction neither stops the thread nor waits for its end: a thread may hang in a read
-// for ever. So the thread uses the object under run-down protection (ThreadUse) only.
+// about it. Destruction does not stop the thread, and it does not wait for a thread that is outside
+// of the object, which may hang in a read for ever. It does wait while the body uses the object:
+// without that, the body would go on in freed memory. So a body runs all that blocks by outside();
+// one that never does so is waited for to its end.
 class AbstractThread : public IThread, public Mutex {
 public:
     // Tells an observer about a thread. Lives on the sender's stack: observers must not keep it.
@@ -51,8 +53,8 @@ public:
     void removeObserver(IListener* observer) override;
     std::uint32_t getThreadId() override { return _threadId; }
 
-    // The thread body; its result is the exit code of the thread. Runs inside a visit of the
-    // thread; whatever blocks must stand in an Outside section.
+    // The thread body; its result is the exit code of the thread. It uses the object, so the
+    // destructor waits for it; all that blocks must be run by outside().
     virtual std::uint32_t run() = 0;
     // Calls a snapshot of the observers, on this thread, without the lock.
     virtual void notifyObservers(IMessage* message) ARBOR_EXCLUDES(this);
@@ -66,18 +68,20 @@ protected:
     // pass and touch nothing of the object.
     struct ObjectGone {};
 
-    // Where the thread steps outside its object, to block. back() re-enters, or throws ObjectGone.
-    class Outside {
-    public:
-        explicit Outside(AbstractThread& thread) noexcept;
-        Outside(const Outside&) = delete;
-        Outside& operator=(const Outside&) = delete;
-
-        void back();
-
-    private:
-        std::shared_ptr<Use> _use;  // outlives the object
-    };
+    // Runs `work`, which may block, while the thread does not use its object: the object may be
+    // destroyed meanwhile, so `work` touches nothing of it. Throws ObjectGone when it was, also
+    // instead of what `work` threw. Only from inside the body.
+    template <typename Work>
+    void outside(const Work& work) {
+        const std::shared_ptr<Use> use = stepOutside();
+        try {
+            work();
+        } catch (...) {
+            comeBack(*use);
+            throw;
+        }
+        comeBack(*use);
+    }
 
     // Waits until the thread is not using the object, and keeps it out from then on. Every concrete
     // class calls this first in its destructor, while its members still stand.
@@ -90,6 +94,9 @@ protected:
 private:
     struct Start;
 
+    // The two halves of outside(). The result keeps the protection alive while the object goes.
+    [[nodiscard]] std::shared_ptr<Use> stepOutside() noexcept;
+    static void comeBack(Use& use);
     static std::uint32_t threadProcedure(void* parameter);
     // `thread` may be gone: it is touched only when `use` lets us in.
     static std::uint32_t runBody(AbstractThread& thread, Use& use);

@@ -28,9 +28,7 @@ const arbor::Guid* TimerEventGenerator::getClassId() const {
 
 std::uint32_t TimerEventGenerator::run() {
     for (const std::uint32_t intervalMs = _intervalMs;;) {
-        Outside outside(*this);
-        platform::sleepFor(intervalMs);
-        outside.back();
+        outside([intervalMs] { platform::sleepFor(intervalMs); });
         owner()->getEventBroker()->post(getClassId(), kTickCode, 0, nullptr);
     }
 }

@@ -119,10 +119,11 @@ void* VeloEventGenerator::readInput(void* destination, std::uint32_t count) {
     const bool preparesSpooler = std::exchange(_printerNamed, false);
     auto* at = static_cast<unsigned char*>(destination);
     for (std::uint32_t missing = count; missing > 0;) {
-        Outside outside(*this);
-        if (preparesSpooler) platform::prepareSpooler();
-        const platform::PipeRead read = platform::readPipe(pipe, at, missing);
-        outside.back();
+        platform::PipeRead read;
+        outside([&] {
+            if (preparesSpooler) platform::prepareSpooler();
+            read = platform::readPipe(pipe, at, missing);
+        });
         if (read.failed) throw std::domain_error(readFailure(pipe, read.error));
         at += read.bytes;
         missing -= read.bytes;
@@ -135,10 +136,9 @@ void VeloEventGenerator::discardInput(std::uint32_t count) {
     const platform::NativeHandle pipe = _input->pipe;
     unsigned char scratch[kScratchBytes];
     for (std::uint32_t missing = count; missing > 0;) {
-        Outside outside(*this);
-        const platform::PipeRead read =
-            platform::readPipe(pipe, scratch, std::min(missing, kScratchBytes));
-        outside.back();
+        platform::PipeRead read;
+        outside(
+            [&] { read = platform::readPipe(pipe, scratch, std::min(missing, kScratchBytes)); });
         if (read.failed) {
             throw std::domain_error("[VeloEventGenerator::discardInput] ReadFile() failed");
         }

@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <memory>
+#include <stdexcept>
 
 using arbor::AbstractThread;
 using test::eventually;
@@ -17,12 +18,19 @@ using test::TestThread;
 
 namespace {
 
+constexpr std::uint32_t kLongerThanADestructor = 50;
+
 // What the body of a BlockingThread has come to; outlives it.
 struct Progress {
     std::atomic<bool> isOutside{false};
     std::atomic<bool> mayComeBack{false};
     std::atomic<bool> wasLetIn{false};
     std::atomic<bool> wasRefused{false};
+    std::atomic<bool> mustThrow{false};  // at the end of the work outside
+    std::atomic<bool> wasThrownAt{false};
+    std::atomic<bool> mustStay{false};  // inside, until the object is on its way out
+    std::atomic<bool> isLeaving{false};
+    std::atomic<bool> isDone{false};
 };
 
 // Blocks outside its object. Leaves it to its base to end the use of the object.
@@ -32,16 +40,22 @@ public:
 
     std::uint32_t run() override {
         Progress& progress = _progress;
-        Outside outside(*this);
-        progress.isOutside = true;
-        eventually([&] { return progress.mayComeBack.load(); });
         try {
-            outside.back();
+            outside([&progress] {
+                progress.isOutside = true;
+                eventually([&] { return progress.mayComeBack.load(); });
+                if (progress.mustThrow) throw std::runtime_error("blocked in vain");
+            });
         } catch (const ObjectGone&) {
             progress.wasRefused = true;
             throw;
+        } catch (const std::runtime_error&) {
+            progress.wasThrownAt = true;
         }
         progress.wasLetIn = true;
+        eventually([&] { return !progress.mustStay || progress.isLeaving; });
+        if (progress.mustStay) platform::sleepFor(kLongerThanADestructor);
+        progress.isDone = true;
         return 0;
     }
 
@@ -60,7 +74,6 @@ public:
 }  // namespace
 
 TEST(AbstractThreadDestructionTest, DestructionWaitsForABodyThatUsesItsObject) {
-    constexpr std::uint32_t kLongerThanADestructor = 50;
     std::atomic<bool> isInside{false};
     std::atomic<bool> isLeaving{false};
     std::atomic<bool> isDone{false};
@@ -91,6 +104,33 @@ TEST(AbstractThreadDestructionTest, BodyThatBlocksOutsideHoldsNothingUpAndIsRefu
 
     EXPECT_TRUE(eventually([&] { return progress.wasRefused || progress.wasLetIn; }));
     EXPECT_FALSE(progress.wasLetIn);
+}
+
+TEST(AbstractThreadDestructionTest, BodyIsBackInItsObjectWhenItsWorkOutsideHasThrown) {
+    Progress progress;
+    progress.mustThrow = progress.mustStay = progress.mayComeBack = true;
+    auto thread = std::make_unique<BlockingThread>(progress);
+    thread->start();
+    ASSERT_TRUE(eventually([&] { return progress.wasThrownAt.load(); }));
+
+    progress.isLeaving = true;
+    thread.reset();
+
+    EXPECT_TRUE(progress.isDone);  // the destructor has waited
+}
+
+TEST(AbstractThreadDestructionTest, WorkOutsideThatThrowsInAGoneObjectTellsTheBodyThatItIsGone) {
+    Progress progress;
+    progress.mustThrow = true;
+    auto thread = std::make_unique<BlockingThread>(progress);
+    thread->start();
+    ASSERT_TRUE(eventually([&] { return progress.isOutside.load(); }));
+
+    thread.reset();
+    progress.mayComeBack = true;
+
+    EXPECT_TRUE(eventually([&] { return progress.wasRefused || progress.wasThrownAt; }));
+    EXPECT_TRUE(progress.wasRefused);
 }
 
 TEST(AbstractThreadDestructionTest, BodyThatComesBackInTimeGoesOnInItsObject) {
