@@ -52,6 +52,10 @@ public:
 
     std::uint32_t run() override;
 
+protected:
+    // The loop of the body. Never returns: ends with the exception that says why.
+    [[noreturn]] void readRecords();
+
 private:
     // What a blocked read uses; the thread keeps it alive when the object goes.
     struct Input {
@@ -65,7 +69,6 @@ private:
     };
 
     void openPipe();
-    [[noreturn]] void readRecords();  // ends by an exception
     void addJobFields(std::uint32_t subcode, arbor::IPropertyHolder& properties);
     void addOemBlock(arbor::IPropertyHolder& properties);
     void addStatusFields(std::uint32_t subcode, arbor::IPropertyHolder& properties);

@@ -22,7 +22,10 @@ public:
     using EventBroker::EventBroker;
     bool enqueue(tern::MessageReference message) override {
         ++messages;
-        if (message->getProperties()->getInt(L"status", -1) == 41100) ++whole;
+        const arbor::IPropertyHolder& bag = *message->getProperties();
+        if (bag.getInt(L"status", -1) == 41100) ++whole;
+        blockBytes = bag.getInt(L"oembufferSize", -1);
+        hasBlock = bag.getPointer(L"oemMessages", nullptr) != nullptr;
         return true;
     }
     bool stop(const arbor::Guid*, std::uint32_t) override {
@@ -32,6 +35,8 @@ public:
     int messages = 0;
     int whole = 0;
     int stops = 0;
+    std::int32_t blockBytes = -1;  // of the last message; -1 when it names no block
+    bool hasBlock = false;
 };
 
 class TellingGenerator : public tern::VeloEventGenerator {

@@ -259,6 +259,70 @@ TEST_P(TernFaultsTest, RecordIsDeliveredOrTheChannelEnds) {
         5);
 }
 
+TEST_P(TernFaultsTest, BufferThatFindsNoMemoryHasNoBytes) {
+    std::unique_ptr<Reading> reading;
+    tern::VeloEventGenerator::Buffer buffer;
+    std::uint32_t usable = 0;
+    failEachAllocation(
+        [&] {
+            reading = std::make_unique<Reading>("");
+            buffer.reset(new unsigned char[10]);
+            return [&] { usable = reading->generator->reserveBuffer(buffer, 10, 20); };
+        },
+        [&](long failed) {
+            EXPECT_EQ(usable, failed == 0 ? 20U : 0U);
+            EXPECT_EQ(buffer != nullptr, failed == 0);
+            buffer.reset();
+            reading.reset();
+        },
+        1);
+}
+
+TEST(RecordWithoutMemoryTest, BodyThatFindsNoneReadsAsDefaultsAndTheNextRecordIsWhole) {
+    const std::string bytes = records::record(2, 3, records::number(41100));
+    std::unique_ptr<Reading> reading;
+    int withDefaults = 0;
+    const auto outcome = everyAllocation(
+        Mode::Once,
+        [&] {
+            world().reset();
+            reading = std::make_unique<Reading>(bytes + bytes);
+            return [&] { reading->generator->runOnThisThread(); };
+        },
+        [&](long failed) {
+            const auto& broker = reading->manager.broker;
+            if (failed != 0 && broker.messages == 2 && broker.whole == 1) ++withDefaults;
+            reading.reset();
+        });
+
+    EXPECT_EQ(outcome.leakedAt, 0);
+    EXPECT_EQ(withDefaults, 1);  // one allocation is that of the first body; the second reuses none
+}
+
+TEST(RecordWithoutMemoryTest, DeviceBlockThatFindsNoneIsToldAsEmpty) {
+    const std::string bytes = records::record(1, 0, "block");
+    std::unique_ptr<Reading> reading;
+    int emptyBlocks = 0;
+    const auto outcome = everyAllocation(
+        Mode::Once,
+        [&] {
+            world().reset();
+            reading = std::make_unique<Reading>(bytes);
+            return [&] { reading->generator->runOnThisThread(); };
+        },
+        [&](long failed) {
+            const auto& broker = reading->manager.broker;
+            if (failed == 0) {
+                EXPECT_EQ(broker.blockBytes, 5);
+            }
+            if (broker.messages == 1 && broker.blockBytes == 0 && !broker.hasBlock) ++emptyBlocks;
+            reading.reset();
+        });
+
+    EXPECT_EQ(outcome.leakedAt, 0);
+    EXPECT_EQ(emptyBlocks, 2);  // no memory for the body, and none for the copy of the block
+}
+
 TEST_P(TernFaultsTest, TextsWideTextsAndBlocksSurviveEveryFailure) {
     const std::string name(300, 'n');
     const std::string bytes =

@@ -15,6 +15,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <atomic>
+#include <chrono>
 #include <memory>
 #include <string>
 
@@ -34,6 +37,23 @@ constexpr std::size_t kPrefixUnits = 9;  // of \\.\pipe\ before a name
 class BareListener : public tern::AbstractListener {
 public:
     const Guid* getClassId() const override { return &kOtherType; }
+};
+
+// Writes down when its first ticks came, on the thread that posts them.
+class TimedBroker : public tern::EventBroker {
+public:
+    static constexpr std::size_t kTicks = 10;
+
+    using EventBroker::EventBroker;
+    bool enqueue(tern::MessageReference) override {
+        if (ticks == kTicks) return true;
+        times[ticks] = std::chrono::steady_clock::now();
+        ++ticks;
+        return true;
+    }
+
+    std::array<std::chrono::steady_clock::time_point, kTicks> times{};
+    std::atomic<std::size_t> ticks{0};
 };
 
 std::uint32_t intervalFor(const PropertyHolder& parameters) {
@@ -99,6 +119,22 @@ TEST(TimerEventGeneratorTest, EveryTickIsASimpleMessageWithTheSharedEmptyBag) {
         EXPECT_EQ(tick->getFlags(), 0U);
         EXPECT_EQ(tick->getProperties(), any.getProperties());
     }
+}
+
+TEST(TimerEventGeneratorTest, TicksAreNoCloserThanTheInterval) {
+    constexpr std::int32_t kIntervalMs = 40;
+    constexpr std::chrono::milliseconds kAtLeast{30};  // clocks of the system may differ by a tick
+    PropertyHolder parameters;
+    parameters.setInt(L"interval", kIntervalMs);
+    test::TestManager<TimedBroker> manager;
+    {
+        TimerEventGenerator timer(parameters, &manager);
+        timer.start();
+        ASSERT_TRUE(test::eventually([&] { return manager.broker.ticks == TimedBroker::kTicks; }));
+    }
+
+    for (std::size_t tick = 1; tick < TimedBroker::kTicks; ++tick)
+        EXPECT_GE(manager.broker.times[tick] - manager.broker.times[tick - 1], kAtLeast);
 }
 
 TEST(TimerEventGeneratorTest, FirstTickComesAfterTheFirstInterval) {
@@ -191,6 +227,22 @@ TEST_F(VeloListenerTest, MessageOfAnotherTypeIsNotWritten) {
     SimpleMessage own(&tern::kVeloListenerId, 2, 0);
 
     EXPECT_FALSE(listener->notify(&other));
+    EXPECT_FALSE(listener->notify(&own));
+
+    EXPECT_EQ(server.received(20)[4], '\x02');  // the first thing that was written
+}
+
+TEST_F(VeloListenerTest, EveryPartOfTheTypeIsCompared) {
+    Guid nearly[3] = {tern::kVeloListenerId, tern::kVeloListenerId, tern::kVeloListenerId};
+    nearly[0].data1 ^= 0x80000000;
+    nearly[1].data3 ^= 1;
+    nearly[2].data4[7] ^= 1;
+    SimpleMessage own(&tern::kVeloListenerId, 2, 0);
+
+    for (const Guid& type : nearly) {
+        SimpleMessage other(&type, 1, 0);
+        EXPECT_FALSE(listener->notify(&other));
+    }
     EXPECT_FALSE(listener->notify(&own));
 
     EXPECT_EQ(server.received(20)[4], '\x02');  // the first thing that was written

@@ -49,6 +49,24 @@ TEST(InstanceManagerRunTest, RunIsRefusedWhileTheBrokerIsNotReady) {
     EXPECT_EQ(manager.pumps, 1);
 }
 
+TEST(InstanceManagerRunTest, ReadyBrokerIsNotAskedAgain) {
+    struct AskedBroker : tern::EventBroker {
+        using EventBroker::EventBroker;
+        bool isReady() override {
+            ++questions;
+            return questions > 1;
+        }
+        int questions = 0;
+    };
+    test::TestManager<AskedBroker> manager;
+
+    EXPECT_FALSE(manager.initialize());
+    EXPECT_TRUE(manager.initialize());
+    EXPECT_TRUE(manager.initialize());
+
+    EXPECT_EQ(manager.broker.questions, 2);
+}
+
 TEST(NewInstanceManagerTest, ArgumentsAreAcceptedAndNotUsed) {
     const char* const arguments[] = {"inputPipe=x", "y"};
     test::setChannel(L"before", 5);

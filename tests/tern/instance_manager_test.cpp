@@ -14,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <memory>
 #include <string>
@@ -351,6 +352,20 @@ TEST_F(InstanceManagerTest, TurnWithoutAMessageSleepsATenthOfASecond) {
     manager.pumpOnce();
 
     EXPECT_GE(std::chrono::steady_clock::now() - before, kAtLeast);
+}
+
+TEST_F(InstanceManagerTest, TurnWithoutAMessageIsNoLongerThanItMustBe) {
+    constexpr std::chrono::milliseconds kAtMost{250};
+    constexpr int kTurns = 20;  // a busy machine may wake us late, but not every time
+    std::chrono::steady_clock::duration shortest = std::chrono::hours(1);
+
+    for (int turn = 0; turn < kTurns && shortest >= kAtMost; ++turn) {
+        const auto before = std::chrono::steady_clock::now();
+        manager.pumpOnce();
+        shortest = std::min(shortest, std::chrono::steady_clock::now() - before);
+    }
+
+    EXPECT_LT(shortest, kAtMost);
 }
 
 TEST_F(InstanceManagerTest, QuitMessageDoesNotEndTheRun) {

@@ -11,6 +11,7 @@
 
 #include <cstring>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,28 @@ std::set<std::wstring> keysOf(const IPropertyHolder& bag) {
 }
 
 using Keys = std::set<std::wstring>;
+
+// Reads what the test gives it instead of its pipe, on the test's thread.
+class FedGenerator : public tern::VeloEventGenerator {
+public:
+    using VeloEventGenerator::VeloEventGenerator;
+    ~FedGenerator() override { endThreadUse(); }
+
+    void* readInput(void* destination, std::uint32_t count) override {
+        std::memcpy(destination, input.data(), count);
+        return destination;
+    }
+    // The text of the error that ends the reading.
+    std::string errorOfReading() {
+        try {
+            readRecords();
+        } catch (const std::domain_error& error) {
+            return error.what();
+        }
+    }
+
+    std::string input;
+};
 
 struct VeloEventGeneratorTest : testing::Test {
     // The bag of the one message that the record comes to.
@@ -313,6 +336,21 @@ TEST_F(VeloEventGeneratorTest, BufferGrowsWithTheNeedAndStopsAtTheLimit) {
 TEST_F(VeloEventGeneratorTest, BeforeTheFirstRecordThereIsNoInput) {
     EXPECT_TRUE(channel.generator->hasInput(0));
     EXPECT_FALSE(channel.generator->hasInput(1));
+}
+
+TEST(VeloEventGeneratorErrorTest, GeneratorWithoutAPipeHasNoInputSource) {
+    test::TestManager<test::RecordingBroker> manager;
+    test::setChannel(L"no such pipe", records::kPrinter);
+    FedGenerator generator(arbor::PropertyHolder{}, &manager);
+
+    EXPECT_EQ(generator.errorOfReading(), "[VeloEventGenerator] no input source");
+}
+
+TEST(VeloEventGeneratorErrorTest, HeaderWithoutTheMagicIsInvalid) {
+    StatusChannel<FedGenerator> channel;
+    channel.generator->input = "OLEV" + std::string(16, '\0');
+
+    EXPECT_EQ(channel.generator->errorOfReading(), "[VeloEventGenerator] invalid input header");
 }
 
 TEST_F(VeloEventGeneratorTest, OnlyTheMagicMakesAHeaderValid) {
