@@ -12,9 +12,10 @@
 namespace arbor {
 
 // A map with two keys to each value: the full key of the caller and a symbol that the dictionary
-// issues. Values are not owned. Nearly always it holds a handful of entries: these stand in one
-// array inside the object and are looked at one by one. A dictionary that outgrows the array is
-// sorted by full key from then on.
+// issues. Values are not owned. Nearly always it holds a handful of entries, so they are stored
+// inline and found by linear search, which is faster than any tree for so few. A dictionary that
+// outgrows its inline storage is sorted by full key from then on and uses binary search. Not
+// locked: nobody may read while another thread writes.
 template <typename Key, typename Value, typename Symbol, Symbol MaxSymbol, Symbol MinSymbol>
 class dictionary {
     using Char = typename Key::value_type;
@@ -99,7 +100,7 @@ public:
         Entry* entry = entryOf(key);
         if (entry == nullptr) return add(KeyView(key), value);
         old = Taken{true, entry->value};
-        entry->symbol = kNoSymbol;  // free from now on, and so open to be issued again
+        entry->symbol = kNoSymbol;  // allocateSymbol() may give the old symbol out again
         entry->value = value;
         entry->symbol = allocateSymbol();
         if (entry->symbol != kNoSymbol) return entry->symbol;
@@ -148,31 +149,32 @@ private:
     };
     static constexpr std::size_t kInlineEntries = 5;  // an ordinary message carries no more
 
-    [[nodiscard]] bool isSorted() const noexcept { return _entries.isOutside(); }
+    [[nodiscard]] bool isSorted() const noexcept { return _entries.isOnHeap(); }
 
     [[nodiscard]] const Entry* entryOf(KeyView key) const noexcept {
-        return isSorted() ? oneOfMany(key) : oneOfFew(key);
+        return isSorted() ? binarySearch(key) : linearSearch(key);
     }
 
-    // For a terminated key, which is measured only when an entry begins with the same unit.
+    // For a terminated key. Its length is counted only when some entry begins with the same unit:
+    // most lookups ask for a key that is absent.
     [[nodiscard]] const Entry* entryOf(const Char* key) const noexcept {
         if (isSorted()) [[unlikely]]
-            return oneOfMany(KeyView(key));
+            return binarySearch(KeyView(key));
         for (const Entry& entry : _entries) {
-            if (entry.key.first() == *key) return oneOfFew(KeyView(key));
+            if (entry.key.first() == *key) return linearSearch(KeyView(key));
         }
         return nullptr;
     }
 
-    [[nodiscard]] const Entry* oneOfMany(KeyView key) const noexcept {
+    [[nodiscard]] const Entry* binarySearch(KeyView key) const noexcept {
         const std::size_t place = lowerBound(key);
-        const bool found = place < _entries.size() && _entries[place].key.is(key);
+        const bool found = place < _entries.size() && _entries[place].key == key;
         return found ? &_entries[place] : nullptr;
     }
 
-    [[nodiscard]] const Entry* oneOfFew(KeyView key) const noexcept {
+    [[nodiscard]] const Entry* linearSearch(KeyView key) const noexcept {
         for (const Entry& entry : _entries) {
-            if (entry.key.is(key)) return &entry;
+            if (entry.key == key) return &entry;
         }
         return nullptr;
     }
@@ -209,7 +211,7 @@ private:
     // The key must be absent. Whatever may throw comes before the symbol is issued.
     Symbol add(KeyView key, Value value) {
         if (_entries.size() >= kInlineEntries || isSorted()) [[unlikely]] {
-            return addToMany(key, value);
+            return addSorted(key, value);
         }
         Entry& entry = _entries.emplaceReserved(key, value);
         const Symbol symbol = allocateSymbol();
@@ -219,8 +221,8 @@ private:
         return symbol;
     }
 
-    // Apart, so that the common way stays short.
-    Symbol addToMany(KeyView key, Value value) {
+    // A function of its own, so that the compiler can expand the common case in its callers.
+    Symbol addSorted(KeyView key, Value value) {
         if (_entries.reserveOneMore()) {
             std::sort(_entries.begin(), _entries.end(), [](const Entry& left, const Entry& right) {
                 return left.key.view() < right.key.view();

@@ -8,21 +8,21 @@
 
 namespace arbor {
 
-// The key of one entry, owned. Keys are short words, so they stand inside the object; only a longer
-// one needs memory. Moves are plain copies of bytes.
+// The key of one entry, owned. Keys are short words, so they are stored inline, in the object
+// itself; only a longer key needs memory from the heap. A move never allocates.
 template <typename Char>
 class KeyText {
     static_assert(std::is_trivially_copyable_v<Char>);
 
 public:
     using View = std::basic_string_view<Char>;
-    static constexpr std::size_t kInsideUnits = 16;
+    static constexpr std::size_t kInlineUnits = 16;
 
     // May throw std::bad_alloc.
     explicit KeyText(View text)
         : _units(text.size()), _first(text.empty() ? Char{} : text.front()) {
-        Char* own = _inside;
-        if (_units > kInsideUnits) own = _outside = new Char[_units];
+        Char* own = _inline;
+        if (_units > kInlineUnits) own = _heap = new Char[_units];
         if (_units > 0) std::memcpy(own, text.data(), _units * sizeof(Char));
     }
     KeyText(KeyText&& other) noexcept { takeFrom(other); }
@@ -39,38 +39,40 @@ public:
 
     [[nodiscard]] View view() const noexcept { return View(data(), _units); }
 
-    [[nodiscard]] bool is(View text) const noexcept {
-        return _units == text.size() &&
-               (_units == 0 || std::memcmp(data(), text.data(), _units * sizeof(Char)) == 0);
+    friend bool operator==(const KeyText& key, View text) noexcept {
+        return key._units == text.size() &&
+               (key._units == 0 ||
+                std::memcmp(key.data(), text.data(), key._units * sizeof(Char)) == 0);
     }
-    // Settles nearly every comparison; the terminator when the key is empty.
+    // The first unit, kept beside the key: it tells most keys apart without looking at the rest.
+    // The terminator when the key is empty.
     [[nodiscard]] Char first() const noexcept { return _first; }
 
 private:
     [[nodiscard]] const Char* data() const noexcept {
-        return _units > kInsideUnits ? _outside : _inside;
+        return _units > kInlineUnits ? _heap : _inline;
     }
 
     void takeFrom(KeyText& other) noexcept {
         _units = other._units;
         _first = other._first;
-        if (_units > kInsideUnits) {
-            _outside = other._outside;
+        if (_units > kInlineUnits) {
+            _heap = other._heap;
         } else {
-            std::memcpy(_inside, other._inside, sizeof _inside);
+            std::memcpy(_inline, other._inline, sizeof _inline);
         }
         other._units = 0;
     }
 
     void release() noexcept {
-        if (_units > kInsideUnits) delete[] _outside;
+        if (_units > kInlineUnits) delete[] _heap;
     }
 
     std::size_t _units = 0;
     Char _first{};
     union {
-        Char _inside[kInsideUnits];
-        Char* _outside;  // owned
+        Char _inline[kInlineUnits];
+        Char* _heap;  // owned
     };
 };
 

@@ -4,7 +4,7 @@
 
 namespace arbor {
 
-// A number in a slot, which it stands at the beginning of.
+// A number at the beginning of its slot, so that the address of one is the address of the other.
 class PropertySlots::Slotted final : public Property {
 public:
     explicit Slotted(std::int32_t value) noexcept : Property(PT_INT, wordOf(value)) {}
@@ -22,7 +22,7 @@ public:
 PropertySlots::Slot* PropertySlots::takeSlot() noexcept {
     static_assert(sizeof(Slotted) == sizeof(Property) && offsetof(Slot, object) == 0);
     for (Slot& slot : _slots) {
-        // Looked at before it is taken: an exchange locks the bus.
+        // Test before the exchange: an exchange locks the bus even when the slot is taken.
         if (slot.isTaken.load(std::memory_order_relaxed)) continue;
         if (!slot.isTaken.exchange(true, std::memory_order_acquire)) return &slot;
     }

@@ -8,9 +8,9 @@
 
 namespace arbor {
 
-// An array that keeps its first `Inline` elements inside the object: bags and snapshots hold a
-// handful, and an allocation would cost more than the elements. Elements move without throwing;
-// bad_alloc from growth leaves the array as it was.
+// An array with inline storage for `Inline` elements: bags and snapshots hold a handful, and an
+// allocation would cost more than the elements. Elements must move without throwing, so that growth
+// either succeeds or, with std::bad_alloc, leaves the array as it was.
 template <typename T, std::size_t Inline>
 class SmallVector {
     static_assert(std::is_nothrow_move_constructible_v<T> && std::is_nothrow_move_assignable_v<T>);
@@ -33,16 +33,16 @@ public:
     [[nodiscard]] T& operator[](std::size_t index) noexcept { return _elements[index]; }
     [[nodiscard]] const T& operator[](std::size_t index) const noexcept { return _elements[index]; }
 
-    // Whether the elements have outgrown the object.
-    [[nodiscard]] bool isOutside() const noexcept { return _capacity != Inline; }
+    // Whether the elements have outgrown the inline storage. They never go back.
+    [[nodiscard]] bool isOnHeap() const noexcept { return _capacity != Inline; }
 
-    // Makes sure that the next append or insert needs no memory. True when the elements have just
-    // moved out of the object.
+    // Makes sure that the next append needs no memory. True when the elements have just moved from
+    // the inline storage to the heap. May throw std::bad_alloc.
     bool reserveOneMore() {
         if (_size < _capacity) return false;
-        const bool wasOutside = isOutside();
+        const bool wasOnHeap = isOnHeap();
         grow(_capacity * 2);
-        return !wasOutside;
+        return !wasOnHeap;
     }
 
     void append(T element) {
@@ -80,7 +80,7 @@ public:
     }
 
 private:
-    [[nodiscard]] T* inside() noexcept { return reinterpret_cast<T*>(_inside); }
+    [[nodiscard]] T* inlineElements() noexcept { return reinterpret_cast<T*>(_inline); }
 
     void grow(std::size_t capacity) {
         T* elements = std::allocator<T>{}.allocate(capacity);
@@ -94,12 +94,12 @@ private:
     }
 
     void release() noexcept {
-        if (_elements != inside()) std::allocator<T>{}.deallocate(_elements, _capacity);
+        if (_elements != inlineElements()) std::allocator<T>{}.deallocate(_elements, _capacity);
     }
 
     // NOLINTNEXTLINE(bugprone-sizeof-expression): the elements may be pointers
-    alignas(T) std::byte _inside[Inline * sizeof(T)];
-    T* _elements = inside();
+    alignas(T) std::byte _inline[Inline * sizeof(T)];
+    T* _elements = inlineElements();
     std::size_t _size = 0;
     std::size_t _capacity = Inline;
 };

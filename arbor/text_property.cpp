@@ -11,16 +11,17 @@ namespace arbor {
 
 namespace {
 
-// Stands behind the property and directly in front of the characters.
-struct Holders {
+// Stands behind the property and directly in front of the characters, so that a text pointer alone
+// is enough to find it.
+struct ReferenceCount {
     std::atomic<std::uint64_t> count;
 };
 
-constexpr std::size_t kTextOffset = sizeof(TextProperty) + sizeof(Holders);
-static_assert(sizeof(TextProperty) % alignof(Holders) == 0);
+constexpr std::size_t kTextOffset = sizeof(TextProperty) + sizeof(ReferenceCount);
+static_assert(sizeof(TextProperty) % alignof(ReferenceCount) == 0);
 
-Holders* holdersOf(const void* text) noexcept {
-    return static_cast<Holders*>(const_cast<void*>(text)) - 1;
+ReferenceCount* countOf(const void* text) noexcept {
+    return static_cast<ReferenceCount*>(const_cast<void*>(text)) - 1;
 }
 
 }  // namespace
@@ -47,7 +48,7 @@ TextProperty* TextProperty::copied(std::uint32_t type, const Char* text,
     if (block == nullptr) return nullptr;
 
     void* behind = static_cast<std::byte*>(block) + sizeof(TextProperty);
-    auto* characters = reinterpret_cast<Char*>(::new (behind) Holders{1} + 1);
+    auto* characters = reinterpret_cast<Char*>(::new (behind) ReferenceCount{1} + 1);
     std::memcpy(characters, text, units * sizeof(Char));
     characters[units] = Char{};
     return new (block) TextProperty(type, characters);
@@ -61,18 +62,18 @@ TextProperty* TextProperty::make(const wchar_t* text, std::size_t units) noexcep
 }
 
 void TextProperty::share(const void* text) noexcept {
-    if (text != nullptr) holdersOf(text)->count.fetch_add(1, std::memory_order_relaxed);
+    if (text != nullptr) countOf(text)->count.fetch_add(1, std::memory_order_relaxed);
 }
 
 void TextProperty::release(const void* text) noexcept {
     if (text == nullptr) return;
-    Holders* holders = holdersOf(text);
-    // Whoever holds alone shares with nobody who could change the count.
-    if (holders->count.load(std::memory_order_acquire) != 1 &&
-        holders->count.fetch_sub(1, std::memory_order_acq_rel) != 1) {
+    ReferenceCount* references = countOf(text);
+    // If the count is 1 we are the only owner, so nobody can change it: skip the decrement.
+    if (references->count.load(std::memory_order_acquire) != 1 &&
+        references->count.fetch_sub(1, std::memory_order_acq_rel) != 1) {
         return;
     }
-    ::operator delete(reinterpret_cast<std::byte*>(holders) - sizeof(TextProperty));
+    ::operator delete(reinterpret_cast<std::byte*>(references) - sizeof(TextProperty));
 }
 
 // NOLINTNEXTLINE(cert-dcl54-cpp,misc-new-delete-overloads): as in the header

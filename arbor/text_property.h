@@ -8,8 +8,8 @@
 namespace arbor {
 
 // A text and its property in one block of memory. A clone of the property carries the same text
-// pointer, so the text counts its holders, of which the property is one: the block goes with the
-// last of them, which may be a clone. Any thread may make, clone and destroy.
+// pointer, so the block has a reference count, and the last property to go, which may be a clone,
+// frees it. Any thread may make, clone and destroy.
 class TextProperty final : public Property {
 public:
     // A property with a terminated copy of the text; null when there is no memory for both, or the
@@ -18,11 +18,11 @@ public:
     [[nodiscard]] static TextProperty* make(const wchar_t* text, std::size_t units) noexcept;
     ~TextProperty() override;
 
-    // One holder more, one holder less, of a text that make() copied. A null text is no text.
+    // Adds and drops one reference to a text that make() copied. Null is ignored.
     static void share(const void* text) noexcept;
     static void release(const void* text) noexcept;
 
-    // Gives up the property's own hold of the block; the text may still be needed.
+    // Drops the property's own reference; a clone may still need the block.
     // NOLINTNEXTLINE(cert-dcl54-cpp,misc-new-delete-overloads): only made in a block
     static void operator delete(void* property) noexcept;
 

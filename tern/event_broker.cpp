@@ -18,7 +18,7 @@ namespace tern {
 
 namespace {
 
-using arbor::ScopedLock;
+using BrokerLock = arbor::ScopedLock<arbor::Mutex>;
 
 constexpr wchar_t kBrokerKey[] = L"eventBroker";
 
@@ -43,7 +43,7 @@ arbor::IListener* listenerOf(const arbor::IPropertyHolder& holder) {
 EventBroker::~EventBroker() {
     _use.close();
     {
-        const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+        const BrokerLock lock(*this);
         // A component may publish on its way out. Listeners that are gone must not be called, and
         // nobody expects to be called any more.
         _listeners.clear();
@@ -73,7 +73,7 @@ bool EventBroker::notify(arbor::IMessage* message) {
             const arbor::Rundown::Visit visit(_use);
             // Equally right negated: the answer is the same with and without the lock.
             if (!visit) return true;
-            const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+            const BrokerLock lock(*this);
             return true;
         }
     }
@@ -83,14 +83,14 @@ bool EventBroker::notify(arbor::IMessage* message) {
 void EventBroker::queueThread(arbor::IThread* thread) {
     const arbor::Rundown::Visit visit(_use);
     if (!visit) return;
-    const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+    const BrokerLock lock(*this);
     _threadsToStart.append(thread);
 }
 
 void EventBroker::publish(arbor::IMessage* message) {
     arbor::SmallVector<arbor::IListener*, 8> snapshot;
     {
-        const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+        const BrokerLock lock(*this);
         for (arbor::IListener* listener : _listeners)
             snapshot.append(listener);
     }
@@ -104,7 +104,7 @@ void EventBroker::publish(arbor::IMessage* message) {
 bool EventBroker::stop(const arbor::Guid*, std::uint32_t) {
     const arbor::Rundown::Visit visit(_use);
     if (!visit) return true;
-    const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+    const BrokerLock lock(*this);
     _stopped = true;
     return true;
 }
@@ -123,7 +123,7 @@ std::int32_t EventBroker::run() {
 }
 
 MessageReference EventBroker::takeFront() {
-    const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+    const BrokerLock lock(*this);
     if (_queue.empty()) return nullptr;
     MessageReference message = std::move(_queue.front());
     _queue.pop_front();
@@ -131,7 +131,7 @@ MessageReference EventBroker::takeFront() {
 }
 
 void EventBroker::startWaitingThreads() {
-    const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+    const BrokerLock lock(*this);
     // Each is taken out before it is started: an observer of the start may add or remove
     // components. Threads that are added meanwhile wait for the next idle turn, so that this loop
     // ends.
@@ -157,7 +157,7 @@ bool EventBroker::post(const arbor::Guid* type, std::uint32_t code, std::uint32_
 bool EventBroker::enqueue(MessageReference message) try {
     const arbor::Rundown::Visit visit(_use);
     if (!visit) return false;
-    const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+    const BrokerLock lock(*this);
     _queue.push_back(std::move(message));
     return true;
 } catch (const std::bad_alloc&) {
@@ -185,7 +185,7 @@ bool EventBroker::addComponent(arbor::PropertyHolder* component) {
 
 bool EventBroker::enroll(arbor::PropertyHolder* component, arbor::IThread* thread,
                          arbor::IListener* listener) try {
-    const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+    const BrokerLock lock(*this);
     // Equally right without it: append() below then asks for this room before anything has changed.
     _threadsToStart.reserveOneMore();
     _listeners.reserveOneMore();  // Equally right without it: addComponent() removes the thread.
@@ -204,17 +204,17 @@ bool EventBroker::removeComponent(arbor::PropertyHolder* component, bool destroy
     arbor::IThread* thread = threadOf(*component);
     // Equally right with == or negated: only a debugger reads the list of running threads.
     if (thread != nullptr) {
-        const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+        const BrokerLock lock(*this);
         // Equally right without it: only a debugger reads the list of running threads.
         removeFirst(_runningThreads, thread);
     }
     if (const arbor::IListener* listener = listenerOf(*component); listener != nullptr) {
-        const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+        const BrokerLock lock(*this);
         removeFirst(_listeners, listener);
     }
     bool found = false;
     {
-        const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+        const BrokerLock lock(*this);
         found = removeFirst(_components, component);
     }
     if (destroy && found) {
@@ -226,7 +226,7 @@ bool EventBroker::removeComponent(arbor::PropertyHolder* component, bool destroy
 }
 
 void EventBroker::forgetWaitingThread(const arbor::IThread* thread) {
-    const ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+    const BrokerLock lock(*this);
     while (removeFirst(_threadsToStart, thread)) {
     }
     while (removeFirst(_runningThreads, thread)) {

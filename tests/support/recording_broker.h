@@ -16,7 +16,7 @@ public:
     using EventBroker::EventBroker;
 
     bool enqueue(tern::MessageReference message) override {
-        const arbor::ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+        const arbor::ScopedLock<arbor::Mutex> lock(*this);
         _messages.push_back(std::move(message));
         return true;
     }
@@ -29,7 +29,7 @@ public:
 
     // In the order in which they were enqueued.
     [[nodiscard]] std::vector<tern::MessageReference> messages() {
-        const arbor::ScopedLock lock(static_cast<arbor::Mutex&>(*this));
+        const arbor::ScopedLock<arbor::Mutex> lock(*this);
         return _messages;
     }
 
