@@ -14,8 +14,8 @@ namespace arbor {
 
 namespace {
 
-// Without a CompoundKey: in some standard libraries a list of texts loses its memory when one of
-// the texts finds none.
+// Does not use a CompoundKey: a vector made from a list of texts leaks in some standard libraries
+// when the copy of one text finds no memory.
 std::wstring flat(const wchar_t* key1, const wchar_t* key2) {
     std::wstring text;
     for (const wchar_t* component : {key1, key2}) {
@@ -79,6 +79,7 @@ bool AbstractDatabase::set(const wchar_t* key1, const wchar_t* key2, IProperty* 
     return set(flat(key1, key2).c_str(), property, observer);
 }
 
+// A try block of the whole function: its handler runs without the lock.
 bool AbstractDatabase::set(const wchar_t* flatKey, IProperty* property,
                            DatabaseObserver* observer) try {
     if (!NullProperty::mayBeAdopted(property)) return false;
@@ -96,6 +97,7 @@ bool AbstractDatabase::set(const wchar_t* flatKey, IProperty* property,
     try {
         _observers[static_cast<std::uint32_t>(symbol)].push_back(observer);
     } catch (const std::bad_alloc&) {
+        // An entry without its observer would be half of what the caller wanted: take it back.
         // Equally right after the next: nobody can look before both are gone.
         _observers.erase(static_cast<std::uint32_t>(symbol));
         _entries.erase(key);

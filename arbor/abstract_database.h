@@ -43,7 +43,8 @@ public:
     void getGuid(Guid& guid, const wchar_t* className) override;
     void getGuid(Guid& guid, const char* className) override;
 
-    // For whoever wants to call the observers. Not locked, and so not checked.
+    // For code that wants to call the observers. Takes no lock, so nobody may change them during
+    // the call.
     [[nodiscard]] const Observers& observers() const noexcept ARBOR_UNCHECKED { return _observers; }
 
 private:

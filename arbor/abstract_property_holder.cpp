@@ -23,6 +23,9 @@ bool AbstractPropertyHolder::removeProperty(const wchar_t*) {
     return false;
 }
 
+// This class does not know how a derived class stores its properties. So the typed setters make one
+// and offer it to setProperty, which copies what it keeps. PropertyHolder overrides them: it takes
+// the new property itself and saves the copy.
 bool AbstractPropertyHolder::setPointer(const wchar_t* key, void* pointer) {
     return setPropertyAndDelete(key, Property::createPointer(pointer));
 }
@@ -46,6 +49,7 @@ void* AbstractPropertyHolder::getOpaque(const wchar_t*, std::uint64_t*, void* de
     return defaultValue;
 }
 void* AbstractPropertyHolder::getPointer(const wchar_t* key, void* defaultValue) const {
+    // getOpaque wants a place for the size of a buffer, and a pointer has no size.
     std::uint64_t unused = 0;  // Equally right with 1: nobody reads the size.
     return getOpaque(key, &unused, defaultValue);
 }
@@ -62,6 +66,8 @@ bool AbstractPropertyHolder::setPropertyAndDelete(const wchar_t* key, IProperty*
     return setProperty(key, owned.get());
 }
 
+// The narrow twins only widen the key. They call the wide operation through the object, so a
+// derived class that overrides the wide one has changed both.
 IProperty* AbstractPropertyHolder::getProperty(const char* key) const {
     return getProperty(WideKey(key).text());
 }

@@ -8,8 +8,8 @@
 
 namespace arbor {
 
-// A bag that holds nothing: every operation has a harmless answer. The narrow twins stand here, on
-// top of the wide operations.
+// A bag that holds nothing: every operation has a harmless answer. The narrow twins are written
+// here once, on top of the wide operations.
 class AbstractPropertyHolder : public IPropertyHolder {
 public:
     IProperty* getProperty(const wchar_t* key) const override;

@@ -18,7 +18,8 @@ constexpr Guid kThreadMessageType{
 
 }  // namespace
 
-// The run-down protection of one object, kept alive by whoever comes last.
+// The run-down protection of one object: it lets the thread in only while the object stands. Object
+// and thread share it, so the thread can still ask when the object is gone.
 struct AbstractThread::Use : Rundown {
     // Equally right with 1: no thread has that id.
     std::atomic<std::uint32_t> workerId{0};  // 0 until the worker runs
@@ -47,7 +48,8 @@ AbstractThread::~AbstractThread() {
 }
 
 void AbstractThread::endThreadUse() noexcept {
-    // An observer may destroy the thread object on the thread itself; that one visit then stays.
+    // An observer may destroy the object on the thread itself. That thread is then inside, and to
+    // wait for it would be to wait for ourselves for ever: allow its one visit.
     const bool onItself = _use->workerId == platform::currentThreadId();
     // Equally right with 2: only that one visit can still be inside.
     _use->close(onItself ? 1 : 0);
@@ -59,7 +61,7 @@ void AbstractThread::start() {
     const ScopedLock lock(*this);
     if (_thread != nullptr) return;
     std::unique_ptr<Start> parameter(new (std::nothrow) Start{this, _use});
-    if (parameter == nullptr) return;  // no memory for a thread: as good as one that fails to start
+    if (parameter == nullptr) return;  // like a thread that the system cannot start
     const platform::NativeHandle thread =
         platform::startThread(&AbstractThread::threadProcedure, parameter.get(), _threadId);
     if (thread == nullptr) return;
@@ -86,9 +88,10 @@ std::uint32_t AbstractThread::runBody(AbstractThread& thread, Use& use) {
         exitCode = thread.run();
         thread.notifyFinished();
     } catch (const ObjectGone&) {
-        return exitCode;  // the body was outside when it learned this: there is nothing to leave
+        return exitCode;  // the body was refused when it came back: there is no visit to leave
     } catch (...) {
-        // A body out of memory ends its thread here: nothing may pass into the system's frames.
+        // An exception, out of memory for instance, ends the thread here. It must not pass into the
+        // system's code, which has called us.
     }
     use.leave();
     return exitCode;
@@ -96,7 +99,7 @@ std::uint32_t AbstractThread::runBody(AbstractThread& thread, Use& use) {
 
 bool AbstractThread::isFinished() {
     if (_thread == nullptr) return false;
-    std::uint32_t exitCode = platform::kStillActive;
+    std::uint32_t exitCode = platform::kStillActive;  // a query that fails reads as not finished
     static_cast<void>(platform::threadExitCode(_thread, exitCode));
     return exitCode != platform::kStillActive;
 }
@@ -115,6 +118,8 @@ void AbstractThread::removeObserver(IListener* observer) {
     if (observer == nullptr) return;
     const ScopedLock lock(*this);
     if (_observers.empty()) return;
+    // The search ends at the last observer, so an unknown one takes that one out: nobody removes
+    // what was never added.
     std::size_t index = 0;
     // Equally right with <=: erasing past the end removes the last one too.
     while (index + 1 < _observers.size() && _observers[index] != observer)
@@ -129,6 +134,7 @@ void AbstractThread::notifyObservers(IMessage* message) {
         for (IListener* observer : _observers)
             snapshot.append(observer);
     }
+    // A copy of the list, and no lock: observers may add and remove observers or take other locks.
     for (IListener* observer : snapshot)
         observer->notify(message);
 }

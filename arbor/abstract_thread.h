@@ -25,7 +25,7 @@ enum class ThreadCode : std::uint32_t { StartRequest = 1, Starting = 2, Finished
 // one that never does so is waited for to its end.
 class AbstractThread : public IThread, public Mutex {
 public:
-    // Tells an observer about a thread. Lives on the sender's stack: observers must not keep it.
+    // Tells an observer about a thread. It lives on the sender's stack: observers must not keep it.
     class ThreadMessage : public Message {
     public:
         ThreadMessage(ThreadCode code, IThread* thread);
@@ -49,7 +49,7 @@ public:
     bool reserved7() override { return true; }
     const std::atomic<platform::NativeHandle>* getHandle() override { return &_thread; }
     void addObserver(IListener* observer) override;
-    // Drops the last observer when this one is none: callers remove only what they added.
+    // Removes the last observer when this one is not in the list: remove only what you added.
     void removeObserver(IListener* observer) override;
     std::uint32_t getThreadId() override { return _threadId; }
 
@@ -84,11 +84,12 @@ protected:
     }
 
     // Waits until the thread is not using the object, and keeps it out from then on. Every concrete
-    // class calls this first in its destructor, while its members still stand.
+    // class calls this first in its destructor: the body uses the members of that class, which are
+    // gone before the destructor of this class runs.
     void endThreadUse() noexcept;
 
-    // What the thread does, on the calling thread: where there is one to spare. Never beside the
-    // thread itself. Returns the result of the body.
+    // Does on the calling thread what the thread would do, for a caller that has a thread to spare.
+    // Never while the object's own thread runs. Returns the result of the body.
     std::uint32_t runOnThisThread();
 
 private:

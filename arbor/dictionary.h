@@ -71,8 +71,8 @@ public:
         return entry->value;
     }
 
-    // The value, or the caller's own for an absent key. Absent keys are the common case: no
-    // exception.
+    // The value, or the caller's own for an absent key. Most lookups ask for an absent key, and an
+    // exception for each of them would be slow.
     template <typename AnyKey>
     [[nodiscard]] Value get(AnyKey key, Value absent) const noexcept {
         const Entry* entry = entryOf(key);
@@ -198,7 +198,8 @@ private:
         return static_cast<std::size_t>(place - _entries.begin());
     }
 
-    // The entry with the smallest key above that of `last`, or of all; there must be one.
+    // The entry with the next key after that of `last`; with the smallest key when `last` is null.
+    // There must be one.
     [[nodiscard]] const Entry* nextAfter(const Entry* last) const noexcept {
         const Entry* next = nullptr;
         for (const Entry& entry : _entries) {
@@ -208,7 +209,8 @@ private:
         return next;
     }
 
-    // The key must be absent. Whatever may throw comes before the symbol is issued.
+    // The key must be absent. All that may throw is done before the symbol is issued, so a failure
+    // costs no symbol.
     Symbol add(KeyView key, Value value) {
         if (_entries.size() >= kInlineEntries || isSorted()) [[unlikely]] {
             return addSorted(key, value);

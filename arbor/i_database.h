@@ -10,7 +10,7 @@ namespace arbor {
 
 class IProperty;
 
-// Whoever wants to be known to the database; it records observers and never calls them.
+// Of any type: the database only records observers, it never calls them.
 using DatabaseObserver = void;
 
 // Properties addressed by compound keys, by flat keys or by the number of their entry. A missing
@@ -24,7 +24,8 @@ public:
         CompoundKey(const CompoundKey&) = default;
         CompoundKey& operator=(const CompoundKey&) = default;
 
-        // The flat key: each component after a "/". First in the table.
+        // The flat key: each component after a "/". Stands before the destructor (kept: see
+        // decision 0012).
         [[nodiscard]] virtual std::wstring toString() const;
         virtual ~CompoundKey() = default;
     };
@@ -33,9 +34,9 @@ public:
     IDatabase(const IDatabase&) = delete;
     IDatabase& operator=(const IDatabase&) = delete;
 
-    // The slots below are fixed in number and order. `set` answers whether the value was stored;
-    // the database then owns the property, else it is still the caller's. Null and the null
-    // property are refused. Observers are not owned.
+    // The order of the operations below is part of the design (kept: see decision 0012). `set`
+    // answers whether the value was stored; the database then owns the property, else it is still
+    // the caller's. Null and the null property are refused. Observers are not owned.
     virtual bool isReady() = 0;
     virtual bool contains(const wchar_t* key1, const wchar_t* key2) = 0;
     virtual bool contains(const wchar_t* flatKey) = 0;
@@ -57,10 +58,10 @@ public:
     virtual bool remove(const wchar_t* key1, const wchar_t* key2) = 0;
     virtual bool remove(const wchar_t* flatKey) = 0;
     virtual bool remove(std::uint32_t id) = 0;
-    // Of every entry, or of one that exists.
+    // Records the observer for all entries, or for one. Ignored when there is no such entry.
     virtual void addObserver(DatabaseObserver* observer) = 0;
     virtual void addObserver(DatabaseObserver* observer, const wchar_t* flatKey) = 0;
-    // Its first record in every list.
+    // Takes the first record of the observer out of the list of every entry.
     virtual void removeObserver(DatabaseObserver* observer) = 0;
     // GUID of a class; all zero when the class is unknown or its entry is not 16 bytes long.
     virtual void getGuid(Guid& guid, const wchar_t* className) = 0;

@@ -9,15 +9,15 @@ namespace arbor {
 
 inline constexpr std::uint32_t kExclusiveFlag = 1;  // deliver to the first listener that takes it
 
-// What generators post and listeners hear: a type, a code, flags and a bag. Filled by its sender
-// before it is posted, read on the main thread after; shared by reference only, never copied.
+// A message to the listeners: a type, a code, flags and a bag. Its sender fills it before it is
+// posted, the main thread reads it afterwards. It is shared by reference and never copied.
 class IMessage {
 public:
     IMessage() = default;
     IMessage(const IMessage&) = delete;
     IMessage& operator=(const IMessage&) = delete;
 
-    // The slots below are fixed in number and order.
+    // The order of the operations below is part of the design (kept: see decision 0012).
 
     // Not owned: types are identifiers that live until the process ends.
     [[nodiscard]] virtual const Guid* getType() const = 0;

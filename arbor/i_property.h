@@ -19,12 +19,12 @@ enum PropertyType : std::uint32_t {
     PT_UINT64 = 8
 };
 
-// One typed value of a property bag. Immutable once made, so no operation fails or locks; a
-// property must not be destroyed while another thread reads it. Conversions without a meaning give
-// what the caller's fallback answers.
+// One typed value of a property bag. It never changes, so no operation fails or takes a lock and
+// any thread may read it; but it must not be destroyed while another thread reads it. A conversion
+// that has no meaning gives the answer of the caller's fallback.
 class IProperty {
 public:
-    // Answers for a conversion that has no meaning; this one with a fixed value.
+    // The answer for a conversion that has no meaning. This one always gives the same value.
     template <typename T>
     class Functor {
     public:
@@ -32,14 +32,15 @@ public:
         Functor(const Functor&) = default;
         Functor& operator=(const Functor&) = default;
 
-        // Given the stored type, the raw value word and the size in bytes. First in the table.
+        // Is given the stored type, the raw value word and the size in bytes. Stands before the
+        // destructor (kept: see decision 0012).
         virtual T& operator()(std::uint32_t, std::uint64_t, std::uint64_t) { return defaultValue; }
         virtual ~Functor() = default;
 
         T defaultValue;
     };
 
-    // The same for text; empty unless told otherwise.
+    // The same for text. The text is empty unless the caller gives another.
     class StringFunctor {
     public:
         StringFunctor() = default;
@@ -59,10 +60,10 @@ public:
     IProperty(const IProperty&) = delete;
     IProperty& operator=(const IProperty&) = delete;
 
-    // The slots below are fixed in number and order: bags of other modules call through them.
+    // The order of the operations below is part of the design (kept: see decision 0012).
 
-    // The raw value word: the text or buffer pointer, or the bits of a number. Not owned by the
-    // caller.
+    // The raw value word: the text or buffer pointer, or the bits of a number. Owned by the
+    // property.
     [[nodiscard]] virtual void* getData() const = 0;
     virtual std::string& toString(std::string& out, StringFunctor& fallback) const = 0;
     // A pointer or buffer reads as "type:4 0x" and its address.

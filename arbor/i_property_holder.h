@@ -10,13 +10,16 @@ namespace arbor {
 // A bag of properties under case-sensitive wide keys. Each operation on a wide key is followed by
 // its twin on a narrow key in the ANSI code page, which addresses the same entry. Setters answer
 // whether the value was stored.
+//
+// Several threads may write into one bag. Nobody may read a bag while another thread writes into
+// it, not even under another key: a write may move the other entries, and readers take no lock.
 class IPropertyHolder {
 public:
     IPropertyHolder() = default;
     IPropertyHolder(const IPropertyHolder&) = delete;
     IPropertyHolder& operator=(const IPropertyHolder&) = delete;
 
-    // The slots below are fixed in number and order.
+    // The order of the operations below is part of the design (kept: see decision 0012).
 
     // Never null: NullProperty::instance() for an absent key. Owned by the bag, and valid until the
     // key is next replaced or removed.
@@ -56,9 +59,9 @@ public:
                                                 const char* defaultValue) const = 0;
     [[nodiscard]] virtual std::string getString(const char* key,
                                                 const char* defaultValue) const = 0;
-    // On true the bag owns `property`; on false it is still the caller's. Refused: null and the
-    // null property. `property` stands under no other key of any bag; under this one it does no
-    // harm.
+    // On true the bag owns `property`; on false it is still the caller's. Null and the null
+    // property are refused. `property` may stand under this key already, but under no other key of
+    // any bag.
     virtual bool adoptProperty(const wchar_t* key, IProperty* property) = 0;
     // Stores a clone and destroys `property`, whatever came of it. Null and the null property are
     // refused with false; what already stands under the key stays there, with true.

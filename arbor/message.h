@@ -12,8 +12,8 @@ namespace arbor {
 // A message with a bag of its own.
 class Message : public IMessage {
 public:
-    // `type` must live as long as the message. A new message has an empty bag, whatever holder
-    // stands in the fourth place: senders fill getProperties() themselves.
+    // `type` must live as long as the message. `properties` is not used: a new message has an empty
+    // bag, which its sender fills through getProperties().
     Message(const Guid* type, std::uint32_t code, std::uint32_t flags,
             const IPropertyHolder* properties = nullptr) noexcept;
 

@@ -7,8 +7,9 @@
 
 namespace arbor {
 
-// A base that gives its object an unnamed kernel mutex, waited for without a time-out. Nothing here
-// relies on its re-entrance.
+// A base that gives its object an unnamed kernel mutex, waited for without a time-out (kept: see
+// decision 0012). It is re-entrant: a component may call the broker from its destructor, and an
+// observer from the start of its thread, while the broker holds the lock.
 class ARBOR_LOCK Mutex {
 public:
     void lock() noexcept ARBOR_ACQUIRES() { _mutex.lock(_timeoutMs); }

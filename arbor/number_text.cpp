@@ -112,8 +112,7 @@ std::string decimalText(std::uint64_t value) {
     return textOf(value);
 }
 
-// By way of printf: std::to_chars brings 190 KB of tables for floating-point numbers along, a third
-// of what the program may weigh.
+// Uses printf: std::to_chars for floating-point numbers would add 190 KB of tables to the program.
 std::string generalText(double value) {
     char text[kLongestGeneral];
     const int written = std::snprintf(text, sizeof text, "%.*g", kSignificantDigits, value);

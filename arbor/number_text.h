@@ -7,7 +7,8 @@ namespace arbor {
 
 // Reads an unsigned 32-bit number with automatic base: 0x is hexadecimal, a leading 0 octal. White
 // space and a sign may stand in front; reading stops at the first character that does not belong.
-// No digits give 0, overflow gives 4294967295. The same on every system, whatever its long is.
+// No digits give 0, overflow gives 4294967295. Not strtoul, because a long has 32 bits on Windows
+// and 64 where most tests run.
 std::uint32_t parsedNumber(const char* text) noexcept;
 std::uint32_t parsedNumber(const wchar_t* text) noexcept;
 

@@ -6,8 +6,8 @@
 
 namespace arbor {
 
-// A copy of a byte buffer, owned. The buffer is null when it has no bytes or could not be copied;
-// the size stands all the same, so readers check the pointer.
+// A copy of a byte buffer, owned. The buffer is null when it has no bytes or when there was no
+// memory for the copy. The size is kept even then, so readers check the pointer first.
 class OpaqueProperty : public Property {
 public:
     OpaqueProperty(const void* data, std::uint64_t bytes) noexcept;

@@ -206,7 +206,8 @@ IProperty* Property::createInt(std::int32_t number) noexcept {
     return new (std::nothrow) Property(PT_INT, wordOf(number));
 }
 
-// Where there is no memory for the text, there may be some for a property without it.
+// Without memory for the text we still try to make a property: its null text reads as empty, and
+// the caller's key is not lost.
 IProperty* Property::createString(const char* text, std::size_t bytes) noexcept {
     IProperty* property = TextProperty::make(text, bytes);
     return property != nullptr ? property : new (std::nothrow) Property(PT_STRING, kNoText);

@@ -12,6 +12,7 @@
 namespace arbor {
 
 PropertyHolder::~PropertyHolder() {
+    // The entries are not emptied first: nobody may use a bag that is being destroyed.
     const ScopedLock lock(*this);
     _entries.forEachValue([](IProperty* property) { delete property; });
 }
@@ -51,12 +52,13 @@ bool PropertyHolder::store(const wchar_t* key, IProperty* property) {
     return false;
 }
 
+// A try block of the whole function, here and below: its handler runs without the lock.
 bool PropertyHolder::adoptProperty(const wchar_t* key, IProperty* property) try {
     if (!NullProperty::mayBeAdopted(property)) return false;
     std::unique_ptr<IProperty> replaced;  // declared before the lock: destroyed after it
     const ScopedLock lock(*this);
 
-    // Replacing needs no memory, so it cannot lose both.
+    // Replacing needs no memory, so a failed allocation never costs the old value.
     Entries::Taken old;
     const int symbol = _entries.replace(key, property, old);
     // The caller may hand in what getProperty() gave for this very key: then nothing is replaced.

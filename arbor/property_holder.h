@@ -14,9 +14,13 @@
 
 namespace arbor {
 
-// The working bag. Owns what is stored in it. Writers take its lock around the change alone;
-// readers take none, so a reader must not race a writer of the same key. Memory that runs out makes
-// a setter answer false, with the old value still in place.
+// The working bag. Owns what is stored in it. Writers take its lock around the change alone, and
+// destroy what they replaced after it. Readers take no lock, so nobody may read while another
+// thread writes into the same bag, whatever the key: entries move.
+//
+// When memory runs out a setter answers false and the old value stays, with one exception: where
+// only the copy of a text or buffer finds no memory, the setter stores a property with a null text
+// or buffer, which reads as empty, and answers true.
 class PropertyHolder : public AbstractPropertyHolder, public Synchronized {
 public:
     PropertyHolder() = default;
@@ -56,11 +60,11 @@ public:
 protected:
     using Entries = dictionary<std::wstring, IProperty*, int, std::numeric_limits<int>::max(), 1>;
 
-    // Null for an absent key. Unchecked, as hasProperty is: readers take no lock.
+    // Null for an absent key. The compiler does not check this access: readers take no lock.
     [[nodiscard]] IProperty* find(const wchar_t* key) const noexcept ARBOR_UNCHECKED {
         return _entries.get(key, nullptr);
     }
-    // Stores a new property or lets it go; the tail of every typed setter.
+    // Takes `property` over, or destroys it when it cannot be stored: the end of typed setters.
     bool store(const wchar_t* key, IProperty* property);
 
     PropertySlots _slots;

@@ -10,17 +10,17 @@
 
 namespace arbor {
 
-// Room for the first few numbers of a bag, inside the bag: most entries are numbers, and each would
-// cost an allocation. A property from here is destroyed by delete like any other, which frees its
-// slot; it must go before the slots do. Any thread may make and destroy.
+// Inline storage for the first few numbers of a bag: most entries are numbers, and each would cost
+// an allocation. A property from here is destroyed by delete like any other, which frees its slot.
+// It must be destroyed before the slots are. Any thread may make and destroy.
 class PropertySlots {
 public:
     PropertySlots() noexcept = default;
     PropertySlots(const PropertySlots&) = delete;
     PropertySlots& operator=(const PropertySlots&) = delete;
 
-    // The caller owns the result. When all slots are taken it comes from the heap, null without
-    // memory.
+    // The caller owns the result. It comes from the heap when all slots are taken, and is null when
+    // the heap has no memory either.
     [[nodiscard]] IProperty* makeInt(std::int32_t value) noexcept;
     [[nodiscard]] IProperty* makePointer(void* pointer) noexcept;
 

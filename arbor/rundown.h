@@ -5,9 +5,10 @@
 
 namespace arbor {
 
-// Lets threads use an object that another thread may take away: a user enters, works and leaves;
-// close() refuses everybody who comes later and waits for those inside. It is no lock, so an object
-// may be closed while a lock is held that nobody inside will ever want again.
+// Run-down protection: lets threads use an object that another thread may destroy. A user enters,
+// works and leaves; close() refuses everybody who comes later and waits for those who are inside.
+// Unlike a lock it lets several users in at the same time, and it may be closed while a lock is
+// held, as long as nobody inside needs that lock to leave.
 class Rundown {
 public:
     Rundown() noexcept = default;
@@ -18,8 +19,7 @@ public:
     [[nodiscard]] bool enter() noexcept;
     void leave() noexcept;
 
-    // Waits until no more than `own` users are inside: the caller's own stays, when it closes from
-    // inside.
+    // Waits until no more than `own` users are inside. 1 when the caller itself is inside, else 0.
     void close(std::uint32_t own = 0) noexcept;
 
     // One visit, for its own lifetime.

@@ -5,7 +5,8 @@
 
 namespace arbor {
 
-// A base that gives its object a lock inside the process. Re-entrant.
+// A base that gives its object a critical section (kept: see decision 0012). It is re-entrant, and
+// costs no system call while nobody else wants it.
 class ARBOR_LOCK Synchronized {
 public:
     void lock() const noexcept ARBOR_ACQUIRES() { _section.lock(); }

@@ -1,8 +1,8 @@
 #pragma once
 
 // Tells the compiler which lock guards what, so that a build with clang stops at an access without
-// it; other compilers read past it. Only what is guarded at every access is marked. Constructors
-// and destructors are not looked at.
+// the lock; other compilers ignore it. Only a field that is guarded at every access is marked. The
+// compiler does not check constructors and destructors: no other thread uses the object then.
 #if defined(__clang__)
 #define ARBOR_THREAD_ATTRIBUTE(attribute) __attribute__((attribute))
 #else

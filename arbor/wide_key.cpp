@@ -8,7 +8,7 @@ WideKey::WideKey(const char* key) {
     _text = _short;
     for (std::size_t index = 0; index < kShortUnits; ++index) {
         const auto byte = static_cast<unsigned char>(key[index]);
-        if (byte > 0x7F) break;
+        if (byte > 0x7F) break;  // only the system knows the letters of its code page
         _short[index] = static_cast<wchar_t>(byte);
         if (byte == 0) return;
     }

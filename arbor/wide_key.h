@@ -5,8 +5,8 @@
 
 namespace arbor {
 
-// A narrow key as the wide key that it stands for. Keys are short plain words, so they are widened
-// in place; only a long key or one with letters of the code page needs memory (std::bad_alloc).
+// A narrow key, converted to the wide key that it stands for. Nearly all keys are short words of
+// ASCII letters, which need no memory. A long key, or one with other letters, does: std::bad_alloc.
 class WideKey {
 public:
     explicit WideKey(const char* key);

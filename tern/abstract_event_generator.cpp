@@ -10,7 +10,8 @@ namespace tern {
 AbstractEventGenerator::AbstractEventGenerator(const arbor::IPropertyHolder& parameters,
                                                IInstanceManager* owner)
     : _owner(owner) {
-    // Without it the broker would refuse us, when our thread has already asked to be started.
+    // Without "thread" in our bag the broker would refuse us after our thread has asked to be
+    // started, and would later start the thread of an object that is gone. So fail here.
     if (!setPointer(L"thread", static_cast<arbor::IThread*>(this))) throw std::bad_alloc();
     addObserver(static_cast<arbor::IListener*>(parameters.getPointer(L"threadControl", nullptr)));
 }

@@ -24,6 +24,7 @@ namespace tern {
 
 namespace {
 
+// Two spaces in a row give an empty piece, which applyArguments skips.
 std::vector<std::wstring> splitAtSpaces(std::wstring_view text) {
     std::vector<std::wstring> pieces;
     for (;;) {
@@ -34,8 +35,9 @@ std::vector<std::wstring> splitAtSpaces(std::wstring_view text) {
     }
 }
 
-// A name that is too long for the path of a pipe is a broken command line: nobody would ever write
-// to us, so the process ends as the run-time library ends it for an invalid parameter.
+// A name that is too long for the path of a pipe comes from a broken command line: no print path
+// would ever write to us. The process ends with the exit code of the run-time library for an
+// invalid parameter (see decision 0008).
 void setInputPipe(const std::wstring& name) {
     auto& buffer = channelSettings().inputPipe;
     buffer.fill(L'\0');
@@ -139,7 +141,7 @@ bool AbstractInstanceManager::createInstance(const wchar_t* name, const wchar_t*
     if (guid.isZero()) return false;
     std::unique_ptr<arbor::PropertyHolder> component(createInstanceByGuid(&guid, arguments));
     if (!addComponent(component.get())) return false;
-    static_cast<void>(component.release());  // the broker's from now on
+    static_cast<void>(component.release());  // owned by the broker from now on
     return true;
 }
 

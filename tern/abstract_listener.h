@@ -15,7 +15,7 @@ public:
     // Identifier of the class; lives as long as the process.
     [[nodiscard]] virtual const arbor::Guid* getClassId() const = 0;
 
-    // Takes nothing.
+    // Consumes nothing.
     bool notify(arbor::IMessage* message) override;
 };
 

@@ -6,8 +6,8 @@
 
 namespace tern {
 
-// What the command line says about the status channel. Written once during start-up, on the main
-// thread, before the generator that reads it is started.
+// The part of the command line that is about the status channel. Written once during start-up, on
+// the main thread, before the generator that reads it is started; so it needs no lock.
 struct ChannelSettings {
     static constexpr std::size_t kPipeNameUnits = 256;  // terminator included
 
@@ -15,7 +15,7 @@ struct ChannelSettings {
     std::int32_t printerId = 0;
 };
 
-// The one of this process.
+// The settings of this process.
 [[nodiscard]] ChannelSettings& channelSettings() noexcept;
 
 }  // namespace tern

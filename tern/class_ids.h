@@ -4,8 +4,8 @@
 
 namespace tern {
 
-// Identifiers of the component classes. Messages use them as their type, so they live as long as
-// the process.
+// Identifiers of the component classes (kept: see decision 0012). Messages point at them for their
+// type, so they live as long as the process.
 inline constexpr arbor::Guid kTimerEventGeneratorId{
     0x505CD427, 0xE218, 0x463B, {0xAC, 0x41, 0xE7, 0x37, 0xBD, 0x04, 0x64, 0xC9}};
 inline constexpr arbor::Guid kDebugListenerId{

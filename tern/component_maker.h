@@ -14,7 +14,8 @@ class IInstanceManager;
 using ComponentMaker = arbor::PropertyHolder* (*)(const arbor::IPropertyHolder& parameters,
                                                   IInstanceManager* owner);
 
-// The maker of a component class that is constructed from parameters and owner.
+// The maker of a component class that is constructed from parameters and owner. A constructor that
+// throws leaves no component: the try block of the function turns that into null.
 template <typename Component>
 arbor::PropertyHolder* makeComponent(const arbor::IPropertyHolder& parameters,
                                      IInstanceManager* owner) try {

@@ -20,7 +20,7 @@ bool DebugListener::notify(arbor::IMessage* message) {
     const std::string code = arbor::decimalText(std::uint64_t{message->getCode()});
     const std::wstring words =
         std::wstring(code.begin(), code.end()) + L" : " + guidText(*message->getType()) + L"\n";
-    static_cast<void>(words);  // shown nowhere: a breakpoint on the next line reads it
+    static_cast<void>(words);  // shown nowhere; a breakpoint on the next line can read it
     return false;
 }
 

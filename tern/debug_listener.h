@@ -9,7 +9,7 @@ namespace tern {
 
 class IInstanceManager;
 
-// Puts every message into words, for a debugger to stop at. Takes nothing.
+// Formats every message as text, for a developer who stops here with a debugger. Consumes nothing.
 class DebugListener : public AbstractListener {
 public:
     DebugListener(const arbor::IPropertyHolder& parameters, IInstanceManager* owner);

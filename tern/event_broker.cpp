@@ -41,6 +41,7 @@ arbor::IListener* listenerOf(const arbor::IPropertyHolder& holder) {
 }  // namespace
 
 EventBroker::~EventBroker() {
+    // Before the lock is taken: a generator's thread that is inside may need the lock to leave.
     _use.close();
     {
         const BrokerLock lock(*this);
@@ -66,13 +67,16 @@ bool EventBroker::notify(arbor::IMessage* message) {
         case arbor::ThreadCode::StartRequest:
             queueThread(thread);
             return true;
-        // Arrives from inside run(), which holds the lock: locking here would rely on re-entry.
+        // Sent by start(), which run() calls while it holds the lock. There is nothing to do, so it
+        // is not taken again.
         case arbor::ThreadCode::Starting:
             return true;
         case arbor::ThreadCode::Finished: {
             const arbor::Rundown::Visit visit(_use);
             // Equally right negated: the answer is the same with and without the lock.
             if (!visit) return true;
+            // Nothing to record: the thread stays among the running ones. With the lock the ending
+            // thread waits while the broker starts threads.
             const BrokerLock lock(*this);
             return true;
         }
@@ -94,6 +98,7 @@ void EventBroker::publish(arbor::IMessage* message) {
         for (arbor::IListener* listener : _listeners)
             snapshot.append(listener);
     }
+    // Asked before delivery, so that a listener that changes the flags does not stop this delivery.
     const bool exclusive = message->isExclusive();
     for (arbor::IListener* listener : snapshot) {
         const bool taken = listener->notify(message);
@@ -133,8 +138,8 @@ MessageReference EventBroker::takeFront() {
 void EventBroker::startWaitingThreads() {
     const BrokerLock lock(*this);
     // Each is taken out before it is started: an observer of the start may add or remove
-    // components. Threads that are added meanwhile wait for the next idle turn, so that this loop
-    // ends.
+    // components. Threads that are added meanwhile wait for the next idle turn, or this loop might
+    // never end.
     for (std::size_t left = _threadsToStart.size(); left > 0 && !_threadsToStart.empty(); --left) {
         arbor::IThread* thread = _threadsToStart[0];
         // Equally right without it: only a debugger reads the list of running threads.
@@ -144,6 +149,7 @@ void EventBroker::startWaitingThreads() {
     }
 }
 
+// Function try blocks, here and below: their handlers run without the lock.
 bool EventBroker::post(const arbor::Guid* type, std::uint32_t code, std::uint32_t flags,
                        arbor::PropertyHolder* properties) try {
     if (properties != nullptr) {
@@ -176,8 +182,8 @@ bool EventBroker::addComponent(arbor::PropertyHolder* component) {
     if (thread == nullptr && listener == nullptr) return false;
 
     if (component->setPointer(kBrokerKey, this) && enroll(component, thread, listener)) return true;
-    // Refused for want of memory: the caller may destroy the component, and its thread with it,
-    // which may have asked to be started long ago.
+    // Out of memory. The caller keeps the component and may destroy it together with its thread,
+    // which may have asked long ago to be started: it must not be started any more.
     component->removeProperty(kBrokerKey);
     if (thread != nullptr) forgetWaitingThread(thread);
     return false;
@@ -218,7 +224,8 @@ bool EventBroker::removeComponent(arbor::PropertyHolder* component, bool destroy
         found = removeFirst(_components, component);
     }
     if (destroy && found) {
-        // A thread that is still to be started stays in its list, unless it goes away right now.
+        // A component that is only removed keeps its place among the threads to start. One that is
+        // destroyed leaves it: the loop would start a thread that is gone (see decision 0010).
         if (thread != nullptr) forgetWaitingThread(thread);
         delete component;
     }

@@ -27,42 +27,43 @@ using MessageReference = std::shared_ptr<arbor::IMessage>;
 
 // Carries messages from generators to listeners, owns both, and runs the main loop. Generator
 // threads may post, enqueue and stop; delivery, and with it every listener, runs on the main
-// thread. No lock is held while a listener is called. A broker runs once: a stopped one stays
-// stopped.
+// thread. No lock is held while a listener is called. A broker runs once: nothing restarts it.
 class EventBroker : public arbor::IListener, public arbor::Mutex {
 public:
     // `owner` is asked to pump window messages; not owned, outlives the broker. The queue needs
     // memory from the start: std::bad_alloc.
     explicit EventBroker(IInstanceManager* owner) : _owner(owner) {}
 
-    // The slots below are fixed in number and order.
+    // The order of the operations below is part of the design (kept: see decision 0012).
 
-    // How the broker hears of its threads: it starts those that ask for it.
+    // Called by the threads of generators: the broker starts each thread that asks for it.
     bool notify(arbor::IMessage* message) override;
-    // Destroys the components and drops what is still queued. Waits for no thread.
+    // Destroys the components in the order in which they were added, then drops what is still
+    // queued. A component may add or remove others from its destructor. Waits for no blocked
+    // thread.
     ~EventBroker() override;
     // Hands the message to every listener in the order of registration; an exclusive one to the
     // first that takes it.
     virtual void publish(arbor::IMessage* message) ARBOR_EXCLUDES(this);
     virtual IInstanceManager* getInstanceManager() { return _owner; }
     virtual bool isReady() { return true; }
-    // Ends the loop after the message in hand. Who asks, and why, makes no difference.
+    // Ends the loop after the message in hand. The arguments are not used. Any thread.
     virtual bool stop(const arbor::Guid* who, std::uint32_t flags);
-    // The main loop: messages first; when there is none, new threads and window messages. Returns
-    // 0.
+    // The main loop: messages first; when there is none, new threads and window messages. The
+    // result is always 0.
     virtual std::int32_t run() ARBOR_EXCLUDES(this);
     // Builds a message and enqueues it. `properties` only chooses a message with a bag of its own,
     // which starts empty. False when the message cannot be allocated.
     virtual bool post(const arbor::Guid* type, std::uint32_t code, std::uint32_t flags,
                       arbor::PropertyHolder* properties);
-    // False when the queue has no memory or the broker is being destroyed; the message is then
-    // dropped.
+    // False, and the message is dropped, when the queue has no memory or the broker is being
+    // destroyed. Any thread.
     virtual bool enqueue(MessageReference message);
     virtual bool postExclusive(const arbor::Guid* type, std::uint32_t code, std::uint32_t flags,
                                arbor::PropertyHolder* properties);
     // On true the broker owns the component. False takes nothing: null, a component with neither
-    // "thread" nor "listener" in its bag, or no memory. A thread starts at the loop's next idle
-    // turn.
+    // "thread" nor "listener" in its bag, or no memory. A thread is started when the loop is idle
+    // next. Main thread.
     virtual bool addComponent(arbor::PropertyHolder* component);
     // Destroys the component only when asked to and when it was the broker's. Always true.
     virtual bool removeComponent(arbor::PropertyHolder* component, bool destroy);
@@ -71,7 +72,7 @@ private:
     [[nodiscard]] MessageReference takeFront() ARBOR_EXCLUDES(this);
     void startWaitingThreads() ARBOR_EXCLUDES(this);
     void queueThread(arbor::IThread* thread) ARBOR_EXCLUDES(this);
-    // All of it or, without memory, nothing of it.
+    // Adds the component to all lists or, when memory runs out, to none.
     [[nodiscard]] bool enroll(arbor::PropertyHolder* component, arbor::IThread* thread,
                               arbor::IListener* listener) ARBOR_EXCLUDES(this);
     void forgetWaitingThread(const arbor::IThread* thread) ARBOR_EXCLUDES(this);

@@ -29,7 +29,7 @@ public:
     IInstanceManager(const IInstanceManager&) = delete;
     IInstanceManager& operator=(const IInstanceManager&) = delete;
 
-    // The slots below are fixed in number and order.
+    // The order of the operations below is part of the design (kept: see decision 0012).
 
     virtual void clearModules() = 0;
     // The entry of the module, which stays valid until the next addModule or clearModules.
@@ -59,7 +59,7 @@ public:
     virtual bool removeComponent(arbor::PropertyHolder* component, bool destroy) = 0;
     // The main loop; returns when the broker is stopped. The exit code of the process.
     virtual std::uint32_t run() = 0;
-    // Handles one window message, or sleeps a little when none is waiting.
+    // Handles one window message, or sleeps for a moment when none is waiting.
     virtual void pumpOnce() = 0;
 
     virtual ~IInstanceManager() = default;

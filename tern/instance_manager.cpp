@@ -22,6 +22,7 @@ namespace tern {
 
 namespace {
 
+// kept: see decision 0012
 // Equally right with 101: nobody notices a millisecond.
 constexpr std::uint32_t kIdleSleepMs = 100;
 
@@ -41,7 +42,7 @@ void InstanceManager::registerMaker(const wchar_t* className, const arbor::Guid&
                                     ComponentMaker maker) {
     using Owned = std::unique_ptr<arbor::IProperty>;
     const auto store = [this](const wchar_t* key1, const wchar_t* key2, Owned property) {
-        // A registry with a gap would be found out by whoever misses the class: fail at once.
+        // A missing entry would be noticed only when its class is needed: fail at once.
         if (property == nullptr || property->getData() == nullptr) throw std::bad_alloc();
         if (!_ownDatabase.set(key1, key2, property.get())) throw std::bad_alloc();
         static_cast<void>(property.release());
@@ -60,6 +61,7 @@ void InstanceManager::pumpOnce() {
     }
 }
 
+// A try block of the whole function: an instance manager that finds no memory is null.
 IInstanceManager* NewInstanceManager(const char*, int argumentCount,
                                      const char* const* arguments) try {
     std::vector<std::wstring> list;

@@ -27,7 +27,8 @@ public:
 private:
     void registerMaker(const wchar_t* className, const arbor::Guid& guid, ComponentMaker maker);
 
-    // The broker goes first, and with it every component; the registry after it.
+    // In this order, so that the broker is destroyed first, and with it every component. Components
+    // may use the database until then.
     Database _ownDatabase;
     EventBroker _ownBroker;
 };

@@ -27,6 +27,7 @@ const arbor::Guid* TimerEventGenerator::getClassId() const {
 }
 
 std::uint32_t TimerEventGenerator::run() {
+    // A copy, because the work outside must touch nothing of the object.
     for (const std::uint32_t intervalMs = _intervalMs;;) {
         outside([intervalMs] { platform::sleepFor(intervalMs); });
         owner()->getEventBroker()->post(getClassId(), kTickCode, 0, nullptr);

@@ -46,7 +46,7 @@ std::int32_t asInt(std::uint32_t number) {
 VeloEventGenerator::VeloEventGenerator(const arbor::IPropertyHolder& parameters,
                                        IInstanceManager* owner)
     : AbstractEventGenerator(parameters, owner), _input(std::make_shared<Input>()) {
-    // Print paths may pass the name as a component setting as well; the one of the channel counts.
+    // Read and not used: the pipe is always the one that the channel settings name.
     static_cast<void>(parameters.getString(L"inputPipe", "unknown"));
     openPipe();
     requestStart();
@@ -73,14 +73,15 @@ std::uint32_t VeloEventGenerator::run() {
     } catch (const ObjectGone&) {
         throw;
     } catch (...) {
-        // Whatever went wrong, the channel is over; its text would reach nobody.
+        // Every error ends the channel in the same way, so its text is not needed here.
     }
     owner()->getEventBroker()->stop(getClassId(), 0);
     return 0;
 }
 
 void VeloEventGenerator::readRecords() {
-    const std::shared_ptr<Input> input = _input;  // ours, also when the object goes during a read
+    // A reference of our own: a read that blocks writes into it even when the object is gone.
+    const std::shared_ptr<Input> input = _input;
     if (input->pipe == nullptr) throw std::domain_error("[VeloEventGenerator] no input source");
 
     for (VeloHeaderBytes bytes;;) {
@@ -90,8 +91,8 @@ void VeloEventGenerator::readRecords() {
             throw std::domain_error("[VeloEventGenerator] invalid input header");
         }
 
-        // The capacity follows the record, so a longer record than the last always gets a new
-        // buffer.
+        // The size of this record becomes the capacity, so a record that is longer than the one
+        // before it gets a new buffer.
         const std::uint32_t kept =
             reserveBuffer(input->body, input->bodyCapacity, header.bodyBytes);
         input->bodyBytes = kept;
@@ -114,8 +115,8 @@ std::uint32_t VeloEventGenerator::reserveBuffer(Buffer& buffer, std::uint32_t ca
 
 void* VeloEventGenerator::readInput(void* destination, std::uint32_t count) {
     const platform::NativeHandle pipe = _input->pipe;
-    // Who hears the printer's name asks the spooler about it. The main loop still sleeps, so the
-    // spooler's library is loaded here meanwhile: most of what a first alert would wait for.
+    // The record with the printer's name makes the main thread ask the spooler. The main loop still
+    // sleeps, so load the spooler's library here meanwhile: a first alert would mostly wait for it.
     const bool preparesSpooler = std::exchange(_printerNamed, false);
     auto* at = static_cast<unsigned char*>(destination);
     for (std::uint32_t missing = count; missing > 0;) {
@@ -231,8 +232,8 @@ void VeloEventGenerator::addJobFields(std::uint32_t subcode, arbor::IPropertyHol
     }
 }
 
-// The block stays ours: listeners use it while they handle the message, before the next block
-// comes.
+// The generator keeps the block. Listeners use it while they handle the message: the next block
+// overwrites it.
 void VeloEventGenerator::addOemBlock(arbor::IPropertyHolder& properties) {
     Input& input = *_input;
     input.oemCapacity = reserveBuffer(input.oem, input.oemCapacity, input.bodyBytes);

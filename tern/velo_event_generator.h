@@ -21,22 +21,22 @@ class VeloEventGenerator : public AbstractEventGenerator {
 public:
     using Buffer = std::unique_ptr<unsigned char[]>;
 
-    // Opens the pipe that the channel settings name, if it is there, and asks to be started either
-    // way.
+    // Opens the pipe that the channel settings name, if it is there. Asks to be started even when
+    // it is not: the thread then stops the broker.
     VeloEventGenerator(const arbor::IPropertyHolder& parameters, IInstanceManager* owner);
     // Leaves the pipe open: the thread may hang in a read of it until the process ends.
     ~VeloEventGenerator() override;
 
-    // The slots below are fixed in number and order. All but the first run on the generator's
-    // thread.
+    // The order of the operations below is part of the design (kept: see decision 0012). All but
+    // the first run on the generator's thread.
 
     [[nodiscard]] const arbor::Guid* getClassId() const override;
     // Makes room for `needed` bytes, at most kVeloBodyLimit. Returns the usable count: 0, and no
     // buffer, without memory. The caller stores it as the new capacity.
     virtual std::uint32_t reserveBuffer(Buffer& buffer, std::uint32_t capacity,
                                         std::uint32_t needed);
-    // Reads exactly `count` bytes, or throws the input error. `destination` must outlive the
-    // object.
+    // Reads exactly `count` bytes, or throws the input error. `destination` must live until then,
+    // even when the object is destroyed during the read.
     virtual void* readInput(void* destination, std::uint32_t count);
     // Reads and drops `count` bytes.
     virtual void discardInput(std::uint32_t count);

@@ -15,7 +15,7 @@ namespace tern {
 
 namespace {
 
-constexpr char kNoPipeName[] = "unkown";  // spelled so by every print path that knows the default
+constexpr char kNoPipeName[] = "unkown";  // kept: see decision 0012
 
 }  // namespace
 

@@ -8,11 +8,11 @@ namespace {
 
 constexpr std::size_t kNumberBytes = 4;
 constexpr std::size_t kWideUnitBytes = 2;
-constexpr std::size_t kQuoteReach =
-    10;  // characters after the D of DISPLAY: blank, equals sign, blank
+// Characters from the D of DISPLAY to the quote: the word, a blank, an equals sign and a blank.
+constexpr std::size_t kQuoteReach = 10;
 constexpr char kQuote = '"';
 
-// What a missing text reads as. Never written: it has no line feed to cut at.
+// The value of a missing text. findValueIn never writes into it, because it has no line feed.
 char* emptyText() noexcept {
     static char empty[1] = {};  // Equally right with 2: one byte of room more.
     return empty;
@@ -47,6 +47,8 @@ char* VeloBody::readText() noexcept {
 }
 
 std::wstring VeloBody::readWText() {
+    // Unit by unit from bytes: texts in a body are not aligned, and wchar_t has 4 bytes where most
+    // tests run.
     const auto isZero = [this](std::size_t unit) {
         return (_cursor[unit * kWideUnitBytes] | _cursor[unit * kWideUnitBytes + 1]) == 0;
     };

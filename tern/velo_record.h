@@ -12,8 +12,8 @@ namespace tern {
 inline constexpr std::size_t kVeloHeaderBytes = 20;
 inline constexpr std::uint32_t kVeloMagic = 0x4F4C4556;  // "VELO" read little-endian
 
-// Bytes of a body that are kept; the rest is read and dropped. Fuzzers run with a limit that their
-// short inputs go over, since mapping big blocks would take all of their time.
+// Bytes of a body that are kept; the rest is read and dropped, so that a record with a huge length
+// cannot use up the memory. Fuzzers use a small limit, which their short inputs can exceed.
 #if defined(BEAMLINE_FUZZING)
 inline constexpr std::uint32_t kVeloBodyLimit = 256;
 #else
