@@ -29,7 +29,7 @@ constexpr std::uint32_t kNow = 0;
 constexpr std::uint32_t kTimedOut = 258;
 constexpr std::uint32_t kWaitFailed = 0xFFFFFFFF;
 
-// Writes down the codes that it hears, and does what the test wants meanwhile.
+// Records the codes of its messages, and does for each message what the test wants.
 class Observer : public IListener {
 public:
     explicit Observer(std::function<void(IMessage*)> action = {}) : _action(std::move(action)) {}
@@ -314,7 +314,7 @@ TEST(AbstractThreadTest, RemovingAnObserverFromTheMiddleKeepsTheOthers) {
     EXPECT_EQ(order, "ac");
 }
 
-TEST(AbstractThreadTest, RemovingAStrangerDropsTheLastObserver) {
+TEST(AbstractThreadTest, RemovingAnUnknownObserverDropsTheLastOne) {
     TestThread thread(returnsZero);
     std::string order;
     Observer a([&](IMessage*) { order += 'a'; });

@@ -36,7 +36,7 @@ Owned buffer(const char* bytes, std::size_t count) {
     return Owned(Property::createOpaque(bytes, count));
 }
 
-// What all conversions give when the caller's fallbacks answer.
+// A fallback for every conversion, with values that no property has.
 struct Fallbacks {
     IProperty::Functor<int> integer{-11};
     IProperty::Functor<float> real{-1.5F};
@@ -45,7 +45,7 @@ struct Fallbacks {
     IProperty::StringFunctor text{"fallback"};
 };
 
-// Writes down what a conversion tells its fallback.
+// Records the arguments that a conversion gives to its fallback.
 template <typename Functor, typename Result>
 struct RecordingFunctor : Functor {
     Result& operator()(std::uint32_t type, std::uint64_t word, std::uint64_t size) override {

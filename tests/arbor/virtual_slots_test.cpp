@@ -1,5 +1,5 @@
-// Other modules call these interfaces through their tables, so the order of the virtual operations
-// is fixed. A destructor takes two places of the table.
+// The order of the virtual operations is part of the design of these classes (kept: see decision
+// 0012). A destructor takes two places of the table.
 #include "tests/support/slot_of.h"
 
 #include "arbor/abstract_database.h"

@@ -39,10 +39,10 @@ public:
     bool hasBlock = false;
 };
 
-class TellingGenerator : public tern::VeloEventGenerator {
+class ErrorRecordingGenerator : public tern::VeloEventGenerator {
 public:
     using VeloEventGenerator::VeloEventGenerator;
-    ~TellingGenerator() override { endThreadUse(); }
+    ~ErrorRecordingGenerator() override { endThreadUse(); }
 
     void buildMessage(const tern::VeloHeader& header, tern::EventBroker* broker) override {
         try {
@@ -65,7 +65,7 @@ struct Reading {
         platform::simulated::world().pipes.close(L"faults");
         test::setChannel(L"faults", records::kPrinter);
         arbor::PropertyHolder parameters;
-        generator = std::make_unique<TellingGenerator>(parameters, &manager);
+        generator = std::make_unique<ErrorRecordingGenerator>(parameters, &manager);
     }
     ~Reading() {
         generator.reset();
@@ -73,7 +73,7 @@ struct Reading {
     }
 
     test::TestManager<CountingBroker> manager;
-    std::unique_ptr<TellingGenerator> generator;
+    std::unique_ptr<ErrorRecordingGenerator> generator;
 };
 
 }  // namespace fault_injection

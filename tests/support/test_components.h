@@ -41,7 +41,7 @@ private:
     Action _action;
 };
 
-// A thread that only counts how often it is started, and does what the test wants meanwhile.
+// A thread that only counts its starts, and does in each what the test wants.
 class CountingThread : public arbor::IThread {
 public:
     void start() override {

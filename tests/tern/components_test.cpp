@@ -39,7 +39,7 @@ public:
     const Guid* getClassId() const override { return &kOtherType; }
 };
 
-// Writes down when its first ticks came, on the thread that posts them.
+// Records the times of the first ticks, on the thread that posts them.
 class TimedBroker : public tern::EventBroker {
 public:
     static constexpr std::size_t kTicks = 10;
@@ -89,7 +89,7 @@ TEST(TimerEventGeneratorTest, IntervalIsLimitedToTenMillisecondsAndADay) {
     EXPECT_EQ(intervalFor(100000000), 86400000U);
 }
 
-TEST(TimerEventGeneratorTest, IntervalIsAMinuteWhenNobodyNamesOne) {
+TEST(TimerEventGeneratorTest, IntervalIsAMinuteByDefault) {
     EXPECT_EQ(intervalFor(PropertyHolder{}), 60000U);
 }
 
@@ -156,19 +156,19 @@ TEST(TimerEventGeneratorTest, FirstTickComesAfterTheFirstInterval) {
 
 TEST(TimerEventGeneratorTest, AsksItsControllerToStartItsThread) {
     test::TestManager<> manager;
-    struct Ear : arbor::IListener {
+    struct Observer : arbor::IListener {
         bool notify(arbor::IMessage* message) override {
             code = message->getCode();
             return true;
         }
         std::uint32_t code = 0;
-    } ear;
+    } observer;
     PropertyHolder parameters;
-    parameters.setPointer(L"threadControl", static_cast<arbor::IListener*>(&ear));
+    parameters.setPointer(L"threadControl", static_cast<arbor::IListener*>(&observer));
 
     const TimerEventGenerator timer(parameters, &manager);
 
-    EXPECT_EQ(ear.code, 1U);
+    EXPECT_EQ(observer.code, 1U);
     EXPECT_EQ(timer.getClassId(), &tern::kTimerEventGeneratorId);
 }
 
@@ -263,7 +263,7 @@ TEST_F(VeloListenerTest, ListenerWithoutAPipeStaysSilent) {
     EXPECT_FALSE(silent->notify(&own));
 }
 
-TEST_F(VeloListenerTest, PipeWithoutANameIsTheUnknownOneSpelledSo) {
+TEST_F(VeloListenerTest, WithoutANameThePipeIsTheMisspeltDefault) {
     contract::PipeServer unknown(L"unkown");
 
     const VeloListener nameless(PropertyHolder{}, nullptr);

@@ -38,10 +38,10 @@ Pieces singleBytes(const std::string& bytes) {
 }
 
 // Keeps the text of the error that ends the reading.
-class TellingGenerator : public tern::VeloEventGenerator {
+class ErrorRecordingGenerator : public tern::VeloEventGenerator {
 public:
     using VeloEventGenerator::VeloEventGenerator;
-    ~TellingGenerator() override { endThreadUse(); }
+    ~ErrorRecordingGenerator() override { endThreadUse(); }
 
     void* readInput(void* destination, std::uint32_t count) override {
         try {
@@ -77,7 +77,7 @@ protected:
         EXPECT_EQ(channel.broker.stops, 1);
     }
 
-    StatusChannel<TellingGenerator> channel{GetParam()};
+    StatusChannel<ErrorRecordingGenerator> channel{GetParam()};
 };
 
 const std::string kFive = record(2, 3, number(5));
@@ -177,7 +177,7 @@ TEST_P(VeloChannelTest, WriterThatGoesBetweenRecordsStopsTheBroker) {
         << channel.generator->error;
 }
 
-TEST_P(VeloChannelTest, WriterThatGoesWithoutAWordStopsTheBroker) {
+TEST_P(VeloChannelTest, WriterThatClosesThePipeBeforeAnyRecordStopsTheBroker) {
     expectStatuses({}, {});
 }
 
@@ -199,18 +199,18 @@ TEST_P(VeloChannelTest, HugeBodyLengthWithoutTheBytesEndsWithTheWriter) {
 }
 
 TEST_P(VeloChannelTest, GeneratorTellsThatItHasFinished) {
-    struct Ear : arbor::IListener {
+    struct Observer : arbor::IListener {
         bool notify(arbor::IMessage* message) override {
             lastCode = message->getCode();
             return true;
         }
         std::atomic<std::uint32_t> lastCode{0};
-    } ear;
-    channel.generator->addObserver(&ear);
+    } observer;
+    channel.generator->addObserver(&observer);
 
     channel.play({kFive});
 
-    EXPECT_EQ(ear.lastCode, 3U);
+    EXPECT_EQ(observer.lastCode, 3U);
     EXPECT_TRUE(channel.generator->isFinished());
 }
 
