@@ -11,7 +11,9 @@ option(BEAMLINE_WINDOWS_UBSAN "Stop a Windows build at undefined behaviour" OFF)
 
 find_program(BEAMLINE_CCACHE ccache)
 if(BEAMLINE_CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${BEAMLINE_CCACHE})
+  # What ccache must overlook in order to serve sources that use a precompiled header.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+    env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${BEAMLINE_CCACHE})
 endif()
 
 if(BEAMLINE_SANITIZER STREQUAL "address")

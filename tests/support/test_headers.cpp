@@ -1,0 +1,1 @@
+// Compiled for its precompiled header only: see tests/CMakeLists.txt.
