@@ -45,14 +45,15 @@ if(WIN32)
   endif()
 endif()
 
-# The warnings of our own sources; code that we only build, such as GoogleTest, keeps its own.
+# The warnings of our own sources; code that we only build, such as GoogleTest, keeps its own. The presets
+# make them errors: whoever builds with a newer compiler by other means is not stopped by a new warning.
 add_library(project_warnings INTERFACE)
 target_compile_options(project_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wsign-conversion -Wold-style-cast -Wcast-qual
-  -Wformat=2 -Wnon-virtual-dtor -Woverloaded-virtual -Wundef -Wimplicit-fallthrough -Werror)
+  -Wformat=2 -Wnon-virtual-dtor -Woverloaded-virtual -Wundef -Wimplicit-fallthrough)
 # clang also checks arbor/thread_annotations.h: what is guarded is touched with its lock only.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-  target_compile_options(project_warnings INTERFACE -Wthread-safety -Werror=thread-safety)
+  target_compile_options(project_warnings INTERFACE -Wthread-safety)
 endif()
 
 # A library target of one folder. Sources follow the name; link what lies below with

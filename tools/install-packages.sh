@@ -10,11 +10,13 @@ ci) purposes=' run test ci ' ;;
 *) purposes=' run test ci nightly ' ;;
 esac
 list=$(dirname "$0")/packages.txt
+release=$(sed -n 's/^VERSION_ID="\{0,1\}\([^"]*\)"\{0,1\}$/\1/p' /etc/os-release)
 
 missing=
-while read -r package needed_for; do
+while read -r package needed_for only_in; do
     case $package in '' | '#'*) continue ;; esac
     case $purposes in *" $needed_for "*) ;; *) continue ;; esac
+    [ -z "$only_in" ] || [ "$only_in" = "$release" ] || continue
     case $(dpkg-query -W -f='${Status}' "$package" 2>/dev/null || :) in
     *' ok installed') ;;
     *) missing="$missing $package" ;;

@@ -28,8 +28,29 @@ every_story_is_listed() {
     echo all
 }
 
+the_change_log_has_the_version() {
+    version=$(sed -n 's/^project(.* VERSION \([0-9.]*\) .*/\1/p' CMakeLists.txt)
+    [ -n "$version" ] && sed -n 's/^## //p' CHANGELOG.md | head -n 1 | grep -qF "$version" && echo same
+}
+
 every_package_has_a_purpose() {
-    ! grep -v -e '^#' -e '^$' tools/packages.txt | grep -v -E '^[a-z0-9.+-]+ +(run|test|ci|nightly)$' && echo all
+    ! grep -v -e '^#' -e '^$' tools/packages.txt | grep -v -E '^[a-z0-9.+-]+ +(run|test|ci|nightly)( +1[23])?$' && echo all
+}
+
+# What install-packages.sh would install of a list, on a system that has nothing and cannot install.
+wanted_packages() {
+    place=$(mktemp -d)
+    release=$(sed -n 's/^VERSION_ID="\(.*\)"$/\1/p' /etc/os-release)
+    cp tools/install-packages.sh "$place/"
+    printf '# a list\na run\nb test\nc nightly\nd ci %s\ne ci 1\n' "$release" >"$place/packages.txt"
+    printf '#!/bin/sh\nexit 1\n' >"$place/dpkg-query"
+    cp "$place/dpkg-query" "$place/apt-get"
+    cp "$place/dpkg-query" "$place/sudo"
+    chmod +x "$place"/dpkg-query "$place"/apt-get "$place"/sudo
+    PATH=$place:$PATH sh "$place/install-packages.sh" ci
+    ended=$?
+    rm -rf "$place"
+    return "$ended"
 }
 
 # A night in which the commands only say how they ended: one is missing, one lies, one finds something.
@@ -142,5 +163,7 @@ check "./test runs the tests of each preset" 0 '^windows -L system -j' test_of_s
 check "a night goes on after a failure" 1 '^portability  *ok ' nightly_of_stubs
 check "a night counts what failed" 1 '^51 passed, 3 failed$' nightly_of_stubs
 check "a night does not believe a count against the exit code" 1 '^soak  *NOT OK .*exit code 1$' nightly_of_stubs
+check "the change log begins with the version of the project" 0 '^same$' the_change_log_has_the_version
+check "packages are those of the purpose and of this release" 1 '^Installing: a b d$' wanted_packages
 check "every package is listed with its purpose" 0 '^all$' every_package_has_a_purpose
 exit "$failed"
