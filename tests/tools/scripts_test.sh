@@ -114,6 +114,22 @@ short_fuzzer() {
     return "$ended"
 }
 
+# coverage_of_stubs BUILD TESTS GCOVR: ./test coverage logic with these exit codes.
+coverage_of_stubs() {
+    place=$(mktemp -d)
+    mkdir -p "$place/tools/test" "$place/build/host-coverage"
+    cp tools/test/coverage.sh "$place/tools/test/"
+    echo 'exit 0' >"$place/tools/install-packages.sh"
+    echo "exit $1" >"$place/tools/build-quietly.sh"
+    echo "raise SystemExit($2)" >"$place/tools/test/run_tests.py"
+    printf '#!/bin/sh\nexit %s\n' "$3" >"$place/gcovr"
+    chmod +x "$place/gcovr"
+    PATH=$place:$PATH sh "$place/tools/test/coverage.sh" logic
+    ended=$?
+    rm -rf "$place"
+    return "$ended"
+}
+
 # test_of_stubs BUILDS TESTS: ./test with a build that ends with the code BUILDS and tests that end with TESTS.
 test_of_stubs() {
     place=$(mktemp -d)
@@ -157,6 +173,11 @@ for command in soak threads nightly; do
 done
 check "./test threads wants a number of rounds" 2 'rounds needs a number' ./test threads --rounds many
 check "./test soak wants a number of jobs" 2 'jobs needs a number' ./test soak --jobs many
+check "./test coverage passes when no limit is missed" 0 '^1 passed, 0 failed$' coverage_of_stubs 0 0 0
+check "./test coverage fails when gcovr misses a limit" 1 '^0 passed, 1 failed$' coverage_of_stubs 0 0 2
+check "./test coverage fails when its tests fail" 1 '^0 passed, 1 failed$' coverage_of_stubs 0 1 0
+check "./test coverage fails when its build fails" 1 '^0 passed, 1 failed$' coverage_of_stubs 1 0 0
+check "./test coverage refuses a scope that there is not" 2 'no sideways' ./test coverage sideways
 check "./test fails when a build fails" 1 '^0 passed, 1 failed$' test_of_stubs 1 0
 check "./test fails when a test fails" 1 '^host-asan  *-j' test_of_stubs 0 1
 check "./test runs the tests of each preset" 0 '^windows -L system -j' test_of_stubs 0 0

@@ -1,49 +1,45 @@
 #!/bin/sh
-# usage: coverage [logic|windows]   tables of what the tests cover, against the limits; default: both
+# usage: coverage [logic|windows]   what the tests cover, against the limits; default: both
 #
-# Counts of the last run are thrown away first, those of earlier tests of the same run add up.
+# Counts of the last run are thrown away first, those of earlier tests of the same run add up. Pages that show
+# each line stand in build/PRESET/coverage.html and its like.
 set -u
 root=$(cd "$(dirname "$0")/../.." && pwd)
 cd "$root" || exit 1
+case ${1:-both} in both | logic | windows) ;; *)
+    echo "coverage.sh: there is no $1" >&2
+    exit 2
+    ;;
+esac
 sh tools/install-packages.sh ci || { echo "0 passed, 1 failed"; exit 1; }
-table() { python3 tools/test/coverage_table.py "$@"; }
 
-# measure SCOPE PRESET JOBS GCOV FILTER...
+# measure PRESET JOBS GCOV 'LIMIT...' FILTER...: passes when the tests pass and no limit is missed.
 measure() {
-    scope=$1 preset=$2 jobs=$3 gcov=$4
+    preset=$1 jobs=$2 gcov=$3 limits=$4
     shift 4
     sh tools/build-quietly.sh "$preset" || return 1
     find "build/$preset" -name '*.gcda' -delete
-    log="build/$preset/coverage-tests.log"
-    ctest --preset "$preset" -j "$jobs" --timeout 900 >"$log" 2>&1 </dev/null || {
-        sed -n '/tests failed out of/,$p' "$log"
-        echo "coverage of $scope: tests failed, see $log"
-        return 1
-    }
+    python3 tools/test/run_tests.py "$preset -j $jobs --timeout 900" || return 1
     filters=
     for filter in "$@"; do filters="$filters -f $filter"; done
     # Without tern as the fuzzers get it: where it did not run, exceptions count as branches.
     # shellcheck disable=SC2086
     gcovr -r . --gcov-executable "$gcov" $filters --exclude-directories '.*/tern_fuzzing\.dir' \
-        --exclude-throw-branches --exclude-unreachable-branches --json "build/$preset/coverage.json" \
-        -j "$(nproc)" "build/$preset" >"build/$preset/gcovr.log" 2>&1 || {
-        cat "build/$preset/gcovr.log"
-        return 1
-    }
-    table "$scope" "build/$preset/coverage.json"
+        --exclude-throw-branches --exclude-unreachable-branches -j "$(nproc)" \
+        --txt --html-details "build/$preset/coverage.html" --print-summary $limits "build/$preset"
 }
 
-failed=0
-asked=${1:-both}
-if [ "$asked" != windows ]; then
-    measure logic host-coverage "$(nproc)" gcov arbor/ tern/ device/ printer/ monitor/ ui/ || failed=$((failed + 1))
+passed=0 failed=0
+count() { if "$@"; then passed=$((passed + 1)); else failed=$((failed + 1)); fi; }
+if [ "${1:-both}" != windows ]; then
+    count measure host-coverage "$(nproc)" gcov '--fail-under-line 98 --fail-under-branch 95' \
+        arbor/ tern/ device/ printer/ monitor/ ui/
 fi
-if [ "$asked" != logic ]; then
-    # One at a time: Windows programs do not lock the files that they add their counts to.
-    measure windows windows-coverage 1 x86_64-w64-mingw32-gcov-win32 \
-        platform/windows/ ui/windows/ monitor/windows/ app/ || failed=$((failed + 1))
+if [ "${1:-both}" != logic ]; then
+    # One at a time: Windows programs do not lock the files that they add their counts to. The branches of a
+    # cross-built file count what the compiler adds for exceptions, so they have no limit.
+    count measure windows-coverage 1 x86_64-w64-mingw32-gcov-win32 '--fail-under-line 90' \
+        platform/windows/ ui/windows/ app/
 fi
-scopes=2
-[ "$asked" = both ] || scopes=1
-echo "$((scopes - failed)) passed, $failed failed"
-[ "$failed" -eq 0 ]
+echo "$passed passed, $failed failed"
+[ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]
