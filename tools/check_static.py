@@ -1,194 +1,160 @@
 #!/usr/bin/env python3
-"""Static analysis of the product's sources: layout, clang-tidy, cppcheck, clang as second compiler.
+"""Static analysis: layout, scripts, cppcheck, and clang-tidy with all of clang's warnings.
 
-usage: tools/check_static.py [--tool NAME ...] [--jobs N] [--all] [PATH ...]
+usage: tools/check_static.py [--jobs N] [PATH ...]
 
-A source is looked at again only when it, a header that it includes, the configuration or the tool
-has changed since it was last clean; --all looks at everything. Every tool stands at zero findings.
-The last line is "N passed, N failed", a check being one tool on one source; exit code 1 with any
-finding.
+Reads what stands under the paths, by default all. A source is read as the build compiles it: natively if
+it is part of the native build, else for Windows, with the headers of the cross compiler. Each tool must
+first find its fault in tests/planted_faults/static_faults.cc. Wants the presets host-asan and windows
+configured. Every tool stands at zero findings. The last line is "N passed, N failed", a check being one
+tool; exit code 1 with any finding.
 """
-
 import argparse
-import concurrent.futures
-import dataclasses
-import hashlib
+import json
+import os
 import pathlib
-import re
+import shutil
 import subprocess
 import sys
+
+import progress
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 STATE = ROOT / "build" / "static"
 PRODUCT = ("platform", "arbor", "tern", "device", "printer", "monitor", "ui", "app", "tools")
+PLANTED = "tests/planted_faults/static_faults.cc"
+LAYOUT_VERSION = "14.0.6"  # other versions break lines elsewhere
 MINGW = "x86_64-w64-mingw32-g++-win32"
-SYSTEM_HEADERS = re.compile(r'#\s*include\s*<(windows|winsock2)\.h>')
-OWN_HEADERS = re.compile(r'^\s*#\s*include\s*"([^"]+)"', re.MULTILINE)
-
-WINDOWS_DEFINES = [
-    "-DUNICODE", "-D_UNICODE", "-DWIN32_LEAN_AND_MEAN", "-DNOMINMAX", "-DSTRICT",
-    "-D_WIN32_WINNT=0x0601",
-]
-# What clang knows beyond our own warnings, less what does not apply to this code: see the reasons.
-CLANG_WARNINGS = [
-    "-Weverything", "-Werror",
-    "-Wno-c++98-compat", "-Wno-c++98-compat-pedantic", "-Wno-c++20-compat",
-    "-Wno-padded",                # layout for humans, not for the last byte
-    "-Wno-missing-prototypes",    # entry points that others declare
-    "-Wno-used-but-marked-unused",
-    "-Wno-reserved-identifier",   # clang-tidy judges it too, where a line can give its reason
-    "-Wno-weak-vtables",          # interfaces have no source file by design
-    "-Wno-exit-time-destructors", "-Wno-global-constructors",  # clang-tidy judges these better
-    "-Wno-thread-safety-negative",  # our locks are re-entrant: their holder may take them again
-    "-Wno-switch-enum",           # contradicts -Wcovered-switch-default
-    "-Wno-ctad-maybe-unsupported",  # guards such as ScopedLock deduce on purpose
-    "-Wno-unsafe-buffer-usage", "-Wno-unknown-warning-option",
-]
 
 
-def output_of(command):
-    return subprocess.run(command, capture_output=True, text=True, check=True).stdout
+def output_of(*command):
+    return subprocess.run(command, cwd=ROOT, capture_output=True, text=True, check=True).stdout
 
 
-def windows_flags():
-    """Makes clang read the headers of the cross compiler."""
-    library = pathlib.Path(output_of([MINGW, "-print-libgcc-file-name"]).strip()).parent
-    include = library / "include" / "c++"
-    return ["--target=x86_64-w64-mingw32", "-isystem", str(include),
-            "-isystem", str(include / "x86_64-w64-mingw32"), *WINDOWS_DEFINES]
+def files_under(paths, *patterns):
+    listed = output_of("git", "ls-files", "-co", "--exclude-standard", *patterns).splitlines()
+    return [name for name in listed if (ROOT / name).exists()
+            and (not paths or any(name == path or name.startswith(path.rstrip("/") + "/") for path in paths))]
 
 
-class Sources:
-    """The project's files, what each includes and whether it is Windows code."""
-
-    def __init__(self):
-        listed = output_of(["git", "-C", str(ROOT), "ls-files", "-co", "--exclude-standard",
-                            "*.cpp", "*.h"])
-        self.all = [name for name in listed.splitlines() if (ROOT / name).exists()]
-        self._texts = {}
-        self._closures = {}
-
-    def product(self):
-        return [name for name in self.all
-                if name.endswith(".cpp") and name.split("/")[0] in PRODUCT]
-
-    def text(self, name):
-        if name not in self._texts:
-            self._texts[name] = (ROOT / name).read_text(encoding="utf-8")
-        return self._texts[name]
-
-    def closure(self, name):
-        """The file and every header of the project that it includes."""
-        if name not in self._closures:
-            found, waiting = set(), [name]
-            while waiting:
-                current = waiting.pop()
-                if current in found or not (ROOT / current).exists():
-                    continue
-                found.add(current)
-                waiting += OWN_HEADERS.findall(self.text(current))
-            self._closures[name] = sorted(found)
-        return self._closures[name]
-
-    def is_windows(self, name):
-        return any(SYSTEM_HEADERS.search(self.text(file)) for file in self.closure(name))
+def clang_format():
+    """The program that settles layout; from PyPI where the system's is another version."""
+    if shutil.which("clang-format-14"):
+        return "clang-format-14"
+    program = STATE / "python" / "bin" / "clang-format"
+    if not program.exists():
+        subprocess.run([sys.executable, "-m", "venv", STATE / "python"], check=True)
+        subprocess.run([program.parent / "pip", "-q", "install", f"clang-format=={LAYOUT_VERSION}"], check=True)
+    return str(program)
 
 
-@dataclasses.dataclass
-class Tool:
-    """One means of analysis: how it is called for a source, and what its verdict depends on."""
-    name: str
-    version: str
-    configuration: list
-    command: callable
-    needs_headers: bool = True
+def to_windows():
+    """Options that make clang read the headers of the cross compiler."""
+    include = pathlib.Path(output_of(MINGW, "-print-libgcc-file-name").strip()).parent / "include" / "c++"
+    return ["--target=x86_64-w64-mingw32", "-isystem", str(include), "-isystem", str(include / "x86_64-w64-mingw32")]
 
 
-def tools(sources):
-    to_windows = windows_flags()
-
-    def language(name):
-        return ["-std=c++20", "-I", str(ROOT), "-D_GLIBCXX_ASSERTIONS",
-                *(to_windows if sources.is_windows(name) else [])]
-
-    def clang_tidy(name):
-        return ["clang-tidy-14", "--quiet", name, "--", *language(name)]
-
-    def second_compiler(name):
-        return ["clang++-14", "-fsyntax-only", *language(name), *CLANG_WARNINGS, name]
-
-    def cppcheck(name):
-        return ["cppcheck", "--quiet", "--enable=warning,performance,portability", "--std=c++20",
-                "--platform=win64", "--library=windows", "--inline-suppr",
-                "--suppress=missingIncludeSystem", "--error-exitcode=1", "-I", ".", name]
-
-    def layout(name):
-        return ["clang-format-14", "--dry-run", "-Werror", name]
-
-    def version(program):
-        return output_of([program, "--version"])
-
-    return [
-        Tool("layout", version("clang-format-14"), [".clang-format"], layout, needs_headers=False),
-        Tool("clang", version("clang++-14"), ["tools/check_static.py"], second_compiler),
-        Tool("cppcheck", version("cppcheck"), ["tools/check_static.py"], cppcheck),
-        Tool("clang-tidy", version("clang-tidy-14"), [".clang-tidy", "tools/check_static.py"],
-             clang_tidy),
-    ]
+def databases(sources):
+    """Writes how each source is compiled: a folder with the native ones, one with those for Windows."""
+    folders = []
+    for preset in ("host-asan", "windows"):
+        built = json.loads((ROOT / "build" / preset / "compile_commands.json").read_text(encoding="utf-8"))
+        by_name = {os.path.relpath(entry["file"], ROOT): entry for entry in built}
+        folder = STATE / preset
+        folder.mkdir(parents=True, exist_ok=True)
+        (folder / "compile_commands.json").write_text(
+            json.dumps([by_name[name] for name in sources if name in by_name]), encoding="utf-8")
+        sources = [name for name in sources if name not in by_name]
+        folders.append(folder)
+    if sources:
+        raise RuntimeError("in no build: " + " ".join(sources))
+    return [folder for folder in folders if json.loads((folder / "compile_commands.json").read_text("utf-8"))]
 
 
-def digest(tool, sources, name):
-    files = sources.closure(name) if tool.needs_headers else [name]
-    total = hashlib.sha256(tool.version.encode())
-    for file in [*tool.configuration, *files]:
-        total.update(file.encode() + b"\0" + (ROOT / file).read_bytes())
-    return total.hexdigest()
+def planted_database():
+    """A folder that says how the planted faults are compiled."""
+    folder = STATE / "planted"
+    folder.mkdir(parents=True, exist_ok=True)
+    entry = {"directory": str(ROOT), "file": str(ROOT / PLANTED),
+             "command": f"clang++ -std=c++20 -I{ROOT} -c {ROOT / PLANTED}"}
+    (folder / "compile_commands.json").write_text(json.dumps([entry]), encoding="utf-8")
+    return folder
 
 
-def check(tool, sources, name, look_again):
-    """Returns (whether the tool ran, its findings)."""
-    mark = STATE / tool.name / name.replace("/", "@")
-    wanted = digest(tool, sources, name)
-    if not look_again and mark.exists() and mark.read_text() == wanted:
-        return False, ""
-    ran = subprocess.run(tool.command(name), cwd=ROOT, capture_output=True, text=True)
-    findings = (ran.stdout + ran.stderr).strip()
-    if ran.returncode == 0:
-        mark.parent.mkdir(parents=True, exist_ok=True)
-        mark.write_text(wanted)
-        return True, ""
-    return True, findings or f"{name}: {tool.name} ended with exit code {ran.returncode}"
+class Run:
+    """The tools, each called once for what it has to read."""
 
+    def __init__(self, jobs):
+        self._jobs, self.passed, self.failed = str(jobs), 0, 0
 
-def chosen(sources, tool, paths):
-    names = sources.all if tool.name == "layout" else sources.product()
-    return [name for name in names if not paths or any(name.startswith(p) for p in paths)]
+    def tool(self, name, command, planted, finds):
+        """Counts one tool: it must find the planted fault, and nothing else."""
+        log = STATE / f"{name}.log"
+        for step, arguments, wanted in (("planted fault", planted, finds), ("", command, None)):
+            log.unlink(missing_ok=True)
+            status = progress.run(f"{name} {step}".strip(), arguments, log)
+            printed = log.read_text(encoding="utf-8", errors="replace")
+            if (status == 0) if wanted is None else (status != 0 and all(word in printed for word in wanted)):
+                continue
+            self.failed += 1
+            print(f"== {name}: {'the planted fault was not found' if wanted else 'findings'}\n{printed}", flush=True)
+            return
+        self.passed += 1
+
+    def layout(self, files):
+        check = [clang_format(), "--dry-run", "-Werror"]
+        self.tool("layout", [*check, *files], [*check, PLANTED], ["code should be clang-formatted"])
+
+    def scripts(self, files):
+        check = ["shellcheck", "-x", "-e", "SC2317,SC2015,SC1091"]
+        self.tool("scripts", [*check, *files], [*check, "tests/planted_faults/script_faults"], ["SC2086"])
+
+    def clang_tidy(self, folder, planted):
+        tidy = ["run-clang-tidy", "-quiet", "-j", self._jobs]
+        if folder.name == "windows":
+            tidy += [f"-extra-arg={option}" for option in to_windows()]
+        self.tool(f"clang-tidy-{folder.name}", [*tidy, "-p", str(folder)], [*tidy, "-p", str(planted)],
+                  ["bugprone-use-after-move", "clang-diagnostic-shadow"])
+
+    def cppcheck(self, folder, planted):
+        check = ["cppcheck", "--quiet", "--enable=warning,performance,portability", "--platform=win64",
+                 "--library=windows", "--inline-suppr", "--suppress=missingIncludeSystem", "--error-exitcode=1",
+                 "-j", self._jobs]
+        state = STATE / f"cppcheck-{folder.name}"
+        state.mkdir(exist_ok=True)
+        self.tool(f"cppcheck-{folder.name}",
+                  [*check, f"--cppcheck-build-dir={state}", f"--project={folder / 'compile_commands.json'}"],
+                  [*check, f"--project={planted / 'compile_commands.json'}"], ["arrayIndexOutOfBounds"])
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("--tool", action="append", default=[])
     parser.add_argument("--jobs", type=int, default=2)
-    parser.add_argument("--all", action="store_true")
     parser.add_argument("paths", nargs="*")
     options = parser.parse_args()
 
-    sources = Sources()
-    selected = [tool for tool in tools(sources) if not options.tool or tool.name in options.tool]
-    passed = failed = looked_at = 0
-    with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:
-        for tool in selected:
-            names = chosen(sources, tool, options.paths)
-            results = pool.map(lambda name, t=tool: check(t, sources, name, options.all), names)
-            for ran, findings in results:
-                looked_at += ran
-                passed += not findings
-                failed += bool(findings)
-                if findings:
-                    print(f"== {tool.name}\n{findings}", flush=True)
-    print(f"static analysis: {looked_at} checks were due, the rest unchanged since they were clean")
-    print(f"{passed} passed, {failed} failed")
-    return 1 if failed else 0
+    os.chdir(ROOT)
+    STATE.mkdir(parents=True, exist_ok=True)
+    run = Run(options.jobs)
+    layout = files_under(options.paths, "*.cpp", "*.h")
+    scripts = files_under(options.paths, "*.sh", "test", "run", ".ci/run")
+    sources = [name for name in layout if name.endswith(".cpp") and name.split("/")[0] in PRODUCT]
+    if not layout and not scripts:
+        sys.exit(f"check_static.py: no source under {' '.join(options.paths)}")
+    if layout:
+        run.layout(layout)
+    if scripts:
+        run.scripts(scripts)
+    planted = planted_database()
+    try:
+        for folder in databases(sources):
+            run.cppcheck(folder, planted)
+            run.clang_tidy(folder, planted)
+    except (OSError, RuntimeError) as error:
+        run.failed += 1
+        print(f"== {error}")
+    print(f"{run.passed} passed, {run.failed} failed")
+    return 1 if run.failed else 0
 
 
 if __name__ == "__main__":
