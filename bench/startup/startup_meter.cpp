@@ -6,6 +6,8 @@
 // --check the meter also prints "ok" or "not ok" for the size, both kinds of memory and the
 // shortest start, and ends with 1 when one of them is above its limit. The middle of the starts is
 // not checked, because it depends on what else the machine does.
+#include "tools/printpath/windows/handle.h"
+
 #include <windows.h>
 
 #include <psapi.h>
@@ -34,11 +36,7 @@ constexpr DWORD kSettleMs = 200;  // a program goes on allocating after its dial
 constexpr std::uint32_t kPrinterId = 7400;
 constexpr std::uint32_t kPaperOut = 41150;
 
-struct CloseHandleOf {
-    using pointer = HANDLE;
-    void operator()(HANDLE handle) const noexcept { ::CloseHandle(handle); }
-};
-using Handle = std::unique_ptr<HANDLE, CloseHandleOf>;
+using printpath::Handle;
 
 struct Figures {
     double milliseconds = 0;

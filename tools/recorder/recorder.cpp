@@ -1,6 +1,8 @@
 // recorder.exe [KIND WHAT]: takes the place of the browser and the companion program in tests.
 // Appends the line "KIND WHAT", or "started" when there are no arguments, to the file that the
 // environment variable QVSM_RECORDER_FILE names, in UTF-8, and ends.
+#include "tools/printpath/windows/wide_text.h"
+
 #include <windows.h>
 
 #include <shellapi.h>
@@ -10,15 +12,6 @@
 namespace {
 
 constexpr DWORD kPathUnits = 32768;
-
-std::string utf8(const std::wstring& text) {
-    const int units = static_cast<int>(text.size());
-    const int bytes =
-        ::WideCharToMultiByte(CP_UTF8, 0, text.data(), units, nullptr, 0, nullptr, nullptr);
-    std::string result(static_cast<std::size_t>(bytes), '\0');
-    ::WideCharToMultiByte(CP_UTF8, 0, text.data(), units, result.data(), bytes, nullptr, nullptr);
-    return result;
-}
 
 bool appendLine(const wchar_t* path, const std::string& line) {
     const HANDLE file = ::CreateFileW(path, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE,
@@ -44,5 +37,5 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t*, int) {
     ::LocalFree(arguments);
     std::wstring path(kPathUnits, L'\0');
     path.resize(::GetEnvironmentVariableW(L"QVSM_RECORDER_FILE", path.data(), kPathUnits));
-    return !path.empty() && appendLine(path.c_str(), utf8(line)) ? 0 : 1;
+    return !path.empty() && appendLine(path.c_str(), printpath::utf8FromWide(line)) ? 0 : 1;
 }

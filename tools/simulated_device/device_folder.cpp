@@ -1,7 +1,8 @@
 #include "tools/simulated_device/device_folder.h"
 
+#include "tools/printpath/windows/handle.h"
+
 #include <cstdlib>
-#include <memory>
 
 namespace {
 
@@ -9,22 +10,17 @@ constexpr DWORD kPathUnits = 32768;
 constexpr DWORD kLongestDelayMs = 600000;
 constexpr DWORD kChunkBytes = 65536;
 
-struct CloseFile {
-    using pointer = HANDLE;
-    void operator()(HANDLE file) const noexcept { ::CloseHandle(file); }
-};
-using File = std::unique_ptr<HANDLE, CloseFile>;
+using printpath::fileHandle;
+using printpath::Handle;
 
-File openFile(const std::wstring& path, DWORD access, DWORD creation) {
-    const HANDLE file =
-        ::CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                      nullptr, creation, FILE_ATTRIBUTE_NORMAL, nullptr);
-    // cppcheck-suppress resourceLeak ; File closes it
-    return File(file == INVALID_HANDLE_VALUE ? nullptr : file);
+Handle openFile(const std::wstring& path, DWORD access, DWORD creation) {
+    return fileHandle(::CreateFileW(path.c_str(), access,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    creation, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
 bool readFile(const std::wstring& path, std::string& bytes) {
-    const File file = openFile(path, GENERIC_READ, OPEN_EXISTING);
+    const Handle file = openFile(path, GENERIC_READ, OPEN_EXISTING);
     if (!file) return false;
     bytes.clear();
     std::string chunk(kChunkBytes, '\0');
@@ -83,7 +79,7 @@ bool DeviceFolder::readPage(const std::string& path, std::string& page) const {
 }
 
 void DeviceFolder::log(const std::string& line) const {
-    const File file = openFile(_folder + L"device.log", FILE_APPEND_DATA, OPEN_ALWAYS);
+    const Handle file = openFile(_folder + L"device.log", FILE_APPEND_DATA, OPEN_ALWAYS);
     if (!file) return;
     const std::string text = line + "\n";
     DWORD count = 0;

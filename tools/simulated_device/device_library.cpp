@@ -1,5 +1,6 @@
 // rtqewsi.dll as the monitor knows it, with a folder of files in place of the printer. The entry
 // points that the monitor looks up but never calls refuse everything.
+#include "tools/printpath/windows/wide_text.h"
 #include "tools/simulated_device/device_folder.h"
 
 #include <windows.h>
@@ -17,12 +18,7 @@ namespace {
 constexpr DWORD kOfflineError = ERROR_NOT_READY;
 
 std::string narrow(const wchar_t* text) {
-    if (text == nullptr) return "(null)";
-    const int bytes = ::WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
-    std::string result(static_cast<std::size_t>(bytes), '\0');
-    ::WideCharToMultiByte(CP_UTF8, 0, text, -1, result.data(), bytes, nullptr, nullptr);
-    result.resize(result.size() - 1);  // the NUL
-    return result;
+    return text == nullptr ? "(null)" : printpath::utf8FromWide(text);
 }
 
 // Devices are told apart by a number that is never 0 and never a real handle.

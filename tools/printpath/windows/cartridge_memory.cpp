@@ -1,5 +1,6 @@
 #include "tools/printpath/windows/cartridge_memory.h"
 
+#include "platform/clock.h"
 #include "tools/printpath/windows/failure.h"
 #include "tools/printpath/windows/registry_values.h"
 
@@ -64,13 +65,7 @@ std::string hoursText(const char* name, std::int64_t until) {
 }  // namespace
 
 std::int64_t secondsSince1970() {
-    FILETIME now{};
-    ::GetSystemTimeAsFileTime(&now);
-    constexpr std::int64_t kTicksPerSecond = 10000000;
-    constexpr std::int64_t kFrom1601To1970 = 11644473600;
-    const std::int64_t ticks =
-        (static_cast<std::int64_t>(now.dwHighDateTime) << 32) | now.dwLowDateTime;
-    return ticks / kTicksPerSecond - kFrom1601To1970;
+    return platform::now();
 }
 
 void forgetCartridges() {
