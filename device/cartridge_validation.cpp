@@ -20,7 +20,7 @@ constexpr char kLoyaltyPath[] = "/dev/qvLoyalty.xml";
 constexpr char kVersion[] = "0001";
 constexpr char kRegion[] = "CN";
 constexpr std::string_view kQuery = "/cgi-bin/jumpstation.py?action=cartridge_validation";
-constexpr std::size_t kAddressBytes = 1023;  // what the site takes
+constexpr std::size_t kAddressBytes = 1023;  // the rest of a longer address is cut off
 constexpr std::uint32_t kExitCode = 0;
 
 using Field = std::string CartridgeIdentity::*;
@@ -79,7 +79,8 @@ bool isWhiteSpace(wchar_t character) {
     return false;
 }
 
-// Each character that stays is narrowed to its low byte, as the site's records have been made.
+// Each character that stays is narrowed to its low byte and not through the code page, so a letter
+// beyond U+00FF does not come out as the byte that the device sent.
 std::string withoutWhiteSpace(const std::string& text) {
     std::string kept;
     for (const wchar_t character : platform::widened(text)) {

@@ -25,7 +25,8 @@ struct EntryPoint {
 };
 
 // In the order in which they are looked up and traced. The library counts as usable only with all
-// of them, also with those that this program never calls: a part of it is another product's.
+// of them, those that this program never calls included: a library that lacks some is not the one
+// whose functions have the types above.
 // clang-format off
 constexpr std::array kEntryPoints{
     EntryPoint{"OpenEWSPort_W", "pfnOpenEWSPort_W"},
@@ -122,11 +123,12 @@ bool EWSIntf::get_page(const wchar_t* portName, const char* pagePath, std::strin
     std::uint32_t received = 0;
     const bool answered =
         getPage(device.get(), pagePath, nullptr, page.data(), kPageBytes, &received) != 0;
-    // A length beyond the buffer is a lie about bytes that nobody has; no bytes are no page.
+    // A length beyond the buffer speaks of bytes that did not arrive. Why no bytes are no page: see
+    // decision 0021.
     const bool usable = answered && received > 0 && received <= kPageBytes;
     page.resize(usable ? received : 0);
     return usable;
-} catch (const std::bad_alloc&) {  // for the page, which stayed empty; the device is closed by now
+} catch (const std::bad_alloc&) {  // the page stayed empty, and the device is closed by now
     return false;
 }
 

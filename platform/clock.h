@@ -6,6 +6,7 @@ namespace platform {
 
 using UnixSeconds = std::int64_t;  // since 1970-01-01 00:00 UTC
 
+// The system's clock, which its user may set back. Any thread may call.
 [[nodiscard]] UnixSeconds now() noexcept;
 
 }  // namespace platform

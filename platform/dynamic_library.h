@@ -4,7 +4,8 @@
 
 namespace platform {
 
-// A library loaded by name at run time, freed by the destructor.
+// A library loaded by name at run time, freed by the destructor. The name is looked for where
+// platform/library_search.h says. Any thread may make one, and use it while it lives.
 class DynamicLibrary {
 public:
     explicit DynamicLibrary(const wchar_t* name) noexcept;

@@ -9,8 +9,8 @@ namespace platform {
 
 inline constexpr std::uint32_t kNoTimeout = 0xFFFFFFFF;  // milliseconds: wait for ever
 
-// An unnamed kernel mutex, re-entrant for the thread that owns it. Where the system has none left
-// the handle stays null, and lock and unlock do nothing.
+// An unnamed kernel mutex, which the thread that owns it may take again (kept: see decision 0012).
+// If the system has no more of them the handle stays null, and lock and unlock do nothing.
 class KernelMutex {
 public:
     KernelMutex() noexcept;
@@ -18,16 +18,18 @@ public:
     KernelMutex(const KernelMutex&) = delete;
     KernelMutex& operator=(const KernelMutex&) = delete;
 
-    // The result of the wait is not looked at: with kNoTimeout it ends only as the owner's.
+    // Waits at most `timeoutMs` milliseconds. The result is ignored: without a time-out the wait
+    // returns only when we own the mutex. After another time-out the caller cannot tell.
     void lock(std::uint32_t timeoutMs) noexcept;
+    // Once for each lock(), by the thread that called it.
     void unlock() noexcept;
 
 private:
     NativeHandle _handle;  // owned
 };
 
-// A lock inside the process, re-entrant for the thread that owns it, that costs no system call
-// while nobody else wants it. Allocates nothing.
+// A lock inside the process, which the thread that owns it may take again. It costs no system call
+// while nobody else wants it, and allocates nothing.
 class CriticalSection {
 public:
     CriticalSection() noexcept;
@@ -36,6 +38,7 @@ public:
     CriticalSection& operator=(const CriticalSection&) = delete;
 
     void lock() noexcept;
+    // Once for each lock(), by the thread that called it.
     void unlock() noexcept;
 
 private:

@@ -5,7 +5,8 @@
 #include <cstdint>
 
 // The client end of a named pipe. Pipe handles live until the process ends: a thread may be blocked
-// in a read that nobody can take back, so nothing here closes them.
+// in a read that nobody can take back, so nothing here closes them. Any thread may call; one thread
+// at a time reads from a pipe.
 namespace platform {
 
 // Whether a pipe of this path ("\\.\pipe\name") takes a client, after the server's default

@@ -9,8 +9,9 @@ namespace platform {
 enum class Hive { CurrentUser, LocalMachine };
 enum class ValueType : std::uint32_t { None = 0, String = 1, Binary = 3, Dword = 4 };
 
-// An open registry key, closed by the destructor. Every operation returns the system's error
-// number, 0 for success; on an object without a key it returns kInvalidHandleError.
+// An open registry key, closed by the destructor and by the next open. Every operation returns the
+// system's error number, 0 for success; on an object without a key it returns kInvalidHandleError.
+// Paths are below the hive, names may be empty (the key's default value). One thread at a time.
 class RegistryKey {
 public:
     RegistryKey() noexcept = default;
@@ -28,6 +29,7 @@ public:
     // written to it. `type` is written on success only.
     [[nodiscard]] std::uint32_t read(const wchar_t* name, ValueType& type, void* to,
                                      std::uint32_t& bytes) const noexcept;
+    // Replaces the value if there is one; `bytes` of `from` are stored as they are.
     [[nodiscard]] std::uint32_t write(const wchar_t* name, ValueType type, const void* from,
                                       std::uint32_t bytes) noexcept;
     // kFileNotFound when there is no such value.

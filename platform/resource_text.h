@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-// Texts in the string tables of a module, and the languages of the system.
+// Texts in the string tables of a module, and the languages of the system. Any thread may call.
 namespace platform {
 
 using LanguageId = std::uint16_t;  // low 10 bits: primary language

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <string>
 
-// What the desktop shell opens for us. Every call returns at once; the opened program runs by
-// itself.
+// What the desktop shell opens for us. No call waits for the opened program, which runs by itself.
+// Any thread may call.
 namespace platform {
 
 // Opens an address in the user's browser; the shell gets it as shellArgument() makes it. False when

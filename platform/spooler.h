@@ -10,7 +10,8 @@ namespace platform {
 // the spooler nothing. Any thread may call.
 void prepareSpooler() noexcept;
 
-// A printer opened at the spooler without defaults, closed by the destructor.
+// A printer opened at the spooler without defaults, closed by the destructor and by the next open.
+// One thread at a time; each call may wait for the spooler's process.
 class Printer {
 public:
     Printer() noexcept = default;

@@ -32,7 +32,7 @@ bool readFile(const char* path, std::string& bytes) {
         if (::ReadFile(file.get(), content.data() + arrived, wanted, &got, nullptr) == 0) {
             return false;
         }
-        if (got == 0) break;  // cut short by somebody meanwhile
+        if (got == 0) break;  // somebody has cut the file since we asked for its size
         arrived += got;
     }
     content.resize(arrived);

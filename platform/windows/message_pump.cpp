@@ -11,7 +11,8 @@ bool isMessageWaiting() noexcept {
 
 bool dispatchOneMessage() {
     MSG message = {};
-    // Also a failure (-1) goes on: a message that could not be taken dispatches to nobody.
+    // A failure gives -1 and goes on as a message does: `message` is then empty, and an empty
+    // message is for no window.
     if (::GetMessageA(&message, nullptr, 0, 0) == 0) return false;
     ::TranslateMessage(&message);
     ::DispatchMessageA(&message);

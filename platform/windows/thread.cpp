@@ -31,7 +31,7 @@ NativeHandle startThread(ThreadProcedure procedure, void* parameter,
     if (start == nullptr) return nullptr;
     const HANDLE thread = ::CreateThread(nullptr, 0, &runThread, start.get(), 0, id);
     if (thread == nullptr) return nullptr;
-    static_cast<void>(start.release());  // the thread's now
+    static_cast<void>(start.release());  // the thread frees it
     return thread;
 }
 

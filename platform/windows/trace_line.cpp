@@ -33,12 +33,12 @@ HANDLE openWantedFile() noexcept {
 HANDLE openedFile() noexcept {
     HANDLE known = traceFile.load(std::memory_order_acquire);
     if (known != nullptr) return known;
-    const DWORD lastError =
-        ::GetLastError();  // a trace between a call and its error changes nothing
+    // Kept, because a trace may stand between a failed call and the question for its error.
+    const DWORD lastError = ::GetLastError();
     FileHandle mine(openWantedFile());
     if (traceFile.compare_exchange_strong(known, mine.get())) known = mine.release();
     ::SetLastError(lastError);
-    return known;  // another thread was first: its file; ours closes itself
+    return known;  // if another thread was first this is its file, and ours closes itself
 }
 
 }  // namespace
