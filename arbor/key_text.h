@@ -21,7 +21,7 @@ public:
     // May throw std::bad_alloc.
     explicit KeyText(View text)
         : _units(text.size()), _first(text.empty() ? Char{} : text.front()) {
-        Char* own = _inline;
+        Char* own = _ownUnits;
         if (_units > kInlineUnits) own = _heap = new Char[_units];
         if (_units > 0) std::memcpy(own, text.data(), _units * sizeof(Char));
     }
@@ -50,7 +50,7 @@ public:
 
 private:
     [[nodiscard]] const Char* data() const noexcept {
-        return _units > kInlineUnits ? _heap : _inline;
+        return _units > kInlineUnits ? _heap : _ownUnits;
     }
 
     void takeFrom(KeyText& other) noexcept {
@@ -59,7 +59,7 @@ private:
         if (_units > kInlineUnits) {
             _heap = other._heap;
         } else {
-            std::memcpy(_inline, other._inline, sizeof _inline);
+            std::memcpy(_ownUnits, other._ownUnits, sizeof _ownUnits);
         }
         other._units = 0;
     }
@@ -71,7 +71,7 @@ private:
     std::size_t _units = 0;
     Char _first{};
     union {
-        Char _inline[kInlineUnits];
+        Char _ownUnits[kInlineUnits];
         Char* _heap;  // owned
     };
 };

@@ -80,7 +80,7 @@ public:
     }
 
 private:
-    [[nodiscard]] T* inlineElements() noexcept { return reinterpret_cast<T*>(_inline); }
+    [[nodiscard]] T* inlineElements() noexcept { return reinterpret_cast<T*>(_inlineElements); }
 
     void grow(std::size_t capacity) {
         T* elements = std::allocator<T>{}.allocate(capacity);
@@ -98,7 +98,7 @@ private:
     }
 
     // NOLINTNEXTLINE(bugprone-sizeof-expression): the elements may be pointers
-    alignas(T) std::byte _inline[Inline * sizeof(T)];
+    alignas(T) std::byte _inlineElements[Inline * sizeof(T)];
     T* _elements = inlineElements();
     std::size_t _size = 0;
     std::size_t _capacity = Inline;
