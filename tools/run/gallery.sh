@@ -9,16 +9,13 @@ for language in "$@"; do
     sh tools/gallery/locale-of.sh "$language" >/dev/null
 done
 
-sh tools/install-packages.sh run
-echo "Building ..."
-sh tools/build-quietly.sh windows printpath_programs
+sh tools/build-player.sh
 
 for language in "$@"; do
     sh tools/gallery/make-locale.sh "$(sh tools/gallery/locale-of.sh "$language")"
 done
 sh tools/gallery/make-locale.sh zh_CN
 
-echo "Starting Wine ..."
 sh tools/wine/with-wine.sh "$root/build/wine-template" \
     sh tools/gallery/play.sh "$root/build/windows/bin" "$root/out/gallery" "$@"
 sh tools/gallery/make-page.sh "$root/out/gallery"

@@ -8,9 +8,7 @@ here=$(pwd)
 case $scenario in /*) ;; *) scenario=$here/$scenario ;; esac
 cd "$root"
 
-sh tools/install-packages.sh run
-echo "Building ..."
-sh tools/build-quietly.sh windows printpath_programs
+sh tools/build-player.sh
 
 # A display that is named but gone is of no use.
 if [ -n "${DISPLAY:-}" ] && timeout 5 xdpyinfo >/dev/null 2>&1; then
@@ -20,7 +18,6 @@ mkdir -p out
 pictures=$(mktemp -d)
 trap 'rm -rf "$pictures"' EXIT
 
-echo "Starting Wine ..."
 status=0
 sh tools/wine/with-wine.sh "$root/build/wine-template" \
     sh tests/scenarios/play.sh "$root/build/windows/bin" "$scenario" --pictures "Z:$pictures" || status=$?

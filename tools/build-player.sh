@@ -1,0 +1,16 @@
+#!/bin/sh
+# build-player.sh: installs what is missing, builds the monitor and what plays scenarios on it, and makes
+# the Wine prefix from which each run copies its own. On a terminal it shows how far it is.
+set -eu
+cd "$(dirname "$0")/.."
+sh tools/install-packages.sh run
+echo "Building ..."
+sh tools/build-quietly.sh windows printpath_programs
+echo "Starting Wine ..."
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+python3 tools/progress.py "making a Wine prefix" "$log" sh tools/wine/make-prefix.sh build/wine-template || {
+    cat "$log"
+    echo "The Wine prefix could not be made."
+    exit 1
+}
