@@ -55,7 +55,7 @@ protected:
     }
 
     // Plays these lines and gives back printpath's exit code; what it printed is in `output`.
-    int play(const std::string& lines, const std::wstring& options = L"--timeout 2") {
+    int play(const std::string& lines, const std::wstring& options = L"--timeout 5") {
         const fs::path scenario = _folder / "scenario.txt";
         std::ofstream(scenario, std::ios::binary) << lines;
         return run(L"--monitor \"" + windowsPath(MONITOR_DOUBLE).wstring() + L"\" --pictures \"" +

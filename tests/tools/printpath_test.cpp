@@ -63,7 +63,7 @@ TEST_F(PrintpathTest, ACrashWhileADialogIsAwaitedIsTold) {
 
 TEST_F(PrintpathTest, AMonitorThatDoesNotEndHasHung) {
     EXPECT_EQ(play("start\nstatus 900004\nhang-up\nexpect-exit 0\n"), kHung) << output;
-    EXPECT_TRUE(printed("did not end in 2000 ms")) << output;
+    EXPECT_TRUE(printed("did not end in 5000 ms")) << output;
 }
 
 TEST_F(PrintpathTest, AMonitorThatStopsReadingHasHung) {
@@ -90,7 +90,7 @@ TEST_F(PrintpathTest, ADialogThatNeverComesFailsWithWhatWasAwaitedAndWhatIsOpen)
     EXPECT_EQ(play("start\nstatus 41100\nwait-dialog \"no such text\"\nexpect-exit 0\n"),
               kNotAsExpected);
     EXPECT_TRUE(
-        printed("scenario.txt:3: wait-dialog: waited 2000 ms for a dialog that shows "
+        printed("scenario.txt:3: wait-dialog: waited 5000 ms for a dialog that shows "
                 "\"no such text\"; open: dialog \"Double - Printer alert\""))
         << output;
 }
@@ -150,11 +150,11 @@ TEST_F(PrintpathTest, AMonitorThatCannotBeStartedIsNamed) {
 
 TEST_F(PrintpathTest, RecordsArriveInEveryWayOfWriting) {
     for (const char* way : {"one-message", "header-and-body", "single-bytes", "chunks size=7"})
-        for (const wchar_t* options : {L"", L"--byte-mode"})
-            EXPECT_EQ(play(std::string("start\nwrite-as ") + way +
+        for (const char* mode : {"message", "byte"})
+            EXPECT_EQ(play(std::string("pipe-mode ") + mode + "\nstart\nwrite-as " + way +
                                "\nstatus 41100\nwait-dialog paper\ntogether 2\nstatus 1\n"
                                "document-end 1\nexpect-exit 0\n",
-                           options),
+                           L""),
                       kAsExpected)
                 << way << output;
 }
@@ -301,7 +301,7 @@ TEST_F(PrintpathTest, AScenarioForAnotherLanguageIsNotPlayed) {
 
 TEST_F(PrintpathTest, HelpAndKeywordsArePrinted) {
     EXPECT_EQ(run(L"--help"), kAsExpected);
-    EXPECT_TRUE(printed("--byte-mode")) << output;
+    EXPECT_TRUE(printed("--timeout N")) << output;
     EXPECT_TRUE(printed("allow them under Wine, refuse them elsewhere")) << output;
     EXPECT_EQ(run(L"--keywords"), kAsExpected);
     EXPECT_TRUE(printed("wait-dialog\n")) << output;

@@ -54,7 +54,6 @@ Outcome run(const std::vector<std::wstring>& arguments) {
         return Outcome::AsExpected;
     }
     const Scenario scenario = readScenario(options.scenario);
-    if (options.task == Task::About) print(stdout, scenario.about + "\n");
     if (options.task != Task::Play) return Outcome::AsExpected;
     return playScenario(scenario, options);
 }

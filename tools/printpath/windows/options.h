@@ -6,18 +6,17 @@
 
 namespace printpath {
 
-enum class Task { Play, Check, About, ListKeywords, Help };
+enum class Task { Play, Check, ListKeywords, Help };
 
 struct Options {
     Task task = Task::Play;
     std::filesystem::path scenario;
     std::filesystem::path monitor;   // default: QVK7400SM.exe beside printpath
-    std::filesystem::path device;    // folder; default: simulated-device beside printpath
-    std::filesystem::path recorder;  // default: recorder\recorder.exe beside printpath
-    std::filesystem::path spooler;   // default: simulated-spooler\winspool.drv beside printpath
+    std::filesystem::path device;    // the folder simulated-device beside printpath
+    std::filesystem::path recorder;  // recorder\recorder.exe beside printpath
+    std::filesystem::path spooler;   // simulated-spooler\winspool.drv beside printpath
     std::filesystem::path pictures;  // empty: screenshots are not saved
-    bool byteMode = false;
-    bool clean = false;  // forget first what the monitor remembers
+    bool clean = false;              // forget first what the monitor remembers
     // Whether steps may change registry, printers and files of this system.
     bool systemChanges = false;
     int timeoutSeconds = 10;

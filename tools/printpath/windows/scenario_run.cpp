@@ -54,7 +54,6 @@ ScenarioRun::ScenarioRun(const Options& options, Timeline& timeline)
       _timeline(timeline),
       _work(newWorkFolder()),
       _traceFile(traceFileOfTheUser()) {
-    preparation.byteMode = options.byteMode;
     if (_traceFile.empty()) _traceFile = workFile(kTraceName);
     _tracedBefore = readWholeFile(_traceFile).size();
     preparation.environment[kTraceVariable] = _traceFile.wstring();
