@@ -15,6 +15,11 @@ struct Action {
     void (*play)(ScenarioRun& run, const Step& step);
 };
 
+// A number of 32 bits: the bounds in the table of keywords keep it that small.
+inline std::uint32_t numberOf(const Value& value) {
+    return static_cast<std::uint32_t>(value.number);
+}
+
 std::vector<Action> startActions();   // preparation, start, end, time
 std::vector<Action> recordActions();  // what is written into the pipe
 std::vector<Action> dialogActions();  // what the user does and sees

@@ -72,10 +72,6 @@ void forgetCartridges() {
     removeKey(HKEY_CURRENT_USER, kKey);
 }
 
-bool memoryIsWhole() {
-    return wholeRecord().has_value();
-}
-
 std::optional<RememberedCartridge> findCartridge(std::uint32_t serial) {
     const auto record = wholeRecord();
     const auto at = record ? entryOf(*record, serial) : std::nullopt;

@@ -23,8 +23,6 @@ struct RememberedCartridge {
 // Removes everything that the monitor remembers for this user.
 void forgetCartridges();
 
-// Whether the record has the length of its five entries, to the byte.
-bool memoryIsWhole();
 // Nothing when no entry has the serial number or the record is not whole.
 std::optional<RememberedCartridge> findCartridge(std::uint32_t serial);
 // Puts the entry in place of one with its serial number, else into the first free one. Throws

@@ -27,11 +27,7 @@ void deviceSupplies(ScenarioRun& run, const Step& step) {
 }
 
 void devicePage(ScenarioRun& run, const Step& step) {
-    std::string bytes;
-    const auto file = run.besideScenario(step["file"].text);
-    if (!readWholeFile(file, bytes))
-        throw Failure(pathText(file) + " could not be read", Outcome::Unusable);
-    run.device().setPage(step["path"].text, bytes);
+    run.device().setPage(step["path"].text, run.readBesideScenario(step["file"].text));
 }
 
 void devicePageText(ScenarioRun& run, const Step& step) {
@@ -65,14 +61,10 @@ bool hasLine(const std::string& log, const std::string& what) {
 }
 
 void expectLine(ScenarioRun& run, const Step& step, const std::string& what) {
-    SimulatedDevice& device = run.device();
-    try {
-        run.waitUntil(step, "the device to log " + shown(what),
-                      [&device, &what] { return hasLine(device.log(), what); });
-    } catch (const Failure& failure) {
-        throw Failure(std::string(failure.what()) + "; the device logged " + shown(device.log()),
-                      failure.outcome());
-    }
+    const SimulatedDevice& device = run.device();
+    run.waitUntil(
+        step, "the device to log " + shown(what), [&] { return hasLine(device.log(), what); },
+        [&] { return "the device logged " + shown(device.log()); });
 }
 
 void expectNoLine(ScenarioRun& run, const std::string& what) {
@@ -103,15 +95,12 @@ void recordLinks(ScenarioRun& run, const Step&) {
 }
 
 void expectOpened(ScenarioRun& run, const Step& step) {
-    LinkRecorder& recorder = run.recorder();
-    try {
-        run.waitUntil(step, shown(step["text"].text) + " to be opened", [&recorder, &step] {
-            return recorder.opened().find(step["text"].text) != std::string::npos;
-        });
-    } catch (const Failure& failure) {
-        throw Failure(std::string(failure.what()) + "; opened so far: " + shown(recorder.opened()),
-                      failure.outcome());
-    }
+    const LinkRecorder& recorder = run.recorder();
+    const std::string& text = step["text"].text;
+    run.waitUntil(
+        step, shown(text) + " to be opened",
+        [&] { return recorder.opened().find(text) != std::string::npos; },
+        [&] { return "opened so far: " + shown(recorder.opened()); });
 }
 
 void expectNothingOpened(ScenarioRun& run, const Step&) {
@@ -121,10 +110,7 @@ void expectNothingOpened(ScenarioRun& run, const Step&) {
 }
 
 void installFile(ScenarioRun& run, const Step& step) {
-    std::string bytes;
-    const auto file = run.besideScenario(step["file"].text);
-    if (!readWholeFile(file, bytes))
-        throw Failure(pathText(file) + " could not be read", Outcome::Unusable);
+    const std::string bytes = run.readBesideScenario(step["file"].text);
     const std::wstring target = wideFromUtf8(step["target"].text);
     run.protectedFiles.erase(target);
     writeWholeFile(target, bytes);

@@ -15,10 +15,6 @@ constexpr std::int64_t kSecondsPerHour = 3600;
 // A snooze is counted from the moment of the alert, a little before it is checked.
 constexpr std::int64_t kToleranceSeconds = 120;
 
-std::uint32_t numberOf(const Value& value) {
-    return static_cast<std::uint32_t>(value.number);
-}
-
 HKEY rootOf(const Step& step) {
     return step["root"].number == 0 ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
 }
@@ -75,17 +71,16 @@ bool matches(const Step& step, const RememberedCartridge& cartridge) {
 
 void expectCartridge(ScenarioRun& run, const Step& step) {
     const std::uint32_t serial = numberOf(step["serial"]);
-    try {
-        run.waitUntil(step, step.written, [&step, serial] {
+    run.waitUntil(
+        step, step.written,
+        [&] {
             const auto cartridge = findCartridge(serial);
             return cartridge && matches(step, *cartridge);
+        },
+        [&] {
+            const auto cartridge = findCartridge(serial);
+            return "remembered: " + (cartridge ? describe(*cartridge) : "no such cartridge");
         });
-    } catch (const Failure& failure) {
-        const auto cartridge = findCartridge(serial);
-        throw Failure(std::string(failure.what()) + "; remembered: " +
-                          (cartridge ? describe(*cartridge) : std::string("no such cartridge")),
-                      failure.outcome());
-    }
 }
 
 void expectNoCartridge(ScenarioRun& run, const Step& step) {

@@ -4,7 +4,6 @@
 #include "tools/printpath/windows/wide_text.h"
 
 #include <cstdio>
-#include <vector>
 
 namespace printpath {
 
@@ -15,47 +14,19 @@ constexpr DWORD kFirstExceptionCode = 0xC0000000;
 constexpr UINT kEndedByUs = 0xDEAD;
 constexpr DWORD kEndMs = 5000;
 
-struct FreeEnvironment {
-    void operator()(wchar_t* block) const noexcept { ::FreeEnvironmentStringsW(block); }
-};
-
-// Names are compared without regard to case, as the system does.
-struct LessWithoutCase {
-    bool operator()(const std::wstring& a, const std::wstring& b) const {
-        return ::CompareStringOrdinal(a.c_str(), -1, b.c_str(), -1, TRUE) == CSTR_LESS_THAN;
-    }
-};
-
-std::wstring environmentBlock(const std::map<std::wstring, std::wstring>& changes) {
-    std::map<std::wstring, std::wstring, LessWithoutCase> all;
-    const std::unique_ptr<wchar_t, FreeEnvironment> own(::GetEnvironmentStringsW());
-    for (const wchar_t* line = own.get(); line != nullptr && *line != 0;) {
-        const std::wstring entry(line);
-        const std::size_t equals = entry.find(L'=', 1);
-        if (equals != std::wstring::npos) all[entry.substr(0, equals)] = entry.substr(equals + 1);
-        line += entry.size() + 1;
-    }
-    for (const auto& [name, value] : changes)
-        all[name] = value;
-    std::wstring block;
-    for (const auto& [name, value] : all) {
-        block.append(name).append(1, L'=').append(value).append(1, L'\0');
-    }
-    block += L'\0';
-    return block;
-}
-
 }  // namespace
 
 MonitorProcess::MonitorProcess(const std::filesystem::path& program, const std::wstring& arguments,
                                const std::map<std::wstring, std::wstring>& environment) {
+    // Set here and inherited: nothing in printpath itself depends on these variables.
+    for (const auto& [name, value] : environment)
+        ::SetEnvironmentVariableW(name.c_str(), value.c_str());
     std::wstring commandLine = L"\"" + program.wstring() + L"\" " + arguments;
-    std::wstring block = environmentBlock(environment);
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION started{};
-    if (!::CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE,
-                          CREATE_UNICODE_ENVIRONMENT, block.data(), nullptr, &startup, &started)) {
+    if (!::CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                          nullptr, &startup, &started)) {
         const DWORD error = ::GetLastError();
         throw Failure("the monitor " + utf8FromWide(program.wstring()) +
                           " could not be started (system error " + std::to_string(error) + ")",

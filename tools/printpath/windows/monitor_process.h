@@ -11,7 +11,7 @@ namespace printpath {
 // A running monitor. Destroying the object ends a monitor that still runs.
 class MonitorProcess {
 public:
-    // Starts `program` with the arguments as one text and these variables over printpath's own.
+    // Starts `program` with the arguments as one text, after setting these environment variables.
     // Throws Failure when it cannot be started.
     MonitorProcess(const std::filesystem::path& program, const std::wstring& arguments,
                    const std::map<std::wstring, std::wstring>& environment);

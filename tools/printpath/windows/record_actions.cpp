@@ -2,7 +2,6 @@
 #include "tools/printpath/windows/actions.h"
 #include "tools/printpath/windows/failure.h"
 #include "tools/printpath/windows/scenario_run.h"
-#include "tools/printpath/windows/text_file.h"
 #include "tools/printpath/windows/wide_text.h"
 
 namespace printpath {
@@ -22,10 +21,6 @@ constexpr std::uint32_t kJobStatus = 5;
 constexpr std::uint32_t kDeviceStatus = 3;
 constexpr std::uint32_t kCartridge = 11;
 constexpr std::uint32_t kMedia = 18;
-
-std::uint32_t numberOf(const Value& value) {
-    return static_cast<std::uint32_t>(value.number);
-}
 
 std::u16string units(const std::string& utf8) {
     const std::wstring wide = wideFromUtf8(utf8);
@@ -130,11 +125,7 @@ void sendOem(ScenarioRun& run, const Step& step) {
 }
 
 void sendOemFile(ScenarioRun& run, const Step& step) {
-    std::string bytes;
-    const auto file = run.besideScenario(step["file"].text);
-    if (!readWholeFile(file, bytes))
-        throw Failure(pathText(file) + " could not be read", Outcome::Unusable);
-    send(run, step, kOem, 0, bytes);
+    send(run, step, kOem, 0, run.readBesideScenario(step["file"].text));
 }
 
 void sendRecord(ScenarioRun& run, const Step& step) {

@@ -67,8 +67,12 @@ ScenarioRun::~ScenarioRun() {
     std::filesystem::remove_all(_work, ignored);
 }
 
-std::filesystem::path ScenarioRun::besideScenario(const std::string& name) const {
-    return _options.scenario.parent_path() / wideFromUtf8(name);
+std::string ScenarioRun::readBesideScenario(const std::string& name) const {
+    const std::filesystem::path file = _options.scenario.parent_path() / wideFromUtf8(name);
+    std::string bytes;
+    if (!readWholeFile(file, bytes))
+        throw Failure(pathText(file) + " could not be read", Outcome::Unusable);
+    return bytes;
 }
 
 std::filesystem::path ScenarioRun::monitorToStart() const {
@@ -141,7 +145,8 @@ int ScenarioRun::timeoutMs(const Step& step) const {
 }
 
 void ScenarioRun::waitUntil(const Step& step, const std::string& what,
-                            const std::function<bool()>& condition) {
+                            const std::function<bool()>& condition,
+                            const std::function<std::string()>& found) {
     const ULONGLONG end = ::GetTickCount64() + static_cast<ULONGLONG>(timeoutMs(step));
     for (;;) {
         // Looked at before the condition: what the monitor did last still counts.
@@ -153,7 +158,7 @@ void ScenarioRun::waitUntil(const Step& step, const std::string& what,
         ::Sleep(kPollMs);
     }
     throw Failure("waited " + std::to_string(timeoutMs(step)) + " ms for " + what + "; " +
-                  describeOpenDialogs());
+                  describeOpenDialogs() + (found ? "; " + found() : ""));
 }
 
 void ScenarioRun::settle() {

@@ -12,7 +12,6 @@
 #include "tools/printpath/windows/pipe_server.h"
 #include "tools/printpath/windows/registry_restorer.h"
 #include "tools/printpath/windows/simulated_device.h"
-#include "tools/printpath/windows/spooler_override.h"
 #include "tools/printpath/windows/spooler_printer.h"
 #include "tools/printpath/windows/timeline.h"
 
@@ -58,8 +57,9 @@ public:
     const Options& options() const { return _options; }
     Timeline& timeline() { return _timeline; }
     std::filesystem::path workFile(const wchar_t* name) const { return _work / name; }
-    // A file that the scenario names, found from the scenario's folder.
-    std::filesystem::path besideScenario(const std::string& name) const;
+    // The bytes of a file that the scenario names, found from the scenario's folder. Throws Failure
+    // when it cannot be read.
+    std::string readBesideScenario(const std::string& name) const;
 
     void startMonitor();
     // The running monitor; throws Failure when it has ended though nobody expected that.
@@ -69,9 +69,11 @@ public:
     bool started() const { return _monitor != nullptr; }
 
     // Asks `condition` every few milliseconds until it is true. Throws Failure, naming what was
-    // awaited and what is open, after the step's "within" or the time-out of the options.
+    // awaited, what is open and what `found` adds, after the step's "within" or the time-out of the
+    // options.
     void waitUntil(const Step& step, const std::string& what,
-                   const std::function<bool()>& condition);
+                   const std::function<bool()>& condition,
+                   const std::function<std::string()>& found = nullptr);
     // Waits until the monitor has read and handled everything that was written.
     void settle();
 
@@ -102,7 +104,6 @@ public:
     std::unique_ptr<LinkRecorder> linkRecorder;
     std::unique_ptr<MirroredDesktop> mirroredDesktop;
     std::vector<std::unique_ptr<SpoolerPrinter>> printers;
-    std::unique_ptr<SpoolerOverride> spoolerOverride;
     RegistryRestorer registry;
     std::unique_ptr<PipeServer> pipe;
     std::map<std::wstring, Handle> protectedFiles;  // by path

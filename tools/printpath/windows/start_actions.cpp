@@ -1,5 +1,6 @@
 #include "tools/printpath/windows/actions.h"
 #include "tools/printpath/windows/failure.h"
+#include "tools/printpath/windows/registry_values.h"
 #include "tools/printpath/windows/scenario_run.h"
 #include "tools/printpath/windows/text_file.h"
 #include "tools/printpath/windows/wide_text.h"
@@ -10,12 +11,8 @@ namespace printpath {
 namespace {
 
 constexpr wchar_t kDriverVariable[] = L"QVSM_PRINTER_DRIVER";
-
+constexpr wchar_t kSpoolerLibrary[] = L"winspool.drv";
 constexpr std::int64_t kReadings = 60;
-
-std::uint32_t numberOf(const Value& value) {
-    return static_cast<std::uint32_t>(value.number);
-}
 
 void about(ScenarioRun&, const Step&) {}  // the player has printed it
 
@@ -67,15 +64,27 @@ void withoutStrings(ScenarioRun& run, const Step&) {
     run.preparation.withStrings = false;
 }
 
+// Placing it there is the runner's work: the folder may hold links into a prefix that others share,
+// and a Windows program would write through them.
+bool isPlacedInSystemFolder(const std::filesystem::path& spooler) {
+    wchar_t folder[MAX_PATH + 1];
+    const std::wstring system(folder, ::GetSystemDirectoryW(folder, MAX_PATH));
+    const std::string placed = readWholeFile(std::filesystem::path(system) / kSpoolerLibrary);
+    return !placed.empty() && placed == readWholeFile(spooler);
+}
+
 void printerDriver(ScenarioRun& run, const Step& step) {
     const std::filesystem::path& spooler = run.options().spooler;
     if (!underWine() || !isPlacedInSystemFolder(spooler))
         throw Failure("the spooler is simulated under Wine only, with " + pathText(spooler) +
                           " in the place of winspool.drv in the system folder of the prefix",
                       Outcome::Unusable);
-    if (!run.spoolerOverride)
-        run.spoolerOverride =
-            std::make_unique<SpoolerOverride>(run.options().monitor.filename().wstring());
+    // In the registry and not in WINEDLLOVERRIDES, which would hold for this program as well, and
+    // this program needs Wine's own spooler to add printers.
+    const std::wstring key = L"Software\\Wine\\AppDefaults\\" +
+                             run.options().monitor.filename().wstring() + L"\\DllOverrides";
+    run.registry.note(HKEY_CURRENT_USER, key, kSpoolerLibrary);
+    writeText(HKEY_CURRENT_USER, key, kSpoolerLibrary, L"native,builtin");
     run.preparation.environment[kDriverVariable] = wideFromUtf8(step["name"].text);
 }
 
