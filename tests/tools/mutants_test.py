@@ -88,13 +88,15 @@ class Operators(unittest.TestCase):
     def test_statements_that_cannot_change_places_stay(self):
         for pair in (["    plain();", "    return 1;"], ["    const int a = f();", "    plain();"],
                      ["    if (number)", "        plain();"], ["    plain();", "    break;"],
-                     ["    a = 1;", "    b = 2;"], ["    a += 1;", "    b += 1;"], ["    plain();", "    plain();"]):
+                     ["    a = 1;", "    b = 2;"], ["    a += 1;", "    b += 1;"],
+                     ["    putInt(bag, key::kA, 1);", "    putInt(bag, key::kB, 2);"], ["    plain();", "    plain();"]):
             self.assertEqual(changes(["{", *pair, "}"], "after the next"), [])
         self.assertEqual(changes(["{", "    if (number)", "        plain();", "        first(text);", "}"],
                                  "after the next"), [])
 
     def test_assignments_that_need_each_other_change_places(self):
-        for pair in (["    a = b;", "    b = 2;"], ["    b = 2;", "    a = b;"]):
+        for pair in (["    a = b;", "    b = 2;"], ["    b = 2;", "    a = b;"],
+                     ["    putInt(bag, kA, 1);", "    putInt(bag, kA, 2);"]):
             self.assertEqual(len(changes(["{", *pair, "}"], "after the next")), 1)
 
     def test_neighbouring_virtual_functions_change_places(self):

@@ -178,8 +178,16 @@ def again(mutant, earlier):
     return f" ({count + 1})" if count else ""
 
 
+# FUNCTION(OBJECT, NAME, ...): puts a value under a name, or into a control.
+NAMED_SETTER = re.compile(r"^ *((?:\w+::)?(?:put|set)\w+)\((\w+), ((?:\w+::)?k[A-Z]\w*|IDC_\w+), ")
+
+
 def change_nothing_in_either_order(one, other):
-    """Two assignments without calls, of which neither reads what the other one writes."""
+    """Two assignments without calls, of which neither reads what the other one writes, or two calls that put
+    values of one object under different names."""
+    named = NAMED_SETTER.match(one), NAMED_SETTER.match(other)
+    if all(named) and named[0].group(2) == named[1].group(2) and named[0].group(3) != named[1].group(3):
+        return True
     assignment = re.compile(r" [-+|&]?= ")
 
     def plain(text):
