@@ -37,10 +37,10 @@ constexpr DeviceField kDeviceFields[] = {
     {"//cartridge/cartLife",             &CartridgeIdentity::cartridgeLife},
     {"//cartridge/cartSerialNumber",     &CartridgeIdentity::cartridgeSerial},
     {"//cartridge/cartManfDate",         &CartridgeIdentity::cartridgeDate},
-    {"//cartridge/cartManfSignature",    &CartridgeIdentity::cartridgeSign},
+    {"//cartridge/cartManfSignature",    &CartridgeIdentity::cartridgeSignature},
     {"//printerModel",                   &CartridgeIdentity::printerModel},
     {"//printerSerialNumber",            &CartridgeIdentity::printerSerial},
-    {"//printerHardwareSignature",       &CartridgeIdentity::printerSign},
+    {"//printerHardwareSignature",       &CartridgeIdentity::printerSignature},
 };
 // clang-format on
 
@@ -58,10 +58,10 @@ constexpr AddressField kAddressFields[] = {
     {"&cl=",   &CartridgeIdentity::cartridgeLife},
     {"&csn=",  &CartridgeIdentity::cartridgeSerial},
     {"&cmd=",  &CartridgeIdentity::cartridgeDate},
-    {"&csig=", &CartridgeIdentity::cartridgeSign},
+    {"&csig=", &CartridgeIdentity::cartridgeSignature},
     {"&pm=",   &CartridgeIdentity::printerModel},
     {"&psn=",  &CartridgeIdentity::printerSerial},
-    {"&psig=", &CartridgeIdentity::printerSign},
+    {"&psig=", &CartridgeIdentity::printerSignature},
 };
 
 // A table of our own, because the run-time libraries do not agree which of these are white space.

@@ -5,16 +5,16 @@
 // What the maker's site needs to tell a genuine cartridge, in the order of the address. Narrow text
 // as the device gave it; a value that the device does not tell stays empty.
 struct CartridgeIdentity {
-    std::string version;          // ver
-    std::string region;           // cd
-    std::string cartridgeModel;   // cmi
-    std::string cartridgeLife;    // cl
-    std::string cartridgeSerial;  // csn
-    std::string cartridgeDate;    // cmd
-    std::string cartridgeSign;    // csig
-    std::string printerModel;     // pm, without white space
-    std::string printerSerial;    // psn
-    std::string printerSign;      // psig
+    std::string version;             // ver
+    std::string region;              // cd
+    std::string cartridgeModel;      // cmi
+    std::string cartridgeLife;       // cl
+    std::string cartridgeSerial;     // csn
+    std::string cartridgeDate;       // cmd
+    std::string cartridgeSignature;  // csig
+    std::string printerModel;        // pm, without white space
+    std::string printerSerial;       // psn
+    std::string printerSignature;    // psig
 };
 
 // Asks the device; without an answer only version and region are filled.

@@ -72,10 +72,10 @@ TEST_F(CartridgeValidationTest, EachValueComesFromItsNode) {
     EXPECT_EQ(identity.cartridgeLife, "55");
     EXPECT_EQ(identity.cartridgeSerial, "4711");
     EXPECT_EQ(identity.cartridgeDate, "2026-01");
-    EXPECT_EQ(identity.cartridgeSign, "S&G");
+    EXPECT_EQ(identity.cartridgeSignature, "S&G");
     EXPECT_EQ(identity.printerModel, "QVBeamlineK7400MFP");
     EXPECT_EQ(identity.printerSerial, "P 1");
-    EXPECT_EQ(identity.printerSign, "HW");
+    EXPECT_EQ(identity.printerSignature, "HW");
     EXPECT_EQ(world().device.openedPorts(), std::vector<std::wstring>{L"USB001"});
 }
 
@@ -88,8 +88,8 @@ TEST_F(CartridgeValidationTest, AMissingNodeLeavesItsValueEmpty) {
     EXPECT_EQ(identity.version, "0001");
     for (const std::string& value :
          {identity.cartridgeModel, identity.cartridgeSerial, identity.cartridgeDate,
-          identity.cartridgeSign, identity.printerModel, identity.printerSerial,
-          identity.printerSign}) {
+          identity.cartridgeSignature, identity.printerModel, identity.printerSerial,
+          identity.printerSignature}) {
         EXPECT_EQ(value, "");
     }
 }
@@ -104,10 +104,10 @@ TEST_F(CartridgeValidationTest, ABrokenPageLeavesEveryValueEmpty) {
 TEST_F(CartridgeValidationTest, EachFailedQueryLeavesOnlyItsOwnValueEmpty) {
     serve(kLoyalty);
     std::string CartridgeIdentity::*const inOrder[] = {
-        &CartridgeIdentity::cartridgeModel,  &CartridgeIdentity::cartridgeLife,
-        &CartridgeIdentity::cartridgeSerial, &CartridgeIdentity::cartridgeDate,
-        &CartridgeIdentity::cartridgeSign,   &CartridgeIdentity::printerModel,
-        &CartridgeIdentity::printerSerial,   &CartridgeIdentity::printerSign};
+        &CartridgeIdentity::cartridgeModel,     &CartridgeIdentity::cartridgeLife,
+        &CartridgeIdentity::cartridgeSerial,    &CartridgeIdentity::cartridgeDate,
+        &CartridgeIdentity::cartridgeSignature, &CartridgeIdentity::printerModel,
+        &CartridgeIdentity::printerSerial,      &CartridgeIdentity::printerSignature};
     for (long nth = 1; nth <= 8; ++nth) {
         world().faults.reset();
         world().faults.add({Call::XmlQuery, nth});
@@ -144,16 +144,16 @@ TEST_F(CartridgeValidationTest, TheAddressHasItsKeysInOrderAndItsValuesAsTheyAre
 
 TEST_F(CartridgeValidationTest, TheAddressIsCutAt1023Bytes) {
     CartridgeIdentity identity;
-    identity.printerSign = std::string(5000, 'x');
+    identity.printerSignature = std::string(5000, 'x');
     EXPECT_EQ(validationAddress(identity).size(), 1023U);
     EXPECT_EQ(validationAddress(identity).substr(0, kStart.size()), kStart);
 
-    identity.printerSign.clear();
+    identity.printerSignature.clear();
     const std::size_t rest = 1023 - validationAddress(identity).size();
-    identity.printerSign = std::string(rest, 'x');
+    identity.printerSignature = std::string(rest, 'x');
     EXPECT_EQ(validationAddress(identity).back(), 'x');
     EXPECT_EQ(validationAddress(identity).size(), 1023U);
-    identity.printerSign += 'y';
+    identity.printerSignature += 'y';
     EXPECT_EQ(validationAddress(identity).back(), 'x');
     EXPECT_EQ(validationAddress(identity).size(), 1023U);
 }
@@ -161,7 +161,7 @@ TEST_F(CartridgeValidationTest, TheAddressIsCutAt1023Bytes) {
 TEST_F(CartridgeValidationTest, AZeroByteEndsItsValueOnly) {
     CartridgeIdentity identity;
     identity.cartridgeModel = std::string("ab\0cd", 5);
-    identity.printerSign = "end";
+    identity.printerSignature = "end";
 
     const std::string address = validationAddress(identity);
 

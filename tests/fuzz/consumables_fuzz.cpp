@@ -102,8 +102,8 @@ void checkIdentity() {
     require(identity.version == "0001");
     for (const std::string* const value :
          {&identity.cartridgeModel, &identity.cartridgeLife, &identity.cartridgeSerial,
-          &identity.cartridgeDate, &identity.cartridgeSign, &identity.printerModel,
-          &identity.printerSerial, &identity.printerSign}) {
+          &identity.cartridgeDate, &identity.cartridgeSignature, &identity.printerModel,
+          &identity.printerSerial, &identity.printerSignature}) {
         note("identity", *value);
     }
 }

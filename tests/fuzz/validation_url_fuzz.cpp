@@ -16,11 +16,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::string expected =
         "https://validate.corvane.example/cgi-bin/jumpstation.py?action=cartridge_validation";
     const std::pair<const char*, std::string*> values[] = {
-        {"ver", &identity.version},         {"cd", &identity.region},
-        {"cmi", &identity.cartridgeModel},  {"cl", &identity.cartridgeLife},
-        {"csn", &identity.cartridgeSerial}, {"cmd", &identity.cartridgeDate},
-        {"csig", &identity.cartridgeSign},  {"pm", &identity.printerModel},
-        {"psn", &identity.printerSerial},   {"psig", &identity.printerSign},
+        {"ver", &identity.version},
+        {"cd", &identity.region},
+        {"cmi", &identity.cartridgeModel},
+        {"cl", &identity.cartridgeLife},
+        {"csn", &identity.cartridgeSerial},
+        {"cmd", &identity.cartridgeDate},
+        {"csig", &identity.cartridgeSignature},
+        {"pm", &identity.printerModel},
+        {"psn", &identity.printerSerial},
+        {"psig", &identity.printerSignature},
     };
     for (const auto& [key, value] : values) {
         *value = input.line();
