@@ -82,7 +82,7 @@ TEST_P(RealPrinterFaultsTest, AnAddressIsWholeOrNotMade) {
         address.reset();
         return [&address] {
             CartridgeIdentity identity;
-            identity.printerSign = "a signature that needs memory of its own";
+            identity.printerSignature = "a signature that needs memory of its own";
             address = validationAddress(identity);
         };
     };
