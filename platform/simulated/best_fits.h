@@ -4,9 +4,9 @@
 
 namespace platform::simulated {
 
-// The characters that code page 1252 does not have and for which the system takes one that looks
-// like them, as its own conversion does it. Full-width forms follow a rule and are not in the
-// table.
+// Characters that code page 1252 lacks, each with the byte of the similar character that the
+// system's conversion writes instead. Full-width forms are not in the table: text.cpp computes
+// them, because their distance to the ASCII characters is always the same.
 struct BestFit {
     char byte;  // what each of the characters becomes
     std::u16string_view characters;

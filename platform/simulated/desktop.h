@@ -9,8 +9,8 @@
 
 namespace platform::simulated {
 
-// What the shell was asked to open, in that order, and the folders that it knows. Any thread may
-// call.
+// Remembers what the shell was asked to open, in the order of the calls, and holds the folders that
+// it names. Any thread may call.
 class Desktop {
 public:
     [[nodiscard]] std::vector<std::wstring> addresses() const;
@@ -19,7 +19,7 @@ public:
     void setFolder(Folder folder, std::string_view path);
     void reset();
 
-    // For the simulated services. False: no memory to remember it.
+    // For the simulated services. False when there is no memory to remember the call.
     [[nodiscard]] bool openAddress(std::wstring_view url) noexcept;
     [[nodiscard]] bool openProgram(std::wstring_view path) noexcept;
     [[nodiscard]] bool openDocument(std::string_view path) noexcept;
@@ -30,8 +30,8 @@ private:
         std::vector<std::wstring> addresses;
         std::vector<std::wstring> programs;
         std::vector<std::string> documents;
-        std::string programFiles;           // empty: the usual place
-        std::string commonApplicationData;  // the same
+        std::string programFiles;           // empty: the system's usual folder
+        std::string commonApplicationData;  // empty: the system's usual folder
     };
 
     mutable SpinLock _lock;

@@ -27,7 +27,8 @@ int closeDevice(void* device) {
 
 int getPage(void* device, const char* pagePath, void* reserved, char* buffer,
             std::uint32_t bufferBytes, std::uint32_t* receivedBytes) {
-    // The library may take whatever stands in the reserved place for something to work with.
+    // The maker's library might use a reserved argument that is not null, so a caller that passes
+    // one gets a failure here.
     if (world().faults.strikes(Call::DevicePage) || reserved != nullptr) return 0;
     return world().device.getPage(device, pagePath, buffer, bufferBytes, *receivedBytes) ? 1 : 0;
 }
@@ -37,7 +38,8 @@ int pushButton(void* device, const wchar_t* buttonName) {
     return world().device.press(device, buttonName) ? 1 : 0;
 }
 
-// Stands for the functions that must be there and are never called.
+// Stands for the functions that the product looks up but never calls. The library must have them
+// all, or the product does not use it.
 int notCalled() {
     return 0;
 }
@@ -185,7 +187,8 @@ bool Device::getPage(NativeHandle device, std::string_view path, char* buffer, s
     const std::string& page = found->second;
     const std::size_t copied = std::min<std::size_t>(page.size(), bytes);
     if (copied != 0) page.copy(buffer, copied);
-    // A page that does not fit tells its whole length, as a library does that cannot hand it over.
+    // Report the whole length even if the page did not fit: a caller that trusts this number would
+    // read beyond its buffer, and tests must notice that.
     received = _state.claimedLength.value_or(static_cast<std::uint32_t>(page.size()));
     return true;
 }

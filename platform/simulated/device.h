@@ -14,8 +14,8 @@
 
 namespace platform::simulated {
 
-// The maker's device library and the printer behind it. Every port leads to the same printer. Not
-// there before install(). Any thread may call.
+// The maker's device library and the printer behind it. Every port leads to the same printer. The
+// library cannot be loaded before install(). Any thread may call.
 class Device {
 public:
     struct Press {
@@ -25,12 +25,12 @@ public:
 
     static constexpr std::wstring_view kLibraryName = L"rtqewsi.dll";
 
-    // Puts the library where it is found by name.
+    // From now on the library can be loaded by its name.
     void install();
     // Leaves one function out of the library.
     void withhold(std::string_view function);
     void setPage(std::string_view path, std::string_view bytes);
-    // Every page claims this many bytes from now on, whatever it has; nullopt: the truth.
+    // From now on the library reports this length for every page; nullopt: the page's true length.
     void claimLength(std::optional<std::uint32_t> bytes);
 
     [[nodiscard]] std::vector<Press> presses() const;
@@ -38,7 +38,8 @@ public:
     [[nodiscard]] std::vector<std::wstring> openedPorts() const;
     // Names of functions in the order in which they were looked up.
     [[nodiscard]] std::vector<std::string> lookedUp() const;
-    // Opened and not yet closed: 0 when nothing leaks. -1 where something was closed twice.
+    // Devices that were opened and not yet closed: 0 when nothing leaks, negative after a device
+    // was closed twice.
     [[nodiscard]] int openDevices() const noexcept;
     [[nodiscard]] int loadedLibraries() const noexcept;
     void reset();
@@ -59,7 +60,7 @@ private:
         std::set<std::string, std::less<>> withheld;
         std::map<std::string, std::string, std::less<>> pages;
         std::optional<std::uint32_t> claimedLength;
-        std::vector<std::wstring> ports;  // the handle of a device is its place here, from 1
+        std::vector<std::wstring> ports;  // a device's handle is its position here, counted from 1
         std::vector<Press> presses;
         std::vector<std::string> lookedUp;
     };

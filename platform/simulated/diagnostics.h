@@ -9,10 +9,11 @@
 
 namespace platform::simulated {
 
-// What the program told the trace and the debugger. Any thread may call.
+// The lines that the program wrote to the trace and to the debugger. Any thread may call.
 class Diagnostics {
 public:
-    // The trace is off until somebody wants to keep it: off, it costs and allocates nothing.
+    // Switches the trace on. Until then no line is kept, so that tests which count allocations and
+    // benchmarks are not disturbed by the trace.
     void keepTrace();
     [[nodiscard]] std::vector<std::string> traceLines() const;
     [[nodiscard]] bool hasTraced(std::string_view line) const;

@@ -51,7 +51,8 @@ enum class Call {
 inline constexpr std::size_t kCalls = static_cast<std::size_t>(Call::Count);
 inline constexpr std::uint32_t kGeneralFailure = 31;  // the system's "a device does not function"
 
-// The nth call of its kind after the fault was added, counted from 1, fails: once or from then on.
+// Makes the nth call of its kind fail, or with `forEver` that call and all later ones. The first
+// call after the fault was added has number 1.
 struct Fault {
     Call call;
     long nth = 1;
@@ -59,23 +60,24 @@ struct Fault {
     std::uint32_t error = kGeneralFailure;
 };
 
-// Counts the calls and makes them fail. Any thread may call; nothing here allocates.
+// Counts the calls and makes them fail. Any thread may call. Nothing here allocates, so that tests
+// can make allocations fail at the same time.
 class Faults {
 public:
     static constexpr std::size_t kFaultLimit = 16;
 
-    // False when there are kFaultLimit faults already.
+    // False, without an effect, when there are kFaultLimit faults already.
     bool add(const Fault& fault) noexcept;
-    // Takes the faults away and counts from 0 again.
+    // Removes the faults and sets all counts to 0.
     void reset() noexcept;
-    // Takes the faults away; the counts stay.
+    // Removes the faults and keeps the counts.
     void clear() noexcept;
 
     [[nodiscard]] long calls(Call call) const noexcept;
     [[nodiscard]] long struck() const noexcept;
 
-    // For the simulated services: counts one call and tells whether it must fail. `error` gets the
-    // fault's number.
+    // For the simulated services: counts one call and says whether it must fail. `error` then gets
+    // the error number of the fault and is otherwise left alone.
     [[nodiscard]] bool strikes(Call call, std::uint32_t& error) noexcept;
     [[nodiscard]] bool strikes(Call call) noexcept {
         std::uint32_t ignored = 0;

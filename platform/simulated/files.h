@@ -10,7 +10,8 @@
 
 namespace platform::simulated {
 
-// The file system: paths without regard to case, every folder there. Any thread may call.
+// The files of the simulated system. The case of a path does not matter, and every folder exists.
+// Any thread may call.
 class Files {
 public:
     enum class Access { Writable, ReadOnly };

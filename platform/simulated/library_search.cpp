@@ -2,6 +2,7 @@
 
 namespace platform {
 
-void keepLibrarySearchToOwnAndSystemFolder() noexcept {}  // the one library here has no folder
+// Nothing to do: the simulated device library is found by its name and is in no folder.
+void keepLibrarySearchToOwnAndSystemFolder() noexcept {}
 
 }  // namespace platform

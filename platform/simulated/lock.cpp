@@ -9,7 +9,7 @@
 #include <mutex>
 #include <new>
 
-// g++ tells of the thread sanitizer by a macro, clang by a feature.
+// g++ announces the thread sanitizer with a macro, clang with a feature test.
 #if defined(__SANITIZE_THREAD__)
 #define PLATFORM_HAS_WATCHED_LOCKS
 #elif defined(__has_feature)
@@ -25,8 +25,8 @@ using simulated::Call;
 using simulated::world;
 
 #if defined(PLATFORM_HAS_WATCHED_LOCKS)
-// The sanitizer knows this mutex, and so reports threads that take two of them in opposite orders,
-// and unlocks by a thread that does not own the lock.
+// The thread sanitizer watches the mutex of the standard library. It reports threads that take two
+// mutexes in opposite orders, and a thread that unlocks a mutex which it does not own.
 using Lock = std::recursive_mutex;
 #else
 using Lock = simulated::RecursiveLock;

@@ -7,7 +7,8 @@
 
 namespace platform::simulated {
 
-// The window messages of the one thread that pumps. Any thread may post.
+// The queue of window messages. Only one thread of a test pumps, so there is one queue. Any thread
+// may post.
 class Messages {
 public:
     // `procedure` runs when the message is dispatched.
@@ -21,7 +22,7 @@ public:
     [[nodiscard]] Taken take(std::function<void()>& procedure) noexcept;
 
 private:
-    using Queue = std::list<std::function<void()>>;  // an empty one is a quit message
+    using Queue = std::list<std::function<void()>>;  // an empty function is a quit message
 
     mutable SpinLock _lock;
     Queue _queue;

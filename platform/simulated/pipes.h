@@ -21,21 +21,22 @@ class Pipes {
 public:
     // From now on the pipe takes clients.
     void create(std::wstring_view name);
-    // One write of the server: at most this much reaches a read at once. An empty text is an empty
-    // pipe message. Creates the pipe where it is missing.
+    // One write of the server: a read never returns bytes of two writes. Empty `bytes` are an empty
+    // pipe message. Creates the pipe if it does not exist.
     void feed(std::wstring_view name, std::string_view bytes);
-    // What was fed is still delivered, then reads and writes fail with `error`.
+    // What was fed before can still be read; then reads fail with `error`. Writes fail at once.
     void close(std::wstring_view name, std::uint32_t error = kBrokenPipe);
-    // No read returns more; 0: as much as it asked for.
+    // No read returns more than `bytes`; 0 takes the limit away.
     void limitReads(std::wstring_view name, std::uint32_t bytes);
 
-    // What clients wrote, one element a write.
+    // What clients wrote: each write is one element.
     [[nodiscard]] std::vector<std::string> writes(std::wstring_view name) const;
     [[nodiscard]] bool isOpened(std::wstring_view name) const;
     [[nodiscard]] bool isInMessageMode(std::wstring_view name) const;
-    // Fed and not yet read, in bytes; a reader is through when this is 0.
+    // How many of the fed bytes are not read yet: 0 when the reader has read everything.
     [[nodiscard]] std::size_t unread(std::wstring_view name) const;
-    // How many reads found nothing and wait: a test that wants a blocked reader waits for 1.
+    // How many reads found nothing and wait. A test that needs a blocked reader waits until this
+    // is 1.
     [[nodiscard]] int waitingReaders() const noexcept;
     void reset();
 
@@ -52,9 +53,9 @@ public:
 
 private:
     struct Pipe {
-        int id = 0;  // of the handle, never used twice
+        int id = 0;  // makes the handle; never used twice, so that a stale handle is noticed
         std::list<std::string> fed;
-        std::size_t readOfFront = 0;  // bytes of the first element that are gone
+        std::size_t readOfFront = 0;  // bytes of the first element that were read already
         std::uint32_t readLimit = 0;
         bool isClosed = false;
         std::uint32_t closeError = kBrokenPipe;

@@ -14,21 +14,21 @@ namespace platform::simulated {
 // The spooler's printers and their data. Any thread may call.
 class Printers {
 public:
-    // The key in which the values stand that are read without naming a key.
+    // The key of the values that Printer::readData() reads, which names no key.
     static constexpr std::wstring_view kDriverData = L"PrinterDriverData";
 
     void add(std::wstring_view printer);
-    // These add the printer where it is missing.
+    // These add the printer if it does not exist.
     void set(std::wstring_view printer, std::wstring_view value, std::string_view bytes);
     void setDword(std::wstring_view printer, std::wstring_view value, std::uint32_t number);
     void setOf(std::wstring_view printer, std::wstring_view key, std::wstring_view value,
                std::string_view bytes);
-    // As UTF-16 with its NUL.
+    // Stores the text as UTF-16 with its NUL, as the spooler does.
     void setTextOf(std::wstring_view printer, std::wstring_view key, std::wstring_view value,
                    std::wstring_view text);
     // Printers that were opened and not closed: 0 when nothing leaks.
     [[nodiscard]] int openPrinters() const noexcept;
-    // Whether somebody said that questions will come.
+    // Whether prepareSpooler() has been called.
     [[nodiscard]] bool isPrepared() const noexcept;
     void reset();
 
@@ -43,7 +43,7 @@ public:
 private:
     using Values = std::map<std::wstring, std::string, CaseInsensitive>;
     struct Printer {
-        std::intptr_t id = 0;  // of the handle, never used twice
+        std::intptr_t id = 0;  // makes the handle; never used twice
         std::map<std::wstring, Values, CaseInsensitive> keys;
     };
     using Map = std::map<std::wstring, Printer, CaseInsensitive>;

@@ -4,8 +4,8 @@
 
 namespace platform {
 
-// Thrown where the process would end. Not of the standard family: what catches std::exception
-// cannot mistake it for an error of its own.
+// Thrown where the process would end. It is not derived from std::exception, so that the product's
+// handlers for its own errors do not catch it.
 struct ProcessEnded {
     std::uint32_t code;
 };

@@ -21,7 +21,7 @@ public:
         _owner.store(self, std::memory_order_relaxed);
     }
 
-    // False when the lock is not to be had at once.
+    // False when another thread owns the lock.
     [[nodiscard]] bool try_lock() noexcept {
         const void* const self = thisThread();
         std::uint32_t state = kFree;
@@ -48,7 +48,7 @@ public:
 private:
     static constexpr std::uint32_t kFree = 0, kTaken = 1, kAwaited = 2;
 
-    // Something whose address no other living thread has.
+    // Names the calling thread: a thread-local variable has an address of its own in every thread.
     [[nodiscard]] static const void* thisThread() noexcept {
         static thread_local char marker = 0;
         return &marker;
@@ -60,7 +60,7 @@ private:
     }
 
     std::atomic<std::uint32_t> _state{kFree};
-    std::uint32_t _again = 0;  // the owner's: how often it took the lock once more
+    std::uint32_t _again = 0;  // how often the owner has taken the lock after the first time
     std::atomic<const void*> _owner{nullptr};
 };
 

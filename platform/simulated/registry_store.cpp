@@ -10,11 +10,11 @@
 namespace platform::simulated {
 namespace {
 
-// Two handles a key, both multiples of four as the system's: for reading, and for reading and
-// writing.
+// Each key has two handles, one for reading only and one for reading and writing. Both are
+// multiples of four, as the system's handles are.
 constexpr std::intptr_t kHandlesOfKey = 8;
 constexpr std::intptr_t kWritable = 4;
-// Of no text and no number that a test would expect.
+// Fills a buffer that was too small. No text and no number that a test expects has this byte.
 constexpr int kSpoiledByte = 0xA5;
 
 std::intptr_t numberOf(NativeHandle handle) noexcept {
@@ -163,7 +163,8 @@ std::uint32_t RegistryStore::read(NativeHandle key, std::wstring_view name, Valu
     const std::uint32_t capacity = bytes;
     bytes = static_cast<std::uint32_t>(content.size());
     if (to != nullptr && capacity < bytes) {
-        // The system may leave anything in the buffer, so a caller that looks at it shall notice.
+        // The system may leave anything in a buffer that is too small. Spoil it, so that a caller
+        // which reads it nevertheless fails its test.
         std::memset(to, kSpoiledByte, capacity);
         return kMoreData;
     }

@@ -17,7 +17,7 @@ namespace platform::simulated {
 inline constexpr std::uint32_t kAccessDenied = 5;
 inline constexpr std::uint32_t kNotEnoughMemory = 8;
 
-// The registry. Texts stand in it as UTF-16 with their NUL, as everywhere. Any thread may call.
+// The registry. Texts are stored as UTF-16 with their NUL, as on the system. Any thread may call.
 class RegistryStore {
 public:
     struct Value {
@@ -25,7 +25,7 @@ public:
         std::string bytes;
     };
 
-    // These make the key, and every key above it, where it is missing.
+    // These create the key, and every key above it, if it does not exist.
     void create(Hive hive, std::wstring_view path);
     void set(Hive hive, std::wstring_view path, std::wstring_view name, ValueType type,
              std::string_view bytes);
@@ -36,7 +36,7 @@ public:
                                              std::wstring_view name) const;
     [[nodiscard]] std::optional<std::uint32_t> dword(Hive hive, std::wstring_view path,
                                                      std::wstring_view name) const;
-    // Without its NUL.
+    // The stored text without its NUL.
     [[nodiscard]] std::optional<std::wstring> text(Hive hive, std::wstring_view path,
                                                    std::wstring_view name) const;
     [[nodiscard]] bool exists(Hive hive, std::wstring_view path) const;
@@ -57,7 +57,7 @@ public:
 
 private:
     struct Key {
-        std::intptr_t id;  // never used twice
+        std::intptr_t id;  // makes the handles; never used twice
         Hive hive;
         std::wstring path;
         std::map<std::wstring, Value, CaseInsensitive> values;

@@ -4,8 +4,8 @@
 
 namespace platform::simulated {
 
-// Guards the world's short operations. It never asks the seam for anything: no lock, no sleep, so
-// the same world links into Windows programs, and nobody can interleave threads inside of it.
+// Guards the world's short operations. It uses no lock and no sleep of `platform`: those may be the
+// ones of the system, or the schedule explorer's, which would then switch threads inside the world.
 class SpinLock {
 public:
     void lock() noexcept {

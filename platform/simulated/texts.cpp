@@ -9,7 +9,8 @@ namespace platform::simulated {
 namespace {
 
 constexpr std::uint32_t kTextsPerBlock = 16;
-// Handles of data files have their low bits set on the system; these cannot be mistaken for a pipe.
+// On the system the handle of a library that is loaded for its resources only has its low bits set.
+// The mark also keeps these handles apart from the handles of pipes.
 constexpr std::uintptr_t kHandleStep = 4;
 constexpr std::uintptr_t kHandleMark = 2;
 

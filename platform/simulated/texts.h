@@ -19,12 +19,13 @@ inline constexpr LanguageId kEnglish = 0x0409;
 // The string tables of modules, and the languages of the system. Any thread may call.
 class Texts {
 public:
-    // A module that openResourceLibrary finds by this name. The same handle for the same name.
+    // Makes a module that openResourceLibrary() finds by this name. A name that is known already
+    // gets the handle that it has.
     NativeHandle addModule(std::wstring_view name);
     void add(NativeHandle module, LanguageId language, std::uint32_t id, std::wstring_view text);
 
     void setUserInterfaceLanguage(LanguageId language);
-    // What the user chose for dates and numbers; stands in where there is no interface language.
+    // The user's language for dates and numbers. It is used if there is no interface language.
     void setUserLanguage(LanguageId language);
     void setSystemLanguage(LanguageId language);
     void reset();
@@ -45,7 +46,7 @@ private:
         std::map<std::pair<LanguageId, std::uint32_t>, std::wstring> texts;
     };
     struct State {
-        std::vector<Module> modules;  // the handle of a module is its place here, from 1
+        std::vector<Module> modules;  // the handle of a module is made of its position here
         LanguageId userInterface = kEnglish;
         LanguageId user = kEnglish;
         LanguageId system = kEnglish;

@@ -26,11 +26,11 @@ std::atomic<std::uint32_t> lastThreadId{0};
 thread_local std::uint32_t ownThreadId = 0;
 
 std::uint32_t newThreadId() noexcept {
-    constexpr std::uint32_t kStep = 4;  // as the system numbers its threads
+    constexpr std::uint32_t kStep = 4;  // ids of the system's threads are multiples of four
     return lastThreadId += kStep;
 }
 
-// Two owners: the thread itself and whoever holds the handle. The last one deletes it.
+// Owned by the running thread and by the holder of the handle; the last of the two deletes it.
 struct Thread {
     ThreadProcedure procedure;
     void* parameter;
@@ -71,7 +71,7 @@ NativeHandle startThread(ThreadProcedure procedure, void* parameter,
     const std::uint32_t id = newThreadId();
     auto* const thread = new (std::nothrow) Thread{procedure, parameter, id};
     if (thread == nullptr) return nullptr;
-    // Before the start: the procedure may look at the variable that we write here.
+    // Write the id before the thread starts, because its procedure may read this variable at once.
     const std::uint32_t before = threadId;
     threadId = id;
     if (!startDetached(thread)) {

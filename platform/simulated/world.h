@@ -17,9 +17,9 @@
 
 namespace platform::simulated {
 
-// Everything that the simulated services know: what a test puts in, and what it finds afterwards.
-// Each member guards itself; any thread may use it. When memory runs out, a call of the seam
-// fails; it throws only where its header says so.
+// The state of all simulated services: what a test puts in, and what it finds afterwards. Each
+// member has its own lock, so any thread may use it. When memory runs out, a function of `platform`
+// fails as its header says; it throws only where the header says so.
 struct World {
     static constexpr UnixSeconds kStartTime = 1'700'000'000;
 
@@ -35,16 +35,17 @@ struct World {
     Diagnostics diagnostics;
     std::atomic<UnixSeconds> time{kStartTime};
 
-    // Threads that were started and not closed, and mutexes that live: for leak checks, untouched
-    // by reset().
+    // Threads whose handle is not closed yet, and mutexes that exist. These are for leak checks, so
+    // reset() leaves them alone.
     std::atomic<int> openThreads{0};
     std::atomic<int> openMutexes{0};
 
-    // Back to the empty world. A thread that still waits in a read gets kInvalidHandleError.
+    // Empties the world. A thread that still waits in a read of a pipe gets kInvalidHandleError.
     void reset();
 };
 
-// The one world; made at the first call and never destroyed, since threads may outlive main().
+// The only world. It is made at the first call and never destroyed, because threads may still use
+// it after main() has ended.
 [[nodiscard]] World& world() noexcept;
 
 }  // namespace platform::simulated

@@ -12,7 +12,8 @@ namespace platform::simulated {
 // the first element whose ancestors end in the given names.
 class XmlReader {
 public:
-    // "//a/b/c": c below b below a, anywhere; "/a/b": from the root. Nothing else is understood.
+    // `path` is "//a/b/c" (a c in a b in an a, anywhere) or "/a/b" (a b in the root element a). Any
+    // other path selects nothing.
     XmlReader(std::string_view document, std::string_view path);
 
     // Nothing when the document is malformed or no element matches.
@@ -28,7 +29,7 @@ private:
     bool readReference(std::wstring& text);
     bool readUntil(std::string_view end, std::string_view* content = nullptr);
     std::string_view readName();
-    bool skipBlanks();  // whether there was one
+    bool skipBlanks();  // true when there was at least one
 
     void enter(std::string_view name);
     void leave();
@@ -39,9 +40,9 @@ private:
     std::string_view _rest;
     std::vector<std::string_view> _steps;
     bool _isFromRoot = false;
-    std::vector<std::string_view> _open;  // elements from the root down
+    std::vector<std::string_view> _open;  // names of the open elements, the root first
     bool _hasRoot = false;
-    std::size_t _matchDepth = 0;  // of the matching element while it is open, else 0
+    std::size_t _matchDepth = 0;  // the depth of the matching element while it is open, else 0
     std::optional<std::wstring> _found;
 };
 

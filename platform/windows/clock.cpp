@@ -5,8 +5,8 @@
 namespace platform {
 
 UnixSeconds now() noexcept {
-    constexpr std::int64_t kTicksPerSecond = 10'000'000;     // of a FILETIME: 100 ns each
-    constexpr std::int64_t kSecondsTo1970 = 11'644'473'600;  // since 1601, where FILETIME begins
+    constexpr std::int64_t kTicksPerSecond = 10'000'000;     // a FILETIME counts units of 100 ns
+    constexpr std::int64_t kSecondsTo1970 = 11'644'473'600;  // a FILETIME counts from 1601
     constexpr int kHighShift = 32;
 
     FILETIME time;

@@ -2,9 +2,9 @@
 #include <cstdlib>
 #include <initializer_list>
 
-// What the standard library calls when one of its own checks fails, an index out of range for one.
-// Its own version carries 22 KiB of formatting along, for a message that a program without a
-// console has nowhere to show.
+// The standard library calls this when one of its checks fails, for example when an index is out of
+// range. It replaces the library's own version, which adds 22 KiB of formatting to the program for
+// a message that a program without a console cannot show.
 void std::__glibcxx_assert_fail(const char* file, int, const char* function,
                                 const char* condition) noexcept {
     for (const char* const part : {file, ": ", function, ": ", condition, "\n"}) {

@@ -8,12 +8,12 @@
 namespace platform {
 namespace {
 
-constexpr std::size_t kLargestBlock = 1 << 20;  // bytes of one system call
+constexpr std::size_t kLargestBlock = 1 << 20;  // the most bytes in one system call
 
 }  // namespace
 
 bool copyFile(const char* from, const char* to) noexcept {
-    constexpr BOOL kOverwrite = FALSE;  // the system asks the other way round: "fail if it exists"
+    constexpr BOOL kOverwrite = FALSE;  // the parameter means "fail if the file exists"
     return ::CopyFileA(from, to, kOverwrite) != 0;
 }
 
@@ -32,7 +32,7 @@ bool readFile(const char* path, std::string& bytes) {
         if (::ReadFile(file.get(), content.data() + arrived, wanted, &got, nullptr) == 0) {
             return false;
         }
-        if (got == 0) break;  // somebody has cut the file since we asked for its size
+        if (got == 0) break;  // the file has become shorter since we asked for its size
         arrived += got;
     }
     content.resize(arrived);

@@ -5,12 +5,12 @@
 #include <windows.h>
 #include <memory>
 
-// Owners for the handles of the system, each with its own value for "none".
+// Owners for the handles of the system, which have different values for "no handle".
 namespace platform {
 
 struct CloseFileHandle {
-    // A file handle is empty at INVALID_HANDLE_VALUE, while unique_ptr empties with null: this
-    // pointer type maps the one onto the other.
+    // "No file" is INVALID_HANDLE_VALUE, but unique_ptr tests for null and resets to null. This
+    // pointer type translates between the two.
     class pointer {
     public:
         // NOLINTBEGIN(google-explicit-constructor): unique_ptr asks for a pointer that converts

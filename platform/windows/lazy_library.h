@@ -2,8 +2,8 @@
 
 #include <atomic>
 
-// Functions of the system's own libraries that most runs never need, or need late: a static import
-// would have the system load and start the library before our first line.
+// Functions of the system's libraries that most runs never need, or need late. They are looked up
+// at run time because with a static import the system would load the library before main() begins.
 namespace platform {
 
 // The function `name` of `library`, which is loaded from the system's folder if it is not loaded

@@ -11,8 +11,8 @@ bool isMessageWaiting() noexcept {
 
 bool dispatchOneMessage() {
     MSG message = {};
-    // A failure gives -1 and goes on as a message does: `message` is then empty, and an empty
-    // message is for no window.
+    // GetMessage returns -1 when it fails. That is handled like a message: `message` is then empty,
+    // and an empty message belongs to no window, so dispatching it does nothing.
     if (::GetMessageA(&message, nullptr, 0, 0) == 0) return false;
     ::TranslateMessage(&message);
     ::DispatchMessageA(&message);

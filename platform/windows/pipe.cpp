@@ -6,8 +6,8 @@ namespace platform {
 namespace {
 
 NativeHandle openPipe(const wchar_t* path, DWORD access) noexcept {
-    // Another program may have made a pipe of this name first: its server may learn who the user
-    // is, but without these flags it could act as the user.
+    // Another program may have made a pipe of this name before the print path did. With these flags
+    // its server can only ask who the user is; without them it could act as the user.
     constexpr DWORD kFlags = SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION;
     return ::CreateFileW(path, access, 0, nullptr, OPEN_EXISTING, kFlags, nullptr);
 }
@@ -35,7 +35,8 @@ PipeRead readPipe(NativeHandle pipe, void* to, std::uint32_t count) noexcept {
     DWORD bytes = 0;
     if (::ReadFile(pipe, to, count, &bytes, nullptr) != 0) return {false, bytes, kSuccess};
     const DWORD error = ::GetLastError();
-    // The rest of the message waits for the next read; these bytes have arrived.
+    // A message longer than the buffer is no failure: `bytes` have arrived, and the next read gets
+    // the rest.
     if (error == ERROR_MORE_DATA) return {false, bytes, kSuccess};
     return {true, bytes, error};
 }

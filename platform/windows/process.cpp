@@ -5,10 +5,10 @@
 namespace platform {
 
 void endProcess(std::uint32_t exitCode) {
-    // Not ExitProcess: it stops the other threads wherever they stand and then runs the libraries'
-    // clean-up, which waits for ever for a lock that such a thread held.
+    // TerminateProcess, because ExitProcess stops the other threads and then runs the clean-up of
+    // the libraries. If a stopped thread held a lock that the clean-up needs, it never ends.
     ::TerminateProcess(::GetCurrentProcess(), exitCode);
-    ::ExitProcess(exitCode);  // never reached; tells the compiler that nothing returns
+    ::ExitProcess(exitCode);  // never reached: tells the compiler that this function never returns
 }
 
 }  // namespace platform

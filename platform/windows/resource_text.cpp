@@ -10,15 +10,16 @@ namespace {
 
 constexpr std::uint32_t kTextsPerBlock = 16;
 
-// The resource of the block that holds `id`. Primary language 0 would let the system choose.
+// The block of texts that contains `id`, in exactly this language. Primary language 0 is refused
+// because the system would then choose a language itself.
 HRSRC findBlock(HMODULE module, std::uint32_t id, LanguageId language) noexcept {
     if (module == nullptr || PRIMARYLANGID(language) == LANG_NEUTRAL) return nullptr;
     const std::uint32_t block = id / kTextsPerBlock + 1;
-    if (block > std::numeric_limits<WORD>::max()) return nullptr;  // numbers of resources end here
+    if (block > std::numeric_limits<WORD>::max()) return nullptr;  // no resource has this number
     return ::FindResourceExW(module, RT_STRING, MAKEINTRESOURCEW(block), language);
 }
 
-// Sixteen texts follow each other, each after its length in units.
+// A block is 16 texts in a row. Each is its length in units and then the units, without a NUL.
 std::wstring_view entryOf(std::wstring_view block, std::uint32_t index) noexcept {
     while (!block.empty()) {
         const auto units = static_cast<std::size_t>(block.front());
@@ -38,7 +39,7 @@ bool resourceText(NativeHandle module, std::uint32_t id, LanguageId language, st
     const auto library = static_cast<HMODULE>(module);
     const HRSRC found = findBlock(library, id, language);
     if (found == nullptr) return false;
-    const HGLOBAL loaded = ::LoadResource(library, found);  // never freed: part of the module
+    const HGLOBAL loaded = ::LoadResource(library, found);  // part of the module, so never freed
     if (loaded == nullptr) return false;
     const auto* const units = static_cast<const wchar_t*>(::LockResource(loaded));
     if (units == nullptr) return false;

@@ -22,7 +22,7 @@ LazyFunction<decltype(&::SHGetFolderPathA)> getFolderPath(kShellLibrary, "SHGetF
 }  // namespace
 
 bool openAddress(const wchar_t* url) noexcept try {
-    constexpr INT_PTR kLastShellError = 32;  // a greater result is a success
+    constexpr INT_PTR kLastShellError = 32;  // ShellExecute has succeeded if it returns more
     const auto open = shellExecute.get();
     if (open == nullptr) return false;
     const std::wstring argument = shellArgument(url);
@@ -48,8 +48,8 @@ bool startProgram(const wchar_t* path, std::uint32_t& error) noexcept {
 bool openDocument(const char* path) noexcept {
     SHELLEXECUTEINFOA info = {};
     info.cbSize = sizeof info;
-    // Without this flag the shell tells the user in a box of its own, and waits for the answer,
-    // when no program is there for the document.
+    // Without this flag the shell opens a message box when no program is installed for the
+    // document, and this call waits until the user closes it.
     info.fMask = SEE_MASK_FLAG_NO_UI;
     info.lpVerb = "open";
     info.lpFile = path;

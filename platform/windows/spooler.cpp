@@ -21,7 +21,7 @@ void close(NativeHandle printer) noexcept {
     if (closeIt != nullptr) closeIt(printer);
 }
 
-// The spooler's declarations take texts that they do not change without const.
+// The spooler's functions do not change their texts, but they are declared without const.
 LPWSTR changeable(const wchar_t* text) noexcept {
     return const_cast<LPWSTR>(text);
 }
@@ -39,7 +39,7 @@ Printer::~Printer() {
 bool Printer::open(const wchar_t* name) noexcept {
     close(_printer);
     _printer = nullptr;
-    // Without a name the spooler would open its own server instead of a printer.
+    // OpenPrinter without a name would open the print server instead of a printer.
     if (name == nullptr || *name == L'\0') return false;
     const auto openIt = openPrinter.get();
     HANDLE printer = nullptr;

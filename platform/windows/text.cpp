@@ -7,7 +7,7 @@
 namespace platform {
 namespace {
 
-// The system counts in int; longer texts cannot be had.
+// The system's conversions take an int as the length, so they cannot convert a longer text.
 int checkedLength(std::size_t length) {
     if (length > static_cast<std::size_t>(std::numeric_limits<int>::max())) throw std::bad_alloc();
     return static_cast<int>(length);
@@ -18,7 +18,7 @@ int checkedLength(std::size_t length) {
 std::wstring widened(std::string_view narrow) {
     if (narrow.empty()) return {};
     const int bytes = checkedLength(narrow.size());
-    // No code page makes more units than it has bytes, so one call does it.
+    // A conversion never makes more units than there are bytes, so one call is enough.
     std::wstring wide(narrow.size(), L'\0');
     const int units = ::MultiByteToWideChar(CP_ACP, 0, narrow.data(), bytes, wide.data(), bytes);
     wide.resize(static_cast<std::size_t>(units));

@@ -12,7 +12,7 @@ struct Start {
     void* parameter;
 };
 
-// The system calls with a convention and a result type of its own.
+// The system calls a thread procedure with its own calling convention and result type.
 DWORD WINAPI runThread(void* parameter) {
     const std::unique_ptr<const Start> start(static_cast<const Start*>(parameter));
     const Start what = *start;
@@ -23,15 +23,15 @@ DWORD WINAPI runThread(void* parameter) {
 
 NativeHandle startThread(ThreadProcedure procedure, void* parameter,
                          std::atomic<std::uint32_t>& threadId) noexcept {
-    // The system writes the id between making the thread and letting it run. A copy that we made
-    // after the call would come too late for a thread that asks at once.
+    // Let the system write the id directly: it does so before the thread begins to run. If we
+    // copied the id after the call, a thread that asks for it at once could find the old value.
     static_assert(sizeof threadId == sizeof(DWORD) && std::atomic<DWORD>::is_always_lock_free);
     auto* const id = reinterpret_cast<DWORD*>(&threadId);
     std::unique_ptr<Start> start(new (std::nothrow) Start{procedure, parameter});
     if (start == nullptr) return nullptr;
     const HANDLE thread = ::CreateThread(nullptr, 0, &runThread, start.get(), 0, id);
     if (thread == nullptr) return nullptr;
-    static_cast<void>(start.release());  // the thread frees it
+    static_cast<void>(start.release());  // runThread() now owns it and deletes it
     return thread;
 }
 

@@ -11,12 +11,12 @@
 namespace platform {
 namespace {
 
-// Null until somebody asks; the invalid handle where no trace is wanted. Open until the process
-// ends: any thread may be about to write its last line.
+// Null until the first line or question; invalidHandle() if no trace is wanted. The file is never
+// closed before the process ends, because any thread may still write a line.
 std::atomic<HANDLE> traceFile{nullptr};
 
-// Not every system finds the end of a file and writes there in one step (Wine does not): two
-// threads would write to the same place, and a line would be lost.
+// Finding the end of a file and writing there is not one step on every system (on Wine it is not).
+// Without this lock two threads could write to the same place, and one line would be lost.
 SRWLOCK oneLineAtATime = SRWLOCK_INIT;
 
 HANDLE openWantedFile() noexcept {
@@ -24,7 +24,8 @@ HANDLE openWantedFile() noexcept {
     wchar_t path[kPathUnits];
     const DWORD units = ::GetEnvironmentVariableW(L"QVSM_TRACE", path, kPathUnits);
     if (units == 0 || units >= kPathUnits) return invalidHandle();
-    // Without the right to write elsewhere than at the end, lines of several processes do not mix.
+    // FILE_APPEND_DATA alone makes every write go to the end of the file, so that one process does
+    // not overwrite the lines of another.
     return ::CreateFileW(path, FILE_APPEND_DATA,
                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                          OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -33,12 +34,13 @@ HANDLE openWantedFile() noexcept {
 HANDLE openedFile() noexcept {
     HANDLE known = traceFile.load(std::memory_order_acquire);
     if (known != nullptr) return known;
-    // Kept, because a trace may stand between a failed call and the question for its error.
+    // Keep the last error: the product may write a trace line between a failed call and its
+    // GetLastError().
     const DWORD lastError = ::GetLastError();
     FileHandle mine(openWantedFile());
     if (traceFile.compare_exchange_strong(known, mine.get())) known = mine.release();
     ::SetLastError(lastError);
-    return known;  // if another thread was first this is its file, and ours closes itself
+    return known;  // another thread's file if it was faster; `mine` then closes ours
 }
 
 }  // namespace

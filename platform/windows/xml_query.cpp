@@ -26,12 +26,12 @@ LazyFunction<decltype(&::SysAllocStringLen)> allocateText(kAutomationLibrary, "S
 LazyFunction<decltype(&::SysStringLen)> lengthOfText(kAutomationLibrary, "SysStringLen");
 LazyFunction<decltype(&::SysFreeString)> freeText(kAutomationLibrary, "SysFreeString");
 
-// The XML document of the system, and what we ask of it.
+// The class of the system's XML document, and the interface through which we use it.
 constexpr CLSID kDocumentClass = {
     0x2933BF90, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
 constexpr IID kDocumentInterface = {
     0x2933BF81, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
-// The same document with properties by name.
+// The later interface of the same document, which can set properties by name.
 constexpr IID kDocumentWithProperties = {
     0x2933BF95, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
 
@@ -41,8 +41,8 @@ bool isServiceThere() noexcept {
            lengthOfText.get() != nullptr && freeText.get() != nullptr;
 }
 
-// The component library, initialised for this thread. Where the thread has it in another mode, the
-// document works there too, and it is not ours to undo.
+// Initialises COM for this thread. If the thread has initialised COM in another mode already, our
+// call fails. The document works in that mode too, and we must not undo what we did not do.
 class ComScope {
 public:
     ComScope() noexcept : _isOurs(SUCCEEDED(coInitialize.get()(nullptr, COINIT_MULTITHREADED))) {}
@@ -84,9 +84,9 @@ ComPointer<IXMLDOMDocument> newDocument() noexcept {
                                                          : nullptr);
 }
 
-// Has the parser stop at a document type definition. The device's pages have none, and the entities
-// of one could name files of this computer, or name each other until a page of a few kilobytes
-// fills the memory.
+// Makes the parser refuse a document type definition. The device's pages have none. The entities of
+// a hostile one could name files of this computer, or name each other until a page of a few
+// kilobytes fills the memory.
 bool prohibitTypeDefinition(IXMLDOMDocument& document) {
     void* found = nullptr;
     if (FAILED(document.QueryInterface(kDocumentWithProperties, &found))) return false;
@@ -98,7 +98,7 @@ bool prohibitTypeDefinition(IXMLDOMDocument& document) {
     return SUCCEEDED(properties->setProperty(name.get(), yes));
 }
 
-// Not every parser keeps to the property above (Wine's does not).
+// Asks after loading too, because not every parser obeys ProhibitDTD (Wine's does not).
 bool hasTypeDefinition(IXMLDOMDocument& document) {
     IXMLDOMDocumentType* type = nullptr;
     const HRESULT result = document.get_doctype(&type);
@@ -108,7 +108,7 @@ bool hasTypeDefinition(IXMLDOMDocument& document) {
 
 bool load(IXMLDOMDocument& document, std::string_view text) {
     if (!prohibitTypeDefinition(document)) return false;
-    // A page that names files of this computer or addresses elsewhere gets nothing of them.
+    // A page must not make the parser read files of this computer or fetch anything from the net.
     document.put_resolveExternals(VARIANT_FALSE);
     document.put_validateOnParse(VARIANT_FALSE);
     VARIANT_BOOL isLoaded = VARIANT_FALSE;
@@ -129,7 +129,7 @@ ComPointer<IXMLDOMNode> select(IXMLDOMDocument& document, const char* path) {
 bool queryXml(std::string_view document, const char* path, std::string& out) {
     out.clear();
     if (!isServiceThere()) return false;
-    const ComScope com;  // outlives every object below
+    const ComScope com;  // declared first, so that it is destroyed after every object below
     const auto loaded = newDocument();
     if (loaded == nullptr || !load(*loaded, document)) return false;
     const auto node = select(*loaded, path);
