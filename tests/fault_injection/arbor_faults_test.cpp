@@ -1,4 +1,4 @@
-// Memory runs out at every place in turn: once, and from then on.
+// Every allocation of the object model fails in turn: alone, and with all allocations after it.
 #include "arbor/abstract_database.h"
 #include "arbor/custom_property.h"
 #include "arbor/message.h"
@@ -30,7 +30,8 @@ constexpr wchar_t kWideText[] = L"wide";
 
 class ArborFaultsTest : public testing::TestWithParam<Mode> {
 protected:
-    // Plays the scene; at least `points` allocations must have been made to fail, and none leaked.
+    // Makes every allocation of the scene fail in turn. There must be at least `points` of them, so
+    // that a scene without allocations is noticed, and none may leak.
     void failEachAllocation(const fault_injection::Scene& scene,
                             const fault_injection::Check& check, long points) {
         const fault_injection::Outcome outcome = everyAllocation(GetParam(), scene, check);
@@ -38,7 +39,8 @@ protected:
         EXPECT_EQ(outcome.leakedAt, 0);
     }
 
-    // The text where nothing failed; a null text where only its copy did; null without any memory.
+    // `made` must be the text when nothing failed, a property with a null text when only the text's
+    // block could not be allocated, and null when no later allocation worked either.
     static void expectNullText(std::unique_ptr<IProperty>& made, long failed, const char* text,
                                std::uint32_t type) {
         if (failed == 0) {
@@ -73,7 +75,8 @@ TEST_P(ArborFaultsTest, PropertyThatCannotBeAllocatedIsNull) {
                        1);
 }
 
-// One block holds a text and its property. Without it a property alone is tried, with a null text.
+// A text and its property share one block. If that cannot be allocated, the code tries to make a
+// property alone, which then has a null text.
 TEST_P(ArborFaultsTest, TextThatCannotBeCopiedIsANullTextThatReadsAsEmpty) {
     std::unique_ptr<IProperty> made;
     failEachAllocation(
@@ -159,7 +162,7 @@ TEST_P(ArborFaultsTest, ReplacedValueSurvivesWhenItsSuccessorCannotBeMade) {
         2);
 }
 
-// The number goes into the place of the old value.
+// A number is kept inside the entry of the bag, in the place of the old value.
 TEST_P(ArborFaultsTest, ReplacingAValueByANumberNeedsNoMemory) {
     PropertyHolder bag;
     bag.setInt(kLongKey, 1);

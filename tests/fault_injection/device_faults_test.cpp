@@ -14,7 +14,7 @@
 #include <cstring>
 #include <string>
 
-// Every allocation of the device's services fails in turn, alone and on top of platform faults.
+// Every allocation of the code in device/ fails in turn, alone and together with platform faults.
 namespace {
 
 using fault_injection::Mode;
@@ -65,7 +65,7 @@ void setScene() {
     }
 }
 
-// Last in each check: what the world remembers counts as live memory.
+// Call this last in each check: it also empties the world, whose content counts as live memory.
 void checkDeviceAndLeave() {
     EXPECT_EQ(world().device.openDevices(), 0);
     EXPECT_EQ(world().device.loadedLibraries(), 0);
@@ -73,7 +73,7 @@ void checkDeviceAndLeave() {
     cleanPlatform();
 }
 
-// Only a page that was filled is ever opened.
+// If the shop's page was opened, then once and with its template filled completely.
 void checkShop(bool undisturbed) {
     const auto opened = world().desktop.documents();
     EXPECT_LE(opened.size(), 1U);
@@ -160,7 +160,7 @@ TEST_P(DeviceFaultsTest, TheValidationEndsTheProcessWithCode0WhateverFails) {
     EXPECT_EQ(outcome.leakedAt, 0);
 }
 
-// What stops because memory has run out says so and has opened nothing.
+// An operation that stops because memory has run out says so in the trace and has opened nothing.
 TEST_P(DeviceFaultsTest, MissingMemoryIsTraced) {
     struct Row {
         const char* line;
@@ -171,7 +171,7 @@ TEST_P(DeviceFaultsTest, MissingMemoryIsTraced) {
          [] {
              try {
                  validateCartridge(L"USB001");
-             } catch (const platform::ProcessEnded&) {  // its usual end
+             } catch (const platform::ProcessEnded&) {  // validateCartridge() ends the process
              }
          }},
         {"TERNA - no memory to open a link", [] { openRecyclePage(); }},

@@ -66,8 +66,8 @@ void closed(Monitor& monitor) {
     monitor.closeFirstAlert();
 }
 
-// Its alert is open, or after a fault nothing is. No window was opened and taken away again,
-// because the user would have seen it.
+// The moment's alert is open; after a fault it may be missing, but then nothing is open. No window
+// was opened and closed again, because the user would have seen it.
 template <int Type>
 void itsAlertIsOpen(Monitor&, bool undisturbed) {
     const Types open = Monitor::openTypes();
@@ -152,7 +152,7 @@ const std::vector<Moment>& moments() {
     return all;
 }
 
-// Alerts that other code opens than the alerts above.
+// Alerts that are opened by other code than the alerts above.
 const std::vector<Moment>& furtherAlerts() {
     static const std::vector<Moment> all{
         {"paper is out", statusComes<41150>, hear, itsAlertIsOpen<0>, kNone},

@@ -93,7 +93,7 @@ Monitor::Monitor(Furniture furniture) {
     if (furniture == Furniture::None) return;
     printerIs(kPrinter);
     hasHeardAll();
-    world().device.install();  // installed last, so that the set-up above asks it nothing
+    world().device.install();  // installed last, so that the steps above cannot use the device
 }
 
 Monitor::~Monitor() {

@@ -12,8 +12,8 @@
 namespace fault_injection {
 
 inline constexpr wchar_t kPrinter[] = L"K7400 of the first floor";
-inline constexpr std::uint32_t kSerial = 4711;      // what the device says of its cartridge
-inline constexpr std::uint32_t kNewSerial = 47110;  // what a report says
+inline constexpr std::uint32_t kSerial = 4711;      // the cartridge that the device reports
+inline constexpr std::uint32_t kNewSerial = 47110;  // the cartridge in a cartridge report
 
 // Adds the texts, once for all monitors that are made afterwards.
 void provideTexts();
@@ -51,7 +51,7 @@ public:
 
     // The user closes the alert that opened first.
     void closeFirstAlert();
-    // The user presses a button of it.
+    // The user presses a button of the alert that opened first.
     void pressInFirstAlert(int control);
 
     [[nodiscard]] static std::vector<int> openTypes();

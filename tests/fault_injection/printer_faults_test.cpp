@@ -84,7 +84,7 @@ TEST_P(PrinterFaultsTest, TheCartridgeMemoryStaysWhole) {
     EXPECT_EQ(outcome.leakedAt, 0);
 }
 
-TEST_P(PrinterFaultsTest, ATruthfulSnoozeIsStoredAndAFailedOneIsNot) {
+TEST_P(PrinterFaultsTest, ASnoozeIsStoredExactlyWhenItReportsSuccess) {
     bool saved = false;
     const auto scene = [&saved] {
         cleanPlatform();
@@ -109,7 +109,7 @@ struct Asked {
     std::wstring pages = std::wstring(kConsumableTextUnits, L'#');
 };
 
-TEST_P(PrinterFaultsTest, AConsumableIsToldOrNotKnown) {
+TEST_P(PrinterFaultsTest, AConsumableIsReadOrNotKnown) {
     Asked asked;
     const auto scene = [&asked] {
         cleanPlatform();
@@ -181,7 +181,7 @@ TEST_P(PrinterFaultsTest, ThePrinterIsSupportedOnlyWhenItWasAsked) {
     EXPECT_EQ(outcome.leakedAt, 0);
 }
 
-TEST_P(PrinterFaultsTest, TheCompanionIsStartedOrItIsTold) {
+TEST_P(PrinterFaultsTest, TheCompanionIsStartedOrItsFailureIsTraced) {
     bool started = false;
     const auto scene = [&started] {
         cleanPlatform();
@@ -216,7 +216,7 @@ constexpr Call kCalls[] = {Call::RegistryOpen,  Call::RegistryCreate, Call::Regi
                            Call::RegistryWrite, Call::LibraryLoad,    Call::FunctionLookup,
                            Call::DeviceOpen,    Call::DevicePage,     Call::XmlQuery};
 
-TEST_P(PrinterFaultsTest, AFaultOfThePlatformOnTopLeavesAWholeRecordToo) {
+TEST_P(PrinterFaultsTest, APlatformFaultWithMissingMemoryLeavesAWholeRecord) {
     for (const Call call : kCalls) {
         bool everStruck = true;
         for (long nth = 1; everStruck; ++nth) {
@@ -248,7 +248,7 @@ constexpr Call kPrinterCalls[] = {Call::PrinterOpen,    Call::PrinterDataRead, C
                                   Call::RegistryCreate, Call::DeviceOpen,      Call::DevicePage,
                                   Call::XmlQuery};
 
-TEST_P(PrinterFaultsTest, AFaultOfThePlatformOnTopLeavesNoPrinterOpen) {
+TEST_P(PrinterFaultsTest, APlatformFaultWithMissingMemoryLeavesNoPrinterOpen) {
     for (const Call call : kPrinterCalls) {
         bool everStruck = true;
         for (long nth = 1; everStruck; ++nth) {

@@ -12,11 +12,11 @@
 #include <stdexcept>
 #include <string>
 
-// Reading of records on the thread whose allocations fail.
+// Reads records on the test's own thread, because only the allocations of that thread fail.
 namespace fault_injection {
 
-// Reads what is fed on the calling thread, which is the one whose allocations fail. Drops its
-// messages, but counts those that came through whole.
+// Receives the messages of a generator that reads on the calling thread. It deletes them instead of
+// delivering them, but counts those that arrived and those of them that are complete.
 class CountingBroker : public tern::EventBroker {
 public:
     using EventBroker::EventBroker;
@@ -35,7 +35,7 @@ public:
     int messages = 0;
     int whole = 0;
     int stops = 0;
-    std::int32_t blockBytes = -1;  // of the last message; -1 when it names no block
+    std::int32_t blockBytes = -1;  // size of the last message's OEM block; -1 when it has none
     bool hasBlock = false;
 };
 
@@ -48,7 +48,7 @@ public:
         try {
             VeloEventGenerator::buildMessage(header, broker);
         } catch (const std::runtime_error& told) {
-            // Compared without memory of its own: there may be none.
+            // std::strcmp needs no memory, which may have run out; a std::string would.
             if (std::strcmp(told.what(), "failed to create Message instance") == 0) ++refusals;
             throw;
         }
@@ -58,7 +58,8 @@ public:
     int refusals = 0;
 };
 
-// A generator whose body runs on the test's thread, where memory fails.
+// A generator whose body runs on the test's thread, because only the allocations of that thread
+// fail.
 struct Reading {
     explicit Reading(const std::string& bytes) {
         platform::simulated::world().pipes.feed(L"faults", bytes);

@@ -80,7 +80,7 @@ TEST_P(TernFaultsTest, MessageThatCannotBePostedIsNotQueued) {
 }
 
 TEST_P(TernFaultsTest, QueueThatCannotGrowDropsTheMessageAndKeepsTheOthers) {
-    constexpr int kMessages = 200;  // more than the queue's first block
+    constexpr int kMessages = 200;  // more than the first block of the queue holds
     std::unique_ptr<test::TestManager<>> manager;
     int accepted = 0;
     int heard = 0;
@@ -108,7 +108,7 @@ TEST_P(TernFaultsTest, QueueThatCannotGrowDropsTheMessageAndKeepsTheOthers) {
 }
 
 TEST_P(TernFaultsTest, ComponentIsTakenWholeOrNotAtAll) {
-    constexpr int kComponents = 10;  // more than the broker's arrays keep inside themselves
+    constexpr int kComponents = 10;  // more than the inline storage of the broker's arrays holds
     std::unique_ptr<test::TestManager<>> manager;
     std::vector<std::unique_ptr<ListenerComponent>> offered;
     std::vector<ListenerComponent*> taken;
@@ -140,7 +140,7 @@ TEST_P(TernFaultsTest, ComponentIsTakenWholeOrNotAtAll) {
                     EXPECT_FALSE(refused->hasProperty(L"eventBroker"));
                 }
             }
-            offered.clear();  // destroys what was refused: nobody may call it any more
+            offered.clear();  // destroy the refused ones: if the broker called one, it would crash
             manager->broker.post(&kType, 1, 0, nullptr);
             manager->broker.run();
             for (const ListenerComponent* component : taken)
@@ -153,7 +153,7 @@ TEST_P(TernFaultsTest, ComponentIsTakenWholeOrNotAtAll) {
 }
 
 TEST_P(TernFaultsTest, ThreadOfARefusedComponentIsNeverStartedThoughItHasAsked) {
-    constexpr std::size_t kComponents = 10;  // more than the broker's arrays keep inside themselves
+    constexpr std::size_t kComponents = 10;  // more than the broker's inline storage holds
     std::array<test::CountingThread, kComponents> threads;
     std::unique_ptr<test::TestManager<>> manager;
     std::vector<std::unique_ptr<ListenerComponent>> offered;
@@ -189,8 +189,8 @@ TEST_P(TernFaultsTest, InstanceManagerIsWholeOrNull) {
     tern::IInstanceManager* manager = nullptr;
     failEachAllocation([&] { return [&] { manager = tern::NewInstanceManager("", 0, nullptr); }; },
                        [&](long failed) {
-                           // A mutex that cannot be made does nothing; every other failure gives no
-                           // manager.
+                           // A mutex that cannot be created does nothing, and the manager works
+                           // without it. Every other failure gives no manager.
                            if (failed == 0) {
                                ASSERT_NE(manager, nullptr);
                            }
@@ -207,14 +207,14 @@ TEST_P(TernFaultsTest, InstanceManagerIsWholeOrNull) {
                        16);
 }
 
-// Threads and locks are the real ones in the Windows program: nothing makes them fail there.
+// The Windows program has the system's threads and locks, which cannot be made to fail.
 #if !defined(_WIN32)
 TEST_P(TernFaultsTest, ComponentIsCreatedAndAddedOrNothingIsLeftOfIt) {
     tern::IInstanceManager* manager = nullptr;
     bool created = false;
     failEachAllocation(
         [&] {
-            // No thread comes to life, so nothing but us takes memory or gives it back.
+            // No thread can be started, so only this thread allocates and frees memory.
             world().faults.reset();
             EXPECT_TRUE(world().faults.add({Call::ThreadStart, 1, true}));
             manager = tern::NewInstanceManager("", 0, nullptr);
@@ -228,7 +228,8 @@ TEST_P(TernFaultsTest, ComponentIsCreatedAndAddedOrNothingIsLeftOfIt) {
             if (failed == 0) {
                 EXPECT_TRUE(created);
             }
-            // Runs at least one idle turn: starts what waits, and nothing that is gone.
+            // Run at least one idle turn. It starts the waiting threads and would crash if one of
+            // them belonged to a component that is gone.
             manager->getEventBroker()->addComponent(new ListenerComponent(passes));
             world().messages.post([&] { manager->getEventBroker()->stop(nullptr, 0); });
             EXPECT_EQ(manager->run(), 0U);
@@ -278,7 +279,7 @@ TEST_P(TernFaultsTest, BufferThatFindsNoMemoryHasNoBytes) {
         1);
 }
 
-TEST(RecordWithoutMemoryTest, BodyThatFindsNoneReadsAsDefaultsAndTheNextRecordIsWhole) {
+TEST(RecordWithoutMemoryTest, BodyWithoutMemoryReadsAsDefaultsAndTheNextRecordIsWhole) {
     const std::string bytes = records::record(2, 3, records::number(41100));
     std::unique_ptr<Reading> reading;
     int withDefaults = 0;
@@ -296,10 +297,10 @@ TEST(RecordWithoutMemoryTest, BodyThatFindsNoneReadsAsDefaultsAndTheNextRecordIs
         });
 
     EXPECT_EQ(outcome.leakedAt, 0);
-    EXPECT_EQ(withDefaults, 1);  // one allocation is that of the first body; the second reuses none
+    EXPECT_EQ(withDefaults, 1);  // only one allocation is the first record's body
 }
 
-TEST(RecordWithoutMemoryTest, DeviceBlockThatFindsNoneIsToldAsEmpty) {
+TEST(RecordWithoutMemoryTest, OemBlockWithoutMemoryArrivesEmpty) {
     const std::string bytes = records::record(1, 0, "block");
     std::unique_ptr<Reading> reading;
     int emptyBlocks = 0;
@@ -320,7 +321,7 @@ TEST(RecordWithoutMemoryTest, DeviceBlockThatFindsNoneIsToldAsEmpty) {
         });
 
     EXPECT_EQ(outcome.leakedAt, 0);
-    EXPECT_EQ(emptyBlocks, 2);  // no memory for the body, and none for the copy of the block
+    EXPECT_EQ(emptyBlocks, 2);  // once for the record's body, once for the copy of its block
 }
 
 TEST_P(TernFaultsTest, TextsWideTextsAndBlocksSurviveEveryFailure) {

@@ -1,4 +1,4 @@
-// The platform's calls fail in turn under the status channel, alone and together with memory.
+// Every platform call of the status channel fails in turn, alone and together with an allocation.
 #include "tern/event_broker.h"
 #include "tern/velo_listener.h"
 
@@ -38,7 +38,7 @@ protected:
 constexpr Call kReadingCalls[] = {Call::PipeWait, Call::PipeOpenForReading, Call::PipeMode,
                                   Call::PipeRead};
 
-TEST_P(TernPlatformFaultsTest, PipeThatFailsOnTopStopsTheBrokerAsWell) {
+TEST_P(TernPlatformFaultsTest, PipeAndMemoryThatFailTogetherStopTheBroker) {
     const std::string bytes =
         records::record(2, 3, records::number(41100)) + records::record(1, 0, "block");
     for (const Call call : kReadingCalls) {
@@ -65,7 +65,7 @@ TEST_P(TernPlatformFaultsTest, PipeThatFailsOnTopStopsTheBrokerAsWell) {
 
 constexpr Call kWritingCalls[] = {Call::PipeWait, Call::PipeOpenForWriting, Call::PipeWrite};
 
-// A header goes out whole or not at all, and what cannot be told is nobody's concern.
+// A header is written whole or not at all. A message that cannot be written has no other effect.
 TEST_P(TernPlatformFaultsTest, OutputListenerWritesWholeHeadersWhateverFails) {
     for (const Call call : kWritingCalls) {
         for (const long nth : {1L, 2L, 3L}) {
@@ -104,7 +104,7 @@ INSTANTIATE_TEST_SUITE_P(OnceAndForEver, TernPlatformFaultsTest,
                              return tested.param == Mode::Once ? "Once" : "FromThenOn";
                          });
 
-// The platform's calls, one after the other.
+// Each call of the platform fails alone, with all the memory that is needed.
 TEST(TernPlatformFaultTest, PipeThatFailsAtAnyCallStopsTheBrokerAndNothingElse) {
     const std::string bytes = records::record(2, 3, records::number(41100));
     for (const Call call : kReadingCalls) {
@@ -129,7 +129,7 @@ TEST(TernPlatformFaultTest, PipeThatFailsAtAnyCallStopsTheBrokerAndNothingElse) 
     world().reset();
 }
 
-#if !defined(_WIN32)  // as above
+#if !defined(_WIN32)  // the system's threads cannot be made to fail
 TEST(TernPlatformFaultTest, ThreadThatCannotBeStartedIsSilentAndStartsAtTheNextTry) {
     world().reset();
     ASSERT_TRUE(world().faults.add({Call::ThreadStart}));
@@ -145,7 +145,7 @@ TEST(TernPlatformFaultTest, ThreadThatCannotBeStartedIsSilentAndStartsAtTheNextT
     world().reset();
 }
 
-TEST(TernPlatformFaultTest, ThreadThatTheSystemTellsNothingOfReadsAsUnfinished) {
+TEST(TernPlatformFaultTest, ThreadWhoseExitCodeCannotBeReadCountsAsUnfinished) {
     world().reset();
     test::StatusChannel<> channel;
     channel.play({});

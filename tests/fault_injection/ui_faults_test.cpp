@@ -19,8 +19,8 @@
 #include <string>
 #include <utility>
 
-// Every allocation of making an alert and of closing it fails in turn, alone and on top of platform
-// faults.
+// Every allocation that creates or closes an alert fails in turn, alone and together with a failure
+// of the platform.
 namespace {
 
 using fault_injection::Mode;
@@ -46,7 +46,7 @@ void describe(arbor::PropertyHolder& description, void* strings, int type, int s
     description.setInt(L"dialog type", type);
 }
 
-// What all controls of an alert show.
+// The texts of all controls of an alert.
 std::map<int, std::wstring> textsOf(WindowHandle window) {
     std::map<int, std::wstring> texts;
     for (const auto& [id, control] : headless::find(window)->controls)
@@ -54,7 +54,7 @@ std::map<int, std::wstring> textsOf(WindowHandle window) {
     return texts;
 }
 
-// Null, or an alert that opens and shows all its texts.
+// The factory returns null or an alert that opens and shows all its texts.
 TEST_P(UiFaultsTest, AnAlertIsMadeWholeOrNotAtAll) {
     for (const std::pair<int, int>& alertKind : {std::pair{1, 41003}, {4, 10209}, {3, 40120}}) {
         cleanPlatform();
@@ -90,7 +90,7 @@ TEST_P(UiFaultsTest, AnAlertIsMadeWholeOrNotAtAll) {
     cleanPlatform();
 }
 
-// An alert that shows half of its texts would count as shown.
+// An alert with only some of its texts must not open, because it would count as shown.
 TEST_P(UiFaultsTest, AnAlertThatCannotBeFilledIsNotOpened) {
     for (const auto& [type, status] : {std::pair{1, 41003}, {4, 10209}, {3, 40120}}) {
         cleanPlatform();
@@ -116,7 +116,7 @@ TEST_P(UiFaultsTest, AnAlertThatCannotBeFilledIsNotOpened) {
     cleanPlatform();
 }
 
-// Counts the alerts that say they are closed, each by itself.
+// Counts the messages that say that `alert` is closed. No other message may arrive.
 class ClosedAlerts : public tern::EventBroker {
 public:
     ClosedAlerts() : EventBroker(nullptr) {}
@@ -131,8 +131,9 @@ public:
     int told = 0;
 };
 
-// A window that went without a word would leave an alert that nobody can close any more.
-TEST_P(UiFaultsTest, AnAlertThatCannotTellOfItsEndStaysOpen) {
+// If the window went away without the message that it is closed, the monitor would keep an alert
+// that nobody can close any more.
+TEST_P(UiFaultsTest, AnAlertThatCannotReportItsClosingStaysOpen) {
     cleanPlatform();
     headless::reset();
     arbor::PropertyHolder description;
@@ -163,7 +164,8 @@ TEST_P(UiFaultsTest, AnAlertThatCannotTellOfItsEndStaysOpen) {
     EXPECT_EQ(outcome.leakedAt, 0);
 }
 
-// The button is pressed for the user, so doubt must not press it.
+// The alert presses the device's button without asking the user, so it must not do so when it
+// cannot read its own caption.
 TEST_P(UiFaultsTest, AnAlertThatCannotReadItsButtonDoesNotAskThePrinterToGoOn) {
     cleanPlatform();
     headless::reset();
@@ -183,14 +185,14 @@ TEST_P(UiFaultsTest, AnAlertThatCannotReadItsButtonDoesNotAskThePrinterToGoOn) {
     cleanPlatform();
 }
 
-// All that is asked on the way to an alert with a supplies block.
+// Every kind of platform call that the creation of an alert with a supplies block makes.
 constexpr Call kCalls[] = {Call::TextLookup,      Call::TextProbe,          Call::InterfaceLanguage,
                            Call::RegistryCreate,  Call::RegistryWrite,      Call::PrinterOpen,
                            Call::PrinterDataRead, Call::LibraryLoad,        Call::FunctionLookup,
                            Call::DeviceOpen,      Call::DevicePage,         Call::XmlQuery,
                            Call::SystemVersion,   Call::ResourceLibraryOpen};
 
-TEST_P(UiFaultsTest, AFaultOfThePlatformOnTopLeavesAnAlertWholeOrUnmadeToo) {
+TEST_P(UiFaultsTest, WithAPlatformFaultAsWellAnAlertIsMadeWholeOrNotAtAll) {
     cleanPlatform();
     headless::reset();
     void* const strings = speakEnglish();
@@ -223,7 +225,7 @@ TEST_P(UiFaultsTest, AFaultOfThePlatformOnTopLeavesAnAlertWholeOrUnmadeToo) {
 
             fault_injection::everyAllocation(GetParam(), scene, check);
 
-            if (nth == 2) break;  // the calls that follow differ in nothing but their number
+            if (nth == 2) break;  // later calls of this kind are made by the same code
         }
     }
     cleanPlatform();
