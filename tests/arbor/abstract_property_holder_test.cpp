@@ -13,7 +13,8 @@ using test::CountedProperty;
 
 namespace {
 
-// Answers what the base leaves open, and writes down what its setters come to.
+// Implements the operations that the base class leaves open, and records the property that each
+// typed setter passes to setProperty().
 class RecordingHolder : public arbor::AbstractPropertyHolder {
 public:
     using AbstractPropertyHolder::getString;

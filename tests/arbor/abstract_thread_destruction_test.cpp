@@ -1,4 +1,4 @@
-// A thread object that goes while its thread is at work, and one whose thread comes too late.
+// A thread object is destroyed while its thread runs, or before its thread begins.
 #include "arbor/abstract_thread.h"
 
 #include "platform/thread.h"
@@ -20,20 +20,22 @@ namespace {
 
 constexpr std::uint32_t kLongerThanADestructor = 50;
 
-// What the body of a BlockingThread has come to; outlives it.
+// How far the body of a BlockingThread has come. The test owns it, so that it exists longer than
+// the thread object.
 struct Progress {
     std::atomic<bool> isOutside{false};
     std::atomic<bool> mayComeBack{false};
     std::atomic<bool> wasLetIn{false};
     std::atomic<bool> wasRefused{false};
-    std::atomic<bool> mustThrow{false};  // at the end of the work outside
+    std::atomic<bool> mustThrow{false};  // the work outside ends with an exception
     std::atomic<bool> wasThrownAt{false};
-    std::atomic<bool> mustStay{false};  // inside, until the object is on its way out
+    std::atomic<bool> mustStay{false};  // the body stays inside until the destruction begins
     std::atomic<bool> isLeaving{false};
     std::atomic<bool> isDone{false};
 };
 
-// Blocks outside its object. Leaves it to its base to end the use of the object.
+// Its body blocks outside the object. It has no destructor of its own, so the destructor of the
+// base class must end the use of the object.
 class BlockingThread : public AbstractThread {
 public:
     explicit BlockingThread(Progress& progress) : _progress(progress) {}
@@ -63,7 +65,7 @@ private:
     Progress& _progress;
 };
 
-// Runs its body on the caller's thread, whenever the test wants.
+// Lets the test run the body on its own thread, at the moment that it chooses.
 class LateThread : public TestThread {
 public:
     using AbstractThread::endThreadUse;
@@ -116,7 +118,7 @@ TEST(AbstractThreadDestructionTest, BodyIsBackInItsObjectWhenItsWorkOutsideHasTh
     progress.isLeaving = true;
     thread.reset();
 
-    EXPECT_TRUE(progress.isDone);  // the destructor has waited
+    EXPECT_TRUE(progress.isDone);  // the destructor has waited for the body
 }
 
 TEST(AbstractThreadDestructionTest, WorkOutsideThatThrowsInAGoneObjectTellsTheBodyThatItIsGone) {

@@ -29,7 +29,7 @@ constexpr std::uint32_t kNow = 0;
 constexpr std::uint32_t kTimedOut = 258;
 constexpr std::uint32_t kWaitFailed = 0xFFFFFFFF;
 
-// Records the codes of its messages, and does for each message what the test wants.
+// Records the codes of its messages and runs the test's action for each message.
 class Observer : public IListener {
 public:
     explicit Observer(std::function<void(IMessage*)> action = {}) : _action(std::move(action)) {}
@@ -84,7 +84,8 @@ TEST(AbstractThreadTest, StartedThreadRunsItsBodyOnAThreadOfItsOwn) {
 }
 
 TEST(AbstractThreadTest, BodyAndFinishedObserverFindTheIdOfTheirThread) {
-    constexpr int kThreads = 1000;  // an id that comes too late is missed by a few in a thousand
+    // If the id were stored after the start, only a few of a thousand threads would notice.
+    constexpr int kThreads = 1000;
     int misses = 0;
 
     for (int count = 0; count < kThreads; ++count) {

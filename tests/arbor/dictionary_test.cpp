@@ -9,7 +9,7 @@
 namespace {
 
 using Words = arbor::dictionary<std::wstring, int*, int, 2147483647, 1>;
-// So few symbols that a test can use them up: 2 to 5, then 1, then gaps.
+// Has so few symbols that a test can use them all: 2 to 5, then 1, then the gaps between them.
 using FewSymbols = arbor::dictionary<std::wstring, int*, int, 5, 1>;
 
 int one = 1;
@@ -127,8 +127,8 @@ TEST(DictionaryTest, LargestAndSmallestSymbolAreNotReusedAsGaps) {
     FewSymbols words;
     for (int number = 0; number < 5; ++number)
         words.insert(key(number), &one);
-    words.erase(key(3));  // symbol 5
-    words.erase(key(4));  // symbol 1
+    words.erase(key(3));  // has symbol 5, the largest
+    words.erase(key(4));  // has symbol 1, the smallest
 
     EXPECT_EQ(words.insert(L"no gap between", &two), FewSymbols::kNoSymbol);
 }
@@ -232,7 +232,7 @@ TEST(DictionaryTest, ReplacedKeyIsGoneWhenNoSymbolIsLeft) {
 
     FewSymbols::Taken old;
     EXPECT_EQ(words.replace(key(3).c_str(), &two, old),
-              FewSymbols::kNoSymbol);  // 5, the largest, is no gap
+              FewSymbols::kNoSymbol);  // symbol 5 is the largest and so not a gap
 
     EXPECT_EQ(old.value, &one);
     EXPECT_FALSE(words.contains(key(3)));

@@ -21,7 +21,7 @@ using test::CountedProperty;
 
 namespace {
 
-// Shows the symbols, which never leave a holder otherwise.
+// Gives tests access to the symbols, which no public operation of a holder returns.
 class OpenHolder : public PropertyHolder {
 public:
     [[nodiscard]] int symbolOf(const wchar_t* key) const {

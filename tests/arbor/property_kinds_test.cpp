@@ -1,4 +1,4 @@
-// What the kinds of property answer about themselves, and their clones.
+// What each kind of property says about itself, and what its clones share with it.
 #include "arbor/property.h"
 
 #include "arbor/custom_property.h"
@@ -27,7 +27,8 @@ namespace {
 
 using Owned = std::unique_ptr<IProperty>;
 
-// A text that another program's class keeps: nothing of ours stands in front of its characters.
+// A text property that is not one of ours: unlike ours, it has no reference count in front of its
+// characters, so a clone cannot share them.
 class ForeignText : public IProperty {
 public:
     explicit ForeignText(const char* text) : _type(arbor::PT_STRING), _narrow(text) {}
@@ -64,7 +65,7 @@ private:
     bool _isAbsent = false;
 };
 
-// A buffer with a layout and a type code of its own.
+// A custom buffer with a type code of its own.
 class TypedCustomBuffer : public CustomProperty {
 public:
     using CustomProperty::CustomProperty;

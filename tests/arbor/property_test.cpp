@@ -36,7 +36,7 @@ Owned buffer(const char* bytes, std::size_t count) {
     return Owned(Property::createOpaque(bytes, count));
 }
 
-// A fallback for every conversion, with values that no property has.
+// A fallback for every conversion. No property of the tests has one of these values.
 struct Fallbacks {
     IProperty::Functor<int> integer{-11};
     IProperty::Functor<float> real{-1.5F};

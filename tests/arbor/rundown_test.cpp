@@ -43,7 +43,7 @@ TEST(RundownTest, CloseWaitsForThoseInside) {
     });
 
     closer.start();
-    ASSERT_TRUE(test::eventually([&] {  // refused: the closer has begun
+    ASSERT_TRUE(test::eventually([&] {  // when enter() is refused, the closer has begun
         if (!rundown.enter()) return true;
         rundown.leave();
         return false;

@@ -1,5 +1,5 @@
-// The order of the virtual operations is part of the design of these classes (kept: see decision
-// 0012). A destructor takes two places of the table.
+// The order of the virtual operations belongs to the design of these classes (kept: see decision
+// 0012). A destructor takes two slots of the table.
 #include "tests/support/slot_of.h"
 
 #include "arbor/abstract_database.h"
@@ -46,7 +46,7 @@ void expectPropertySlots() {
     EXPECT_EQ(slotOf(&Class::getTypeId), 17U);
 }
 
-// The wide operation stands at `slot`, its narrow twin right after it.
+// The operation with a wide key must be at `slot`, the one with a narrow key directly after it.
 template <typename Class, typename Wide, typename Narrow>
 void expectTwins(Wide Class::*wide, Narrow Class::*narrow, std::size_t slot) {
     EXPECT_EQ(slotOf(wide), slot);

@@ -1,4 +1,4 @@
-// The small components: timer, tracer, output listener and their bases.
+// The small components: the timer, the debug listener, the output listener and their base classes.
 #include "tern/debug_listener.h"
 #include "tern/timer_event_generator.h"
 #include "tern/velo_listener.h"
@@ -32,7 +32,7 @@ using tern::VeloListener;
 namespace {
 
 constexpr Guid kOtherType{1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
-constexpr std::size_t kPrefixUnits = 9;  // of \\.\pipe\ before a name
+constexpr std::size_t kPrefixUnits = 9;  // the length of the prefix \\.\pipe\ of a path
 
 class BareListener : public tern::AbstractListener {
 public:
@@ -268,5 +268,5 @@ TEST_F(VeloListenerTest, WithoutANameThePipeIsTheMisspeltDefault) {
 
     const VeloListener nameless(PropertyHolder{}, nullptr);
 
-    EXPECT_FALSE(platform::waitForPipe(unknown.path().c_str()));  // taken
+    EXPECT_FALSE(platform::waitForPipe(unknown.path().c_str()));  // the pipe has its one client
 }

@@ -1,4 +1,4 @@
-// What the broker does with components and with what their threads tell it.
+// What the broker does with components and with the messages of their threads.
 #include "tern/event_broker.h"
 
 #include "arbor/abstract_thread.h"
@@ -22,7 +22,7 @@ using test::passes;
 
 namespace {
 
-// A component whose bag names a thread that is the test's.
+// A component whose bag names a thread that the test owns.
 class ThreadComponent : public PropertyHolder {
 public:
     explicit ThreadComponent(IThread& thread) { setPointer(L"thread", &thread); }
@@ -34,7 +34,7 @@ public:
     }
 
 private:
-    int* _destroyed = nullptr;  // the test's
+    int* _destroyed = nullptr;  // owned by the test
 };
 
 class EventBrokerComponentsTest : public test::EventBrokerFixture {
@@ -55,7 +55,7 @@ TEST_F(EventBrokerComponentsTest, NullIsRefused) {
 }
 
 TEST_F(EventBrokerComponentsTest, ComponentWithNeitherThreadNorListenerIsRefusedAndNotOwned) {
-    PropertyHolder component;  // on the stack: owning it would be a crash
+    PropertyHolder component;  // on the stack: the broker would crash if it took ownership
     component.setInt(L"thread", 5);
 
     EXPECT_FALSE(broker.addComponent(&component));
@@ -130,7 +130,7 @@ TEST_F(EventBrokerComponentsTest, RemovedComponentIsDestroyedOnlyWhenAskedTo) {
 }
 
 TEST_F(EventBrokerComponentsTest, ComponentThatWasNeverAddedIsNotDestroyed) {
-    ThreadComponent stranger(thread);  // on the stack: destroying it would be a crash
+    ThreadComponent stranger(thread);  // on the stack: the broker would crash if it deleted it
     ListenerComponent strangeListener(passes);
     auto& known = addListener(passes);
 
@@ -162,7 +162,7 @@ TEST_F(EventBrokerComponentsTest, ThreadOfADestroyedComponentIsNeverStarted) {
 }
 
 TEST_F(EventBrokerComponentsTest, ComponentsAddedWhileAThreadIsStartedAreStartedAtTheNextIdleTurn) {
-    constexpr int kComponents = 8;  // more than the list of waiting threads keeps inside the broker
+    constexpr int kComponents = 8;  // more than the inline storage for waiting threads holds
     test::CountingThread late;
     int startedAtFirstTurn = -1;
     int turns = 0;

@@ -12,10 +12,10 @@
 
 namespace test {
 
-// The type of the messages that belong to nobody but the test.
+// A message type of the tests, which no class of the product uses.
 inline constexpr arbor::Guid kType{1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
 
-// What listeners may answer.
+// The two answers of a listener: it has taken the message, or it has not.
 inline bool takes(arbor::IMessage&) {
     return true;
 }
@@ -30,7 +30,7 @@ protected:
         manager.onPump = [this] { broker.stop(nullptr, 0); };
     }
 
-    // Makes a listener of the broker's.
+    // Adds a listener, which the broker then owns.
     ListenerComponent& addListener(ListenerComponent::Action action) {
         auto* component = new ListenerComponent(std::move(action));
         EXPECT_TRUE(broker.addComponent(component));
@@ -40,10 +40,10 @@ protected:
         arbor::SimpleMessage message(&kType, 0, flags);
         broker.publish(&message);
     }
-    // Delivers all that is queued, then stops.
+    // Delivers all queued messages and returns.
     void runUntilIdle() { EXPECT_EQ(broker.run(), 0); }
 
-    CountingThread startedThread;  // for components: outlives the broker, which may hold it
+    CountingThread startedThread;  // for components; declared first because the broker may use it
     TestManager<> manager;
     tern::EventBroker& broker = manager.broker;
 };

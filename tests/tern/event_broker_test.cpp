@@ -103,7 +103,7 @@ TEST_F(EventBrokerTest, ListenerRemovedDuringDeliveryStillHearsThisMessage) {
 }
 
 TEST_F(EventBrokerTest, NoLockIsHeldWhileAListenerIsCalled) {
-    // A second thread gets the lock in the middle of a delivery.
+    // stop() takes the broker's lock. A second thread must get it in the middle of a delivery.
     struct Locker {
         static std::uint32_t run(void* broker) {
             static_cast<tern::EventBroker*>(broker)->stop(nullptr, 0);

@@ -1,4 +1,4 @@
-// A generator that goes while its own thread is inside it.
+// A generator is destroyed while its own thread runs inside it.
 #include "tern/timer_event_generator.h"
 #include "tern/velo_event_generator.h"
 
@@ -20,7 +20,7 @@ using test::eventually;
 
 namespace {
 
-// Keeps the thread that asks for the broker until the generator is on its way out.
+// Holds up the thread that asks for the broker until the destruction of the generator has begun.
 class HesitantManager : public test::TestManager<test::RecordingBroker> {
 public:
     tern::EventBroker* getEventBroker() override {
@@ -31,7 +31,7 @@ public:
         return &broker;
     }
 
-    // Destroys the generator while its thread is held up.
+    // Destroys the generator while its thread waits in getEventBroker().
     template <typename Generator>
     void destroyInTheMiddle(std::unique_ptr<Generator> generator) {
         generator->start();
@@ -46,7 +46,7 @@ public:
 
 }  // namespace
 
-TEST(GeneratorDestructionTest, TimerStandsUntilItsThreadHasPostedItsTick) {
+TEST(GeneratorDestructionTest, TimerExistsUntilItsThreadHasPostedItsTick) {
     HesitantManager manager;
     arbor::PropertyHolder parameters;
     parameters.setInt(L"interval", 10);
@@ -57,7 +57,7 @@ TEST(GeneratorDestructionTest, TimerStandsUntilItsThreadHasPostedItsTick) {
     EXPECT_EQ(manager.broker.messages()[0]->getType(), &tern::kTimerEventGeneratorId);
 }
 
-TEST(GeneratorDestructionTest, ReaderStandsUntilItsThreadHasStoppedTheBroker) {
+TEST(GeneratorDestructionTest, ReaderExistsUntilItsThreadHasStoppedTheBroker) {
     HesitantManager manager;
     test::setChannel(L"no such pipe", records::kPrinter);
 

@@ -1,4 +1,4 @@
-// The life of an instance manager: how it is made, runs and goes.
+// How an instance manager is created, run and deleted.
 #include "tern/instance_manager.h"
 
 #include "arbor/i_database.h"
@@ -80,7 +80,7 @@ TEST(NewInstanceManagerTest, ArgumentsAreAcceptedAndNotUsed) {
     manager = tern::NewInstanceManager("version=1.0.0.0", 0, nullptr);
     EXPECT_NE(manager, nullptr);
     tern::TERN_DeleteInstanceManager(manager);
-    tern::TERN_DeleteInstanceManager(manager);  // nothing left: harmless
+    tern::TERN_DeleteInstanceManager(manager);  // `manager` is null now, which does nothing
 }
 
 TEST(NewInstanceManagerTest, ComponentsGoWhileTheDatabaseStillStands) {
@@ -114,7 +114,7 @@ TEST(NewInstanceManagerTest, StatusChannelRunsFromCommandLineToListener) {
             narrow += static_cast<char>(c);
         return narrow;
     }();
-    // Spaces part the arguments, so this pipe's name has none.
+    // Arguments are separated by spaces, so the name of the pipe must not contain one.
     ASSERT_EQ(name.find(' '), std::string::npos);
     ASSERT_TRUE(manager->createInstance("VeloEventGenerator",
                                         ("inputPipe=" + name + " printerid=7").c_str()));

@@ -39,7 +39,7 @@ NativeHandle moduleNumber(int number) {
     return reinterpret_cast<NativeHandle>(static_cast<std::intptr_t>(number));
 }
 
-// What the maker of the test was given, and what it answers.
+// The arguments that makeProbe() was last called with, and the component that it returns.
 struct Probe {
     int calls = 0;
     void* threadControl = nullptr;
@@ -346,7 +346,7 @@ TEST_F(InstanceManagerTest, AddAndRemoveComponentAreTheBrokers) {
 }
 
 TEST_F(InstanceManagerTest, TurnWithoutAMessageSleepsATenthOfASecond) {
-    constexpr std::chrono::milliseconds kAtLeast{90};  // clocks may differ by a tick
+    constexpr std::chrono::milliseconds kAtLeast{90};  // two clocks may differ by one tick
     const auto before = std::chrono::steady_clock::now();
 
     manager.pumpOnce();
@@ -372,7 +372,7 @@ TEST_F(InstanceManagerTest, QuitMessageDoesNotEndTheRun) {
     bool afterQuit = false;
     contract::postQuit();
 
-    manager.pumpOnce();  // swallows it
+    manager.pumpOnce();  // takes the quit message out of the queue
     contract::postMessage([&] {
         afterQuit = true;
         manager.getEventBroker()->stop(nullptr, 0);

@@ -28,7 +28,7 @@ namespace {
 
 constexpr Guid kOtherType{0x11111111, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
 
-// Answers every question about a record itself, whatever the record says.
+// Overrides every operation that reads a record with an answer that no record contains.
 class AnsweringGenerator : public tern::VeloEventGenerator {
 public:
     using VeloEventGenerator::VeloEventGenerator;
@@ -63,7 +63,7 @@ struct OverriddenGeneratorTest : testing::Test {
     std::vector<tern::MessageReference> messages;
 };
 
-// Counts the messages on their way through post(), enqueue() and publish().
+// Counts the messages that pass through post(), enqueue() and publish().
 class CountingBroker : public tern::EventBroker {
 public:
     using EventBroker::EventBroker;

@@ -17,7 +17,7 @@ namespace {
 struct SpoolerPreparationTest : testing::Test {
     void TearDown() override { world().reset(); }
 
-    // Whether the spooler was prepared when all of `bytes` had been read.
+    // Whether the generator has prepared the spooler after it has read all of `bytes`.
     bool preparedAfter(const std::string& bytes) {
         channel.play({bytes});
         EXPECT_TRUE(channel.finished);

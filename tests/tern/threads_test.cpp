@@ -1,4 +1,4 @@
-// Producers, stops and shutdown from several threads: run under the thread sanitizer too.
+// Messages, stops and shutdown from several threads. The thread sanitizer runs these tests too.
 #include "tern/event_broker.h"
 #include "tern/instance_manager.h"
 
@@ -34,7 +34,7 @@ namespace {
 constexpr Guid kType{1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
 constexpr std::uint32_t kProducers = 4;
 #if defined(_WIN32)
-constexpr std::uint32_t kMessagesEach = 500;  // every lock is a call to the server of the system
+constexpr std::uint32_t kMessagesEach = 500;  // fewer, because locks under Wine are slow
 #else
 constexpr std::uint32_t kMessagesEach = 5000;
 #endif
@@ -65,7 +65,7 @@ struct Producers {
     std::vector<std::unique_ptr<TestThread>> threads;
 };
 
-// A print path, and a monitor that reads from it.
+// A pipe of the print path and an instance manager that reads from it.
 struct RunningMonitor {
     RunningMonitor() {
         constexpr std::size_t kPrefixUnits = 9;
@@ -111,16 +111,16 @@ public:
 
 private:
     static constexpr std::uint32_t kMostRecords =
-        20000;  // as many as a pipe without a reader holds
+        20000;  // a pipe that nobody reads from holds as many
 
     std::atomic<bool> _mayEnd{false};
     TestThread _thread;
 };
 
-// The generator's thread has nothing to read and hangs in the pipe.
+// Waits until the generator's thread has nothing to read and is blocked in the pipe.
 void waitUntilBlocked() {
 #if defined(_WIN32)
-    platform::sleepFor(20);  // the system does not tell; the test holds either way
+    platform::sleepFor(20);  // Windows cannot be asked; the test also holds if this is too short
 #else
     ASSERT_TRUE(eventually([] { return platform::simulated::world().pipes.waitingReaders() > 0; }));
 #endif
@@ -171,7 +171,8 @@ TEST(ThreadsTest, ComponentsComeAndGoDuringDeliveryWhileProducersPost) {
     ListenerComponent* guest = nullptr;
     std::uint32_t heard = 0;
     manager.broker.addComponent(new ListenerComponent([&](IMessage&) {
-        // The guest stands behind us in this very delivery: it may leave, but not be destroyed.
+        // The guest comes after this listener in the same delivery. So it may be removed here, but
+        // not destroyed: the broker still calls it.
         if (guest == nullptr) {
             guest = new ListenerComponent(passes);
             EXPECT_TRUE(manager.broker.addComponent(guest));
@@ -204,7 +205,7 @@ TEST(ShutdownTest, DoesNotWaitForAGeneratorThatIsBlockedInARead) {
 
     monitor.shutDown();
 
-    monitor.sendStatus(2);  // wakes the thread, whose object is gone
+    monitor.sendStatus(2);  // the thread wakes up although its object is gone
     monitor.server.close();
 }
 

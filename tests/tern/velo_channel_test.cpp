@@ -1,4 +1,4 @@
-// How bytes come through the pipe: in every cut, in both modes, too many of them and too few.
+// Records arrive in pieces of any size, in message mode and in byte mode, too long and too short.
 #include "tern/velo_event_generator.h"
 
 #include "tern/class_ids.h"
@@ -232,7 +232,8 @@ TEST_P(VeloChannelTest, PipeIsReadInMessageMode) {
 
 TEST(VeloChannelStartTest, GeneratorTakesThePipeThatTheSettingsName) {
     StatusChannel<> channel;
-    EXPECT_FALSE(platform::waitForPipe(channel.server.path().c_str()));  // taken: one client only
+    // A pipe takes one client, so no other finds it free.
+    EXPECT_FALSE(platform::waitForPipe(channel.server.path().c_str()));
 }
 
 TEST(VeloChannelStartTest, NameAmongTheParametersIsNotUsed) {
@@ -244,7 +245,7 @@ TEST(VeloChannelStartTest, NameAmongTheParametersIsNotUsed) {
 
     tern::VeloEventGenerator generator(parameters, &manager);
 
-    EXPECT_TRUE(platform::waitForPipe(server.path().c_str()));  // still free
+    EXPECT_TRUE(platform::waitForPipe(server.path().c_str()));  // the pipe has no client
 }
 
 TEST(VeloChannelStartTest, GeneratorWithoutAPipeAsksToBeStartedAndStopsTheBrokerAtOnce) {

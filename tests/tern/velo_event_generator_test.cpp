@@ -1,4 +1,4 @@
-// What each kind of record comes to.
+// The message that the generator makes of each kind of record.
 #include "tern/velo_event_generator.h"
 
 #include "arbor/abstract_thread.h"
@@ -40,7 +40,7 @@ std::set<std::wstring> keysOf(const IPropertyHolder& bag) {
 
 using Keys = std::set<std::wstring>;
 
-// Reads what the test gives it instead of its pipe, on the test's thread.
+// Reads bytes that the test provides instead of a pipe, on the test's thread.
 class FedGenerator : public tern::VeloEventGenerator {
 public:
     using VeloEventGenerator::VeloEventGenerator;
@@ -50,7 +50,7 @@ public:
         std::memcpy(destination, input.data(), count);
         return destination;
     }
-    // The text of the error that ends the reading.
+    // Reads until an error ends the reading, and returns the text of that error.
     std::string errorOfReading() {
         try {
             readRecords();
@@ -63,7 +63,7 @@ public:
 };
 
 struct VeloEventGeneratorTest : testing::Test {
-    // The bag of the one message that the record comes to.
+    // The bag of the only message that the generator makes of the record.
     const IPropertyHolder& bagOf(const std::string& bytes) {
         channel.play({bytes});
         EXPECT_TRUE(channel.finished);

@@ -19,7 +19,7 @@ std::string valueOf(std::string text, const char* key) {
     return findValueIn(text.data(), key);
 }
 
-// "none" where the text has no name.
+// The media name in the text, or "none" if there is no name.
 std::string mediaIn(const std::string& text) {
     std::string name;
     return findMediaName(text.c_str(), name) ? name : "none";
@@ -72,7 +72,7 @@ TEST(VeloRecordTest, TextWithoutItsNulIsEmptyAndTheCursorStays) {
 }
 
 TEST(VeloRecordTest, WideTextWithoutItsZeroUnitIsEmptyAndTheCursorStays) {
-    std::string bytes("a\0b\0\0", 5);  // the last unit is only half there
+    std::string bytes("a\0b\0\0", 5);  // the last unit has only one of its two bytes
     VeloBody body = bodyOf(bytes);
 
     EXPECT_EQ(body.readWText(), L"");

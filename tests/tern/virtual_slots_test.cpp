@@ -1,5 +1,5 @@
-// The order of the virtual operations is part of the design of these classes (kept: see decision
-// 0012). A destructor takes two places of the table.
+// The order of the virtual operations belongs to the design of these classes (kept: see decision
+// 0012). A destructor takes two slots of the table.
 #include "tests/support/slot_of.h"
 
 #include "tern/database.h"
@@ -105,7 +105,7 @@ TEST(TernSlotsTest, StatusGeneratorOperationsStandInTheirSlots) {
 }
 
 TEST(TernSlotsTest, DatabaseNamesItsInstanceManagerAfterEverythingElse) {
-    // On this ABI the overrides of the second base stand in the first table as well.
+    // In this ABI the overrides of the second base class are in the first table as well.
     constexpr std::size_t kDatabaseOperations = 19;
 
     EXPECT_EQ(slotOf(&Database::getInstanceManager), kAfterPropertyHolder + kDatabaseOperations);
