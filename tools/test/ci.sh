@@ -1,5 +1,5 @@
 #!/bin/sh
-# usage: ci   ./test, and what is checked besides before a change is taken: analysers, Valgrind, coverage
+# usage: ci   ./test and all other checks that a change must pass: analysers, Valgrind, coverage
 set -u
 root=$(cd "$(dirname "$0")/../.." && pwd)
 sh "$root/tools/install-packages.sh" ci || { echo "0 passed, 1 failed"; exit 1; }

@@ -1,8 +1,8 @@
 #!/bin/sh
-# usage: coverage [logic|windows]   what the tests cover, against the limits; default: both
+# usage: coverage [logic|windows]   which lines and branches the tests run, with lower limits; default: both
 #
-# Counts of the last run are thrown away first, those of earlier tests of the same run add up. Pages that show
-# each line stand in build/PRESET/coverage.html and its like.
+# The counts of an earlier run are deleted first. The counts of all tests of one run are added up. The file
+# build/PRESET/coverage.html leads to pages that show each line.
 set -u
 root=$(cd "$(dirname "$0")/../.." && pwd)
 cd "$root" || exit 1
@@ -22,7 +22,8 @@ measure() {
     python3 tools/test/run_tests.py "$preset -j $jobs --timeout 900" || return 1
     filters=
     for filter in "$@"; do filters="$filters -f $filter"; done
-    # Without tern as the fuzzers get it: where it did not run, exceptions count as branches.
+    # The copy of tern that is built for the fuzzers is left out: it does not run here, and gcovr counts the
+    # branches of exceptions in code that did not run.
     # shellcheck disable=SC2086
     gcovr -r . --gcov-executable "$gcov" $filters --exclude-directories '.*/tern_fuzzing\.dir' \
         --exclude-throw-branches --exclude-unreachable-branches -j "$(nproc)" \
@@ -36,8 +37,8 @@ if [ "${1:-both}" != windows ]; then
         arbor/ tern/ device/ printer/ monitor/ ui/
 fi
 if [ "${1:-both}" != logic ]; then
-    # One at a time: Windows programs do not lock the files that they add their counts to. The branches of a
-    # cross-built file count what the compiler adds for exceptions, so they have no limit.
+    # One test at a time, because Windows programs do not lock the files that they add their counts to.
+    # There is no limit for branches: those of a cross-built file include what the compiler adds for exceptions.
     count measure windows-coverage 1 x86_64-w64-mingw32-gcov-win32 '--fail-under-line 90' \
         platform/windows/ ui/windows/ app/
 fi

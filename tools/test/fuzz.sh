@@ -1,9 +1,9 @@
 #!/bin/sh
-# usage: fuzz [--minutes N] [TARGET...]   every fuzz target for N minutes, 30 unless told otherwise
+# usage: fuzz [--minutes N] [TARGET...]   runs each fuzz target for N minutes; default: 30, all targets
 #
-# Inputs that reach code which no input of the corpus reaches join the corpus. A finding fails the target;
-# it is kept in build/fuzz-findings, and the command that replays it is printed. So does a fuzzer that is
-# missing, ends badly or makes no run.
+# An input that reaches new code is added to the target's corpus. A target fails if its fuzzer finds a fault,
+# is missing, ends with an error or makes no run. The input that shows the fault is kept in
+# build/fuzz-findings, and the command that replays it is printed.
 set -u
 root=$(cd "$(dirname "$0")/../.." && pwd)
 cd "$root" || exit 1
@@ -16,7 +16,7 @@ if [ "${1:-}" = --minutes ]; then
     shift 2
 fi
 fuzzers=build/host-asan/tests findings=build/fuzz-findings log=build/fuzz.log
-input_limit=4096 # bytes of an input that may join a corpus
+input_limit=4096 # no longer input (in bytes) is added to a corpus
 targets=$*
 [ -n "$targets" ] || targets=$(ls tests/fuzz/corpus)
 programs=
@@ -35,13 +35,14 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 trap 'exit 130' INT TERM
 
-# The limits of ./test's short runs, read from where they are set.
+# The longest input of a target: the same limit as in the short runs of ./test, read from where it is set.
 bytes_of() {
     limit=$(sed -n "s/^add_fuzz_target($1 BYTES \([0-9]*\) .*/\1/p" tests/fuzz/CMakeLists.txt)
     echo "${limit:-$input_limit}"
 }
 
-# fuzz TARGET: new inputs to $work/TARGET; ends with the fuzzer's exit code and leaves its runs in $runs.
+# fuzz TARGET: writes new inputs to $work/TARGET, sets $runs to the number of runs and returns the exit code
+# of the fuzzer.
 fuzz() {
     dictionary=tests/fuzz/dictionaries/$1.dict
     dictionary_option=
@@ -58,7 +59,8 @@ fuzz() {
     return "$ended"
 }
 
-# Lines count, not how often each ran: a corpus is read by people, too.
+# merge TARGET: adds the inputs that reach new lines. How often a line runs does not matter, because
+# people read the corpus and it must stay small.
 merge() {
     before=$(find "tests/fuzz/corpus/$1" -type f | wc -l)
     "$fuzzers/fuzz_$1" -merge=1 -use_counters=0 -max_len="$input_limit" "tests/fuzz/corpus/$1" "$work/$1" \
@@ -83,7 +85,7 @@ for target in $targets; do
         echo "$target: finding $finding; replay: $fuzzers/fuzz_$target $finding"
     done
 done
-# Not done here: what the code makes of a new input must be looked at by somebody.
+# The expected results of new inputs are not written here, because a person must judge them first.
 [ "$all_joined" -eq 0 ] ||
     echo "Look at the new inputs and at what $fuzzers/replay_corpora --write adds to tests/fuzz/expected."
 echo "$passed passed, $failed failed"

@@ -1,13 +1,13 @@
 #!/usr/bin/env python3
 """fuzz_coverage.py BUILD [TARGET...]: replays each fuzz corpus alone with counters and shows the
-lines of the target's units that it does not reach. Ends with "N passed, N failed"; a target passes
+lines of the target's sources that it does not reach. Ends with "N passed, N failed"; a target passes
 when every line is reached or excepted in tests/fuzz/coverage.txt, and every exception is needed.
 
-coverage.txt, one fact a line:
+Each line of coverage.txt has one of these forms:
     TARGET: SOURCE [only FUNCTION...]
     TARGET: not SOURCE function NAME: REASON
-    TARGET: not SOURCE line TEXT: REASON        TEXT stands in the line; "TEXT +2": two more lines
-Lines that are nothing but a closing brace do not count: what the compiler clears up there is not ours.
+    TARGET: not SOURCE line TEXT: REASON        the line contains TEXT; "TEXT +2": and two more lines
+Lines with only a closing brace do not count, because the code there is the compiler's clean-up.
 """
 import gzip
 import json
@@ -23,7 +23,7 @@ EXCEPTION = re.compile(r"^(?P<target>\w+): not (?P<source>\S+) (?P<kind>function
 
 
 def read_facts(path):
-    """Sources and exceptions by target."""
+    """Reads coverage.txt: the sources of each target and the exceptions of each target."""
     units, exceptions = {}, {}
     with open(path, encoding="utf-8") as facts:
         for number, line in enumerate(facts, 1):
@@ -57,7 +57,7 @@ def replay(build, target):
 
 
 def counts_of(build, source):
-    """What gcov says of one source: its lines and functions, by the counters of the last replay."""
+    """The lines and functions of one source with the counts of the last replay, as gcov reports them."""
     name = os.path.basename(source) + ".gcda"
     for path in counter_files(build):
         if os.path.basename(path) != name:
@@ -92,7 +92,9 @@ def excepted_lines(exception, file, text):
 
 
 def check_source(build, source, only, exceptions):
-    """Covered and all lines of a source; prints what is missing or excepted without need."""
+    """The numbers of covered, excepted and all lines of a source, and of its faults.
+
+    Prints each line that is not reached and each exception that is not needed."""
     file = counts_of(build, source)
     with open(source, encoding="utf-8") as stream:
         text = stream.read().splitlines()

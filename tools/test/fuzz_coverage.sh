@@ -1,7 +1,7 @@
 #!/bin/sh
-# usage: fuzz_coverage [TARGET...]   lines of its units that each fuzz corpus alone does not reach
+# usage: fuzz_coverage [TARGET...]   shows the lines of its sources that a fuzz corpus does not reach
 #
-# tests/fuzz/coverage.txt says which sources a target is about, and which of their functions or lines no
+# tests/fuzz/coverage.txt says which sources each target tests, and which of their functions or lines no
 # input can reach, with the reason.
 set -u
 root=$(cd "$(dirname "$0")/../.." && pwd)

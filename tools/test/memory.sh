@@ -1,9 +1,9 @@
 #!/bin/sh
 # usage: memory [PROGRAM...]   native tests under Valgrind: uninitialised bytes, leaks, invalid reads
 #
-# Bytes that leave through registry, printer data and pipes are checked for values where they leave,
-# see platform/simulated/memory_check.h. Left out: programs that bring an allocator or threads of
-# their own, where Valgrind would watch those instead.
+# Bytes that are written to the registry or to a pipe are checked where they are written: all must have
+# been initialised (see platform/simulated/memory_check.h). The program of the schedules is left out: it
+# has threads and locks of its own, so Valgrind would not see those that the product uses.
 set -u
 root=$(cd "$(dirname "$0")/../.." && pwd)
 cd "$root" || exit 1
@@ -17,20 +17,20 @@ passed=0 failed=0
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 
-# under_valgrind PROGRAM ARGUMENTS...: its output stands in $log; 99 for a finding.
+# under_valgrind PROGRAM ARGUMENTS...: writes the output to $log and returns 99 if Valgrind finds a fault.
 under_valgrind() {
     valgrind -q --error-exitcode=99 --leak-check=full --errors-for-leak-kinds=definite,possible \
         --track-origins=yes --fair-sched=yes --suppressions=tools/test/valgrind.supp "$@" >"$log" 2>&1 </dev/null
 }
 
-# not_ok NAME: counts a failure and shows what it printed.
+# not_ok NAME: counts a failure and shows the log of the program that failed.
 not_ok() {
     failed=$((failed + 1))
     echo "== $1"
     cat "$log"
 }
 
-# Each commits a fault that must be found: see tests/planted_faults/planted_fault.cpp.
+# Each run makes one planted fault, which Valgrind must find: see tests/planted_faults/planted_fault.cpp.
 while read -r fault report; do
     under_valgrind build/host/tests/sanitizer_faults "$fault"
     if [ $? -eq 99 ] && grep -q "$report" "$log"; then

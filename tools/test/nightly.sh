@@ -1,11 +1,11 @@
 #!/bin/sh
-# usage: nightly [--short]   what takes too long for ./test, one after the other; --short tries each out
+# usage: nightly [--short]   all checks that take too long for ./test; --short runs each for a short time
 #
-# Each is a command of its own, which works alone as well.
+# Each check is also a command that can be run alone.
 set -u
 root=$(cd "$(dirname "$0")/../.." && pwd)
 
-# A command a line, and after the bar how it is tried out.
+# Each line has a command and, after the bar, its short form.
 commands='
 fuzz --minutes 30   | fuzz --minutes 1 command_line
 fuzz_coverage       | fuzz_coverage

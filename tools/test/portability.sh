@@ -1,8 +1,8 @@
 #!/bin/sh
-# usage: portability   the logic with LLVM's standard library and without the tests' precompiled header
+# usage: portability   the tests with LLVM's standard library and without the precompiled header
 #
-# What one standard library or a precompiled header brings along, another build lacks: a missing include is
-# found here.
+# This finds missing includes: a source that does not include what it uses may still compile if another
+# header of the standard library or the precompiled header happens to include it.
 set -u
 root=$(cd "$(dirname "$0")/../.." && pwd)
 cd "$root" || exit 1

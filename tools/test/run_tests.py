@@ -2,11 +2,11 @@
 """run_tests.py [--began SECONDS] 'PRESET [CTEST ARGUMENT...]'...: runs the tests of presets that are
 built, shows what failed and ends with "N passed, N failed".
 
-A GoogleTest program counts as many cases as its results file (--gtest_output=xml:FILE) has, a script that
-prints "ok ..." and "not ok ..." as many as it printed, anything else as one. Every test that is registered
-must have run and every case in it: what was not run, was skipped, or left no results has failed. So has a
-run that found no test, and one whose ctest did not end well. Results of an earlier run are removed first.
-Exit code 0 only if nothing failed.
+A GoogleTest program counts as many cases as its results file (--gtest_output=xml:FILE) has. A script that
+prints "ok ..." and "not ok ..." counts as many cases as it printed such lines. Any other test counts as one.
+Every registered test and every case in it must have run: a test that was not run, was skipped or left no
+results has failed. A run without any test has failed too, and so has one whose ctest ended with an error.
+Results of an earlier run are removed first. The exit code is 0 only if nothing failed.
 """
 import argparse
 import json
@@ -27,7 +27,7 @@ WHOLE_OUTPUT = ["--test-output-size-passed", "10000000", "--test-output-size-fai
 
 
 def registered(ctest):
-    """The tests that the command would run, by name: the file that each leaves its results in, or None."""
+    """The tests that the command would run: for each name the file of its results, or None."""
     listing = subprocess.run([*ctest, "--show-only=json-v1"], cwd=ROOT, capture_output=True, text=True)
     if listing.returncode != 0:
         raise RuntimeError(f"ctest does not list its tests: {listing.stderr.strip()}")
@@ -49,7 +49,9 @@ def count_cases(results):
 
 
 def count(results, ended):
-    """Passed and failed cases of one test of ctest, and what is wrong, given how ctest saw it end."""
+    """Passed and failed cases of one ctest test, and a text that says what is wrong.
+
+    `ended` is ctest's own record of the test, or None when it was not run."""
     if ended is None:
         return 0, 1, "was not run"
     if ended.get("status") not in ("run", "fail"):
@@ -67,12 +69,12 @@ def count(results, ended):
     elif succeeded:
         passed = 1
     if not succeeded and failed == 0:
-        failed = 1  # it crashed or ran out of time, whatever it had told before
+        failed = 1  # it crashed or ran out of time, although no case had failed before
     return passed, failed, wrong
 
 
 def run(name, folder, arguments):
-    """Runs what ctest has under these arguments; returns the passed and failed cases."""
+    """Runs the tests that ctest selects by these arguments; returns the passed and failed cases."""
     results, log = folder / "test-results", folder / "tests.log"
     shutil.rmtree(results, ignore_errors=True)
     log.unlink(missing_ok=True)

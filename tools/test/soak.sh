@@ -1,5 +1,5 @@
 #!/bin/sh
-# usage: soak [--short] [--jobs N] [--records N]   the shipped monitor: 10 000 jobs and 1 000 000 records, gauges flat
+# usage: soak [--short] [--jobs N] [--records N]   10 000 jobs and 1 000 000 records: the monitor must not use more and more memory or handles
 set -u
 root=$(cd "$(dirname "$0")/../.." && pwd)
 cd "$root" || exit 1

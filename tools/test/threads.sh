@@ -1,8 +1,8 @@
 #!/bin/sh
-# usage: threads [--short] [--schedules N] [--rounds N]   random orders of the threads, and the stress tests a thousand times under the thread sanitizer
+# usage: threads [--short] [--schedules N] [--rounds N]   random schedules of the threads, and the stress tests a thousand times under the thread sanitizer
 #
-# Random schedules reach what needs more than three preemptions; the sanitizer watches threads that really
-# run at once.
+# Random schedules find faults that need more preemptions than the complete search of ./test tries. The
+# sanitizer watches threads that really run at the same time.
 set -u
 root=$(cd "$(dirname "$0")/../.." && pwd)
 cd "$root" || exit 1
@@ -26,7 +26,7 @@ trap 'rm -f "$log"' EXIT
 export TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1
 
 passed=0 failed=0
-# check NAME COMMAND...: what it printed is shown when it fails.
+# check NAME COMMAND...: counts the result and shows the output of a command that fails.
 check() {
     name=$1
     shift
@@ -45,7 +45,7 @@ stress() {
     build/host-tsan/tests/tern_thread_tests --gtest_repeat="$rounds" --gtest_shuffle --gtest_brief=1 || return 1
     [ "$(grep -c '^\[  PASSED  \]' "$log")" -eq "$rounds" ]
 }
-# A sanitizer that lost its flag would find nothing.
+# If the compiler flag of the sanitizer were lost, nothing would be found and every test would pass.
 finds_planted_fault() {
     ! build/host-tsan/tests/sanitizer_faults thread && grep -q 'ThreadSanitizer: data race' "$log"
 }
@@ -53,7 +53,7 @@ finds_planted_fault() {
 check "the schedules are built" sh tools/build-quietly.sh host schedule_tests
 check "$schedules random schedules of each scene" \
     build/host/tests/schedule_tests --random="$schedules" --seed=1 --gtest_brief=1 \
-    --gtest_filter=-SchedulePlantedFault*  # which are to fail
+    --gtest_filter=-SchedulePlantedFault*  # their planted faults must be found, not avoided
 check "the thread sanitizer's build" sh tools/build-quietly.sh host-tsan tern_thread_tests sanitizer_faults
 check "the thread sanitizer finds the planted fault" finds_planted_fault
 check "$rounds shuffled rounds of the stress tests" stress

@@ -1,6 +1,6 @@
 #!/bin/sh
-# run-test.sh PROGRAM ARGS...: runs a Windows test program and believes it only when it ended with
-# exit code 0 and said that its tests passed: a crash under Wine can end with exit code 0.
+# run-test.sh PROGRAM ARGS...: runs a Windows test program. It counts as passed only if it ends with
+# exit code 0 and also prints that its tests passed, because a crash under Wine can end with code 0.
 set -u
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT

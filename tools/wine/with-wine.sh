@@ -1,8 +1,8 @@
 #!/bin/sh
-# with-wine.sh TEMPLATE COMMAND...: runs COMMAND with a Wine prefix and an X display of its own, both
-# made for this call and gone after it. TEMPLATE is the prefix that make-prefix.sh fills on first use.
-# With BEAMLINE_SPOOLER=FILE the prefix has this file for its spooler (see place-spooler.sh).
-# With BEAMLINE_KEEP_DISPLAY=1 and a DISPLAY of the user's, windows appear there.
+# with-wine.sh TEMPLATE COMMAND...: runs COMMAND with its own Wine prefix and X display, which are
+# removed afterwards. The prefix is a copy of TEMPLATE, which make-prefix.sh makes at the first use.
+# With BEAMLINE_SPOOLER=FILE the prefix gets this file as its spooler (see place-spooler.sh).
+# With BEAMLINE_KEEP_DISPLAY=1, windows appear on the user's DISPLAY if there is one.
 set -eu
 template=$1
 shift
@@ -22,8 +22,9 @@ finish() {
 trap finish EXIT
 trap 'exit 130' INT TERM HUP
 
-# The system's files, 700 MB of them, are links to the template's; the registry, the user's files and
-# what is written to are copies. No hard links: the server writes the registry in place.
+# The system's files, 700 MB of them, become symbolic links to the template's. The registry, the files
+# of the user and all files that programs write to are copies, because Wine's server and the programs
+# write them in place and would change the template.
 copy_prefix() {
     mkdir -p "$2/drive_c"
     cp -a "$1"/*.reg "$1"/.update-timestamp "$1"/dosdevices "$2/"
@@ -53,7 +54,8 @@ export DISPLAY WINEPREFIX="$work/prefix" WINEARCH=win64 WINEDEBUG="${WINEDEBUG:-
 export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=}" LC_ALL="${LC_ALL:-C.UTF-8}"
 copy_prefix "$(cd "$template" && pwd)" "$WINEPREFIX"
 [ -z "${BEAMLINE_SPOOLER:-}" ] || sh "$here/place-spooler.sh" "$BEAMLINE_SPOOLER"
-# The first process brings up service processes that keep its streams open: give it none of ours.
+# The first process starts service processes that keep its input and output open. It gets neither of
+# ours, because whoever reads our output would then wait for the services to end.
 wineserver -p >/dev/null 2>&1 </dev/null
 wine cmd /c exit </dev/null >/dev/null 2>&1
 "$@"
