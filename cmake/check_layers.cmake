@@ -1,7 +1,7 @@
-# Fails when a source includes a header of a layer above its own, or <windows.h> where the platform
-# seam should be used. Run: cmake -DROOT=<source folder> -P check_layers.cmake
+# Fails when a source includes a header of a layer above its own, or a header of Windows although it
+# should use platform/. Run: cmake -DROOT=<source folder> -P check_layers.cmake
 #
-# One row a layer: its folder, then the folders whose headers it may include.
+# Each row is a layer: its folder, then the folders whose headers it may include.
 cmake_minimum_required(VERSION 3.25)
 set(may_include
   "platform|platform"
@@ -12,7 +12,7 @@ set(may_include
   "ui|ui,printer,strings,device,tern,arbor,platform"
   "monitor|monitor,ui,printer,strings,device,tern,arbor,platform"
   "app|app,monitor,ui,printer,strings,device,tern,arbor,platform")
-# Sources that are Windows code by purpose; the others see the system through platform/ only.
+# These sources are written for Windows. All others use the system through platform/ only.
 set(windows_code "^(platform/windows/|app/|ui/windows/)")
 
 set(found 0)

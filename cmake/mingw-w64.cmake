@@ -1,4 +1,4 @@
-# Cross build for Windows x64 with Debian's mingw-w64 (win32 thread model).
+# Cross-compiles for Windows x64 with the variant of Debian's mingw-w64 that has the win32 thread model.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-win32)
