@@ -113,6 +113,11 @@ class RunTests(unittest.TestCase):
         self.add_googletest("unit")
         self.assertEqual(self.run_all()[0], (0, 1))
 
+    def test_a_filter_that_the_caller_has_set_for_googletest_leaves_no_case_out(self):
+        self.add_googletest("unit", PASSED, PASSED, end='[ -z "${GTEST_FILTER-}${GTEST_TOTAL_SHARDS-}" ]')
+        with mock.patch.dict(os.environ, {"GTEST_FILTER": "None.*", "GTEST_TOTAL_SHARDS": "2"}):
+            self.assertEqual(self.run_all()[0], (2, 0))
+
     def test_a_test_that_was_not_run_because_another_failed_has_failed(self):
         self.add_test("start", "false", properties="FIXTURES_SETUP server")
         self.add_test("use", "true", properties="FIXTURES_REQUIRED server")
@@ -139,7 +144,7 @@ class RunTests(unittest.TestCase):
 
     def test_an_exit_code_of_ctest_is_believed_against_its_results(self):
         self.add_test("a", "true")
-        with mock.patch.object(run_tests.progress, "run", side_effect=lambda _, command, log: (
+        with mock.patch.object(run_tests.progress, "run", side_effect=lambda _, command, *rest: (
                 run_tests.subprocess.run(command, stdout=run_tests.subprocess.DEVNULL, check=True), 8)[1]):
             self.assertEqual(self.run_all()[0], (1, 1))
 

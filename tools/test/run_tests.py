@@ -10,6 +10,7 @@ Results of an earlier run are removed first. The exit code is 0 only if nothing 
 """
 import argparse
 import json
+import os
 import pathlib
 import re
 import shutil
@@ -24,6 +25,12 @@ import progress  # noqa: E402
 
 RESULTS_OPTION = "--gtest_output=xml:"
 WHOLE_OUTPUT = ["--test-output-size-passed", "10000000", "--test-output-size-failed", "10000000"]
+
+
+def environment():
+    """That of the caller without the settings of GoogleTest: GTEST_FILTER and others leave cases out, and
+    nothing in the results says so."""
+    return {name: value for name, value in os.environ.items() if not name.startswith("GTEST_")}
 
 
 def registered(ctest):
@@ -88,7 +95,8 @@ def run(name, folder, arguments):
         print(f"--- {name}: {error}")
         return 0, 1
     junit = results / "ctest.xml"
-    status = progress.run(f"testing {name}", [*ctest, *WHOLE_OUTPUT, "--output-junit", str(junit)], log)
+    command = [*ctest, *WHOLE_OUTPUT, "--output-junit", str(junit)]
+    status = progress.run(f"testing {name}", command, log, environment())
     try:
         ended = {case.get("name"): case for case in xml.parse(junit).iter("testcase")}
     except (OSError, xml.ParseError):
