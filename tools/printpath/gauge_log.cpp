@@ -11,11 +11,11 @@ constexpr std::size_t kFewestReadings = 5;
 constexpr std::size_t kWarmUpShare = 5;
 constexpr std::size_t kThirds = 3;
 constexpr std::size_t kTableLines = 12;
-// The heap takes memory in pieces, and where a block comes to lie depends on when the thread that
-// reads the pipe runs. Two bytes lost with each of a million records are more than this.
+// The heap grows in large pieces, and when it does depends on the timing of the thread that reads
+// the pipe. One block lost with each of a million records is far more than this allowance.
 constexpr long kMemoryAllowanceKiB = 2048;
-// The system keeps device contexts for windows that paint at the same time, for as many as there
-// have been at once. One object lost with any kind of alert comes to hundreds.
+// The system keeps as many device contexts as windows have painted at the same time. The allowance
+// does not hide a leak: one object lost with each alert of a kind adds up to hundreds.
 constexpr long kGdiAllowance = 8;
 
 struct Row {

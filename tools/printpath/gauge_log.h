@@ -8,18 +8,18 @@
 
 namespace printpath {
 
-// Readings of the gauges along the rounds of a scenario, each taken in the same state of the
-// monitor.
+// Readings of the gauges during the rounds of a scenario. The monitor is in the same state at each
+// reading.
 //
 // A gauge is flat when the highest reading of the last third is not above the highest of the first
-// third after the warm-up, the first fifth of the run. Highest against highest, because single
-// readings vary: the system keeps some objects for a while. Counts have no allowance, so that one
-// object lost in each third shows.
+// third after the warm-up, which is the first fifth of the run. The highest readings are compared
+// because single readings vary: the system keeps some objects for a while. Counts other than GDI
+// objects have no allowance, so that even one lost object in each third is noticed.
 class GaugeLog {
 public:
     void add(std::int64_t round, const Gauges& gauges) { _readings.push_back({round, gauges}); }
 
-    // Every gauge that is not flat, for example "handles 23 -> 25"; empty when all are.
+    // Names every gauge that is not flat, for example "handles 23 -> 25"; empty when all are flat.
     // `memoryOfARoundKiB` is how much memory each round may keep.
     std::string problems(long memoryOfARoundKiB) const;
 

@@ -16,7 +16,7 @@ struct KeyPress {
     char character = 0;  // a letter or digit as written, when `named` is None
 };
 
-// Reads "o", "H", "esc", "shift+tab", "alt+u"; nothing when it is no key.
+// Reads keys such as "o", "H", "esc", "shift+tab" and "alt+u"; nothing if the text names no key.
 std::optional<KeyPress> parseKey(std::string_view text);
 
 }  // namespace printpath

@@ -22,13 +22,15 @@ void appendNumber(std::string& body, std::uint32_t number);        // little-end
 void appendText(std::string& body, std::string_view narrow);       // with its NUL
 void appendWideText(std::string& body, std::u16string_view wide);  // UTF-16LE with its NUL
 
-// Header and body. `statedLength` is written as the length of the body when the record lies.
+// The header and the body of a record. `statedLength` is written as the length of the body instead
+// of the true one, for records that are wrong on purpose.
 std::string recordBytes(const RecordHeader& header, std::string_view body,
                         std::optional<std::uint32_t> statedLength = std::nullopt);
 
 enum class WriteAs { OneMessage, HeaderAndBody, SingleBytes, Chunks };
 
-// The messages that carry `record`; `chunkBytes` counts for Chunks only and is at least 1.
+// The messages in which `record` is written. `chunkBytes` is used for Chunks only, and is at least
+// one.
 std::vector<std::string> splitForWriting(const std::string& record, WriteAs as,
                                          std::size_t chunkBytes);
 

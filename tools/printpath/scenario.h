@@ -18,24 +18,25 @@ struct NumberRange {
 // What a scenario wrote for one parameter of a step.
 struct Value {
     bool given = false;
-    std::int64_t number = 0;  // of Number, Control, Choice, Choices
-    std::string text;         // UTF-8: as written, without quotes
-    std::string bytes;        // of Hex
-    // Of a Number or Choice that is another one each time when the step is repeated, else empty.
+    std::int64_t number = 0;  // set for Number, Control, Choice and Choices
+    std::string text;         // as written, without quotes, in UTF-8
+    std::string bytes;        // set for Hex
+    // The numbers of a Number or Choice that changes each time the step is repeated, else empty.
     std::vector<NumberRange> turns;
 
-    // Sets `number` to that of the turn, counted from 0; after the last turn the first comes again.
+    // Sets `number` to the number of this turn, counted from 0. After the last number the first one
+    // comes again.
     void takeTurn(std::int64_t turn);
 };
 
 struct Step {
     int line = 0;
-    const Keyword* keyword = nullptr;  // of the table, lives as long as the program
+    const Keyword* keyword = nullptr;  // a row of the table, which exists until the program ends
     std::vector<Value> values;         // one for each parameter of the keyword, in its order
     std::string written;               // the line without indentation and comment
 
-    // The value of a parameter of this keyword; naming another is an error of the program and
-    // throws.
+    // The value of a parameter of this keyword. Throws if the keyword has no such parameter, which
+    // is an error in this program and not in the scenario.
     const Value& operator[](std::string_view parameter) const;
 };
 

@@ -7,14 +7,14 @@
 
 namespace printpath {
 
-// Checks that steps stand where they can be played: records only between "start" and "hang-up",
-// preparations only while no monitor runs, and so on.
+// Checks that each step is at a place where it can be played: records only between "start" and
+// "hang-up", preparations only while no monitor runs, and so on.
 class ScenarioOrder {
 public:
-    // Takes the next step. Returns what is wrong with its place, or nothing.
+    // Takes the next step. Returns what is wrong with its place, or an empty text.
     std::string take(const Step& step);
 
-    // The same for the end of the scenario.
+    // Returns what is missing at the end of the scenario, or an empty text.
     std::string atEnd() const;
 
 private:
@@ -24,7 +24,7 @@ private:
     bool _pipe = true;
     int _joined = 0;  // records that "together" still waits for
 
-    // How the monitor and its pipe stood where a part began that is played several times.
+    // The state of the monitor and its pipe at the beginning of a part that is repeated.
     struct Beginning {
         bool running;
         bool hungUp;

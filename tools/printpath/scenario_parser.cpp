@@ -19,7 +19,7 @@ std::string quoted(std::string_view text) {
     return "\"" + std::string(text) + "\"";
 }
 
-// "status CODE [id=...]": how a step is written, for messages.
+// How a step is written, for error messages: "status CODE [id=...]".
 std::string usage(const Keyword& keyword) {
     std::string text(keyword.name);
     for (const Parameter& parameter : keyword.parameters) {
@@ -35,7 +35,7 @@ std::size_t parameterNamed(const Keyword& keyword, std::string_view name) {
     return keyword.parameters.size();
 }
 
-// Gives the words after the keyword to its parameters. Returns what is wrong, or nothing.
+// Reads the words after the keyword as its parameters. Returns what is wrong, or an empty text.
 std::string readArguments(Step& step, const std::vector<Word>& words) {
     const Keyword& keyword = *step.keyword;
     step.values.resize(keyword.parameters.size());

@@ -11,15 +11,15 @@ namespace printpath {
 
 struct ScenarioError {
     int line = 0;         // from 1
-    std::string message;  // what stood there and what was expected
+    std::string message;  // what is written there and what was expected
 };
 
-// Limits that keep a wrong file from being taken for a scenario.
+// A file or a line that is longer is not a scenario; somebody has named the wrong file.
 inline constexpr std::size_t kMostScenarioBytes = std::size_t{1024} * 1024;
 inline constexpr std::size_t kMostLineBytes = std::size_t{16} * 1024;
 
-// Reads a whole scenario, or says what is wrong with its first wrong line. Needs nothing but the
-// text: files that steps name are not looked at.
+// Reads a whole scenario, or says what is wrong with its first wrong line. It does not open the
+// files that steps name.
 std::variant<Scenario, ScenarioError> parseScenario(std::string_view text);
 
 }  // namespace printpath

@@ -19,7 +19,8 @@ std::string expected(const Parameter& parameter, const std::string& what, const 
     return "<" + std::string(parameter.name) + "> must be " + what + ", not \"" + word.text + "\"";
 }
 
-// The whole text must be a number: decimal with an optional minus, or hexadecimal after 0x.
+// The text as a number: decimal with an optional minus sign, or hexadecimal after 0x. Nothing if a
+// part of the text is not read.
 std::optional<std::int64_t> numberOf(std::string_view text) {
     int base = 10;
     if (text.substr(0, 2) == "0x" || text.substr(0, 2) == "0X") {
@@ -34,7 +35,7 @@ std::optional<std::int64_t> numberOf(std::string_view text) {
     return number;
 }
 
-// Calls `take` with each part of "a,b,c" as long as it answers true. Returns its last answer.
+// Calls `take` with each part of "a,b,c" until it returns false. Returns what the last call did.
 template <typename Take>
 bool eachPart(std::string_view text, Take take) {
     for (;;) {
@@ -45,7 +46,7 @@ bool eachPart(std::string_view text, Take take) {
     }
 }
 
-// A range "1..9", or a number as a range of its own.
+// Reads a range such as "1..9"; a single number is a range from this number to itself.
 std::optional<NumberRange> rangeOf(const Parameter& parameter, std::string_view text) {
     const std::size_t dots = text.find("..");
     const auto first = numberOf(text.substr(0, dots));
@@ -55,7 +56,7 @@ std::optional<NumberRange> rangeOf(const Parameter& parameter, std::string_view 
     return NumberRange{*first, *last};
 }
 
-// What is not written as a list or a range stays the same in each turn.
+// Stores the ranges. A single number needs no turns, because it is the same in each of them.
 void keepTurns(Value& value, std::vector<NumberRange> ranges) {
     value.number = ranges.front().first;
     if (ranges.size() > 1 || ranges.front().last != value.number) value.turns = std::move(ranges);
@@ -111,7 +112,7 @@ std::string readControl(const Parameter& parameter, const Word& word, Value& val
     return {};
 }
 
-// The place of a word in "a|b|c", -1 when it is not there.
+// The position of a word in a list such as "a|b|c", from 0; -1 if the list does not have it.
 int placeOf(std::string_view word, std::string_view words) {
     for (int place = 0; !words.empty(); ++place) {
         const std::size_t bar = words.find('|');

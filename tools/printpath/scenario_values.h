@@ -8,7 +8,7 @@
 
 namespace printpath {
 
-// Reads one word as the value of a parameter. Returns what is wrong with it, or nothing.
+// Reads one word as the value of a parameter. Returns what is wrong with it, or an empty text.
 std::string readValue(const Parameter& parameter, const Word& word, Value& value);
 
 }  // namespace printpath

@@ -73,7 +73,7 @@ private:
         return "the closing quote is missing";
     }
 
-    // At a backslash; leaves the position at the last character of the escape.
+    // Begins at a backslash and leaves the position at the last character of the escape sequence.
     bool readEscape(std::string& text) {
         if (++_at >= _line.size()) return false;
         switch (_line[_at]) {
@@ -108,7 +108,7 @@ private:
     std::size_t _at = 0;
 };
 
-// Number of continuation bytes after this first byte, -1 when no character begins with it.
+// How many continuation bytes follow this first byte; -1 if no character begins with it.
 int continuationBytes(unsigned char first) {
     if (first < 0x80) return 0;
     if (first >= 0xC2 && first <= 0xDF) return 1;
@@ -117,7 +117,7 @@ int continuationBytes(unsigned char first) {
     return -1;
 }
 
-// The bounds of the second byte shut out overlong forms, surrogates and what lies above U+10FFFF.
+// The limits of the second byte exclude overlong forms, surrogates and numbers above U+10FFFF.
 bool isSecondByte(unsigned char first, unsigned char second) {
     switch (first) {
         case 0xE0:

@@ -8,14 +8,14 @@ namespace printpath {
 
 // One word of a line: text, "quoted text", name=text or name="quoted text".
 struct Word {
-    std::string name;  // what stood before an unquoted '='; empty when there was none
+    std::string name;  // the part before an unquoted '='; empty if there is none
     std::string text;
     bool quoted = false;
 };
 
 struct LineWords {
     std::vector<Word> words;
-    std::string error;  // empty: the line was read
+    std::string error;  // what is wrong with the line; empty if nothing is
 };
 
 // Splits a line at its blanks. '#' at the beginning of a word starts a comment. Within quotes a

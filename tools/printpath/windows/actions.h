@@ -9,13 +9,14 @@ namespace printpath {
 
 class ScenarioRun;
 
-// What a keyword does. Throws Failure when something is not as the scenario says.
+// The function that plays the steps of a keyword. It throws Failure when something is not as the
+// scenario says.
 struct Action {
     std::string_view keyword;
     void (*play)(ScenarioRun& run, const Step& step);
 };
 
-// A number of 32 bits: the bounds in the table of keywords keep it that small.
+// The cast loses nothing: the bounds in the table of keywords allow numbers of 32 bits only.
 inline std::uint32_t numberOf(const Value& value) {
     return static_cast<std::uint32_t>(value.number);
 }

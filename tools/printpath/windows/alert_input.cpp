@@ -11,9 +11,9 @@ namespace printpath {
 namespace {
 
 constexpr UINT kAnswerMs = 5000;
-constexpr DWORD kRaiseMs = 150;  // for the window to come to the front
-constexpr int kRaiseTries = 20;  // and as often again while a box of its own still keeps it busy
-constexpr LONG kScreenUnits = 65536;  // width and height of a screen for absolute mouse input
+constexpr DWORD kRaiseMs = 150;  // time in which a window comes to the front
+constexpr int kRaiseTries = 20;  // a closing message box may keep a dialog disabled for some time
+constexpr LONG kScreenUnits = 65536;  // absolute mouse input divides each side of the screen so
 constexpr int kClassUnits = 64;
 constexpr LPARAM kOnePress = 1;  // repeat count of a key message
 constexpr LPARAM kKeyReleased = 0xC0000001;
@@ -57,7 +57,7 @@ LRESULT ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
 WORD virtualKey(const KeyPress& key) {
     for (const KeyRow& row : kKeys)
         if (row.key == key.named) return row.code;
-    // Letters and digits have the code of the upper-case character.
+    // The key code of a letter or digit is the code of the upper-case character.
     const char c = key.character;
     return static_cast<WORD>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
 }
@@ -91,7 +91,8 @@ void raise(HWND dialog) {
     }
 }
 
-// The place is part of the input: a pointer that is moved first may have been moved back since.
+// The input contains its own position: between moving the pointer and the click, something else
+// could move the pointer away.
 INPUT mouseInput(POINT place, DWORD button) {
     const LONG width = ::GetSystemMetrics(SM_CXSCREEN);
     const LONG height = ::GetSystemMetrics(SM_CYSCREEN);
@@ -130,7 +131,8 @@ void pressControl(HWND dialog, int id) {
         ::PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(id, STN_CLICKED),
                        reinterpret_cast<LPARAM>(control));
     else
-        ::PostMessageW(control, BM_CLICK, 0, 0);  // posted: a message box would keep us waiting
+        // Post the message: if the button opens a message box, sending would wait for its end.
+        ::PostMessageW(control, BM_CLICK, 0, 0);
 }
 
 void clickControl(HWND dialog, int id) {
@@ -159,7 +161,7 @@ void postKey(HWND dialog, const KeyPress& key) {
         ::PostMessageW(focus, WM_KEYDOWN, virtualKey(key), kOnePress);
         ::PostMessageW(focus, WM_KEYUP, virtualKey(key), kKeyReleased);
     } else if (key.alt) {
-        // What Alt and a letter become in a window with a system menu.
+        // In a window with a system menu the system turns Alt and a letter into WM_MENUCHAR.
         const WPARAM letter = static_cast<unsigned char>(key.character);
         ::PostMessageW(dialog, WM_MENUCHAR, letter | (MF_SYSMENU << 16), 0);
     } else {

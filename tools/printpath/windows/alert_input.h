@@ -4,27 +4,28 @@
 
 #include <windows.h>
 
-// What a user does to a dialog, by messages or by real input.
+// Does to a dialog what a user does, with window messages or with input of mouse and keyboard.
 namespace printpath {
 
-// The control; throws Failure when the dialog is gone or the control is missing, hidden or
-// disabled.
+// A control that a user can use. Throws Failure when the dialog is gone or the control is missing,
+// hidden or disabled.
 HWND usableControl(HWND dialog, int id);
-// Whether the dialog has the control, visible and enabled.
+// Whether the dialog has the control and it is visible and enabled.
 bool isUsable(HWND dialog, int id);
-// The control; throws Failure when the dialog is gone or has no such control.
+// A control that may be hidden or disabled. Throws Failure when the dialog is gone or has no such
+// control.
 HWND existingControl(HWND dialog, int id);
 
-// Presses a button or a link by message.
+// Presses a button or a link with a window message, which works for covered windows too.
 void pressControl(HWND dialog, int id);
-// The same with the mouse.
+// Brings the dialog to the front and clicks the middle of the control with the mouse.
 void clickControl(HWND dialog, int id);
-// Selects an entry of a drop-down list as the user does, with the notification.
+// Selects an entry of a drop-down list and notifies the dialog, as it happens when a user does it.
 void chooseEntry(HWND dialog, int id, int entry);
 
-// Posts the messages that a key press makes of itself.
+// Posts the window messages that the system makes of a key press.
 void postKey(HWND dialog, const KeyPress& key);
-// Brings the dialog to the front and presses the key.
+// Brings the dialog to the front and presses the key on the simulated keyboard.
 void typeKey(HWND dialog, const KeyPress& key);
 
 }  // namespace printpath

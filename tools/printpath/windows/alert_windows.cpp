@@ -65,7 +65,7 @@ std::wstring headlineOf(HWND dialog) {
 }
 
 std::wstring textOf(HWND window) {
-    // GetWindowText would not ask a control of another process.
+    // WM_GETTEXT, because GetWindowText returns no text of a control in another process.
     std::wstring text(kLongestText, L'\0');
     DWORD_PTR units = 0;
     if (!::SendMessageTimeoutW(window, WM_GETTEXT, kLongestText,

@@ -4,13 +4,13 @@
 #include <optional>
 #include <string>
 
-// What the monitor remembers of cartridges in the registry of the current user. Reads and writes
-// the layout on its own, so that a scenario does not believe the monitor's own code.
+// What the monitor remembers of cartridges in the registry of the current user. The layout is read
+// and written here without the monitor's code, so that a scenario finds errors in that code.
 namespace printpath {
 
 inline constexpr std::uint32_t kUnknownCartridge = 0xFFFFFFFF;
 
-// Times in seconds since 1970; 0 snoozes nothing.
+// Times are seconds since 1970. The time 0 means that nothing is snoozed.
 struct RememberedCartridge {
     std::uint32_t serial = 0;
     std::int64_t added = 0;
@@ -23,10 +23,10 @@ struct RememberedCartridge {
 // Removes everything that the monitor remembers for this user.
 void forgetCartridges();
 
-// Nothing when no entry has the serial number or the record is not whole.
+// Returns nothing when no entry has this serial number or the record is not complete.
 std::optional<RememberedCartridge> findCartridge(std::uint32_t serial);
-// Puts the entry in place of one with its serial number, else into the first free one. Throws
-// Failure when all five are taken.
+// Replaces the entry with the same serial number, or uses the first free entry. Throws Failure when
+// all five entries belong to other cartridges.
 void rememberCartridge(const RememberedCartridge& cartridge);
 
 void setCurrentCartridge(std::uint32_t serial);
@@ -34,7 +34,7 @@ std::uint32_t currentCartridge();  // kUnknownCartridge when there is none
 void setCartridgeVersion(std::uint32_t version);
 
 std::int64_t secondsSince1970();
-// "serial 7, snooze-low in 336.0 h, flags welcome": for messages.
+// For messages: "serial 7, snooze-low in 336.0 h, flags welcome".
 std::string describe(const RememberedCartridge& cartridge);
 
 }  // namespace printpath

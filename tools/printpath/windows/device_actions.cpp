@@ -116,7 +116,8 @@ void installFile(ScenarioRun& run, const Step& step) {
     writeWholeFile(target, bytes);
 }
 
-// An open file of ours that nobody else may write, which holds on every system and for every user.
+// Keeps the file open without sharing it for writing, which stops every writer on every system. An
+// access right would not stop an administrator.
 void protectFile(ScenarioRun& run, const Step& step) {
     const std::wstring target = wideFromUtf8(step["target"].text);
     Handle file = fileHandle(::CreateFileW(target.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,

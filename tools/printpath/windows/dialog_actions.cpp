@@ -81,7 +81,7 @@ void typeKeyStep(ScenarioRun& run, const Step& step) {
 }
 
 void choose(ScenarioRun& run, const Step& step) {
-    // The words of the keyword stand in the order of the list.
+    // The words of the keyword have the same order as the entries of the list.
     chooseEntry(run.dialog, IDC_SNOOZE_CHOICE, static_cast<int>(step["snooze"].number));
 }
 
@@ -90,12 +90,12 @@ void closeDialog(ScenarioRun& run, const Step&) {
     ::PostMessageW(run.dialog, WM_CLOSE, 0, 0);
 }
 
-// As a user who goes through everything that is open: chooses a time where one is asked for, and
-// presses OK or, where there is none, the close box.
+// Closes each open alert as a user would: chooses a time if the alert asks for one, then presses OK
+// or, if there is no OK button, the close box.
 void closeAlerts(ScenarioRun& run, const Step& step) {
     for (const HWND dialog : run.alerts()) {
         if (step["keep"].given && dialog == run.dialog) continue;
-        // The monitor may still be busy with opening alerts, and would not take the choice.
+        // While the monitor is still opening alerts it does not handle our messages.
         run.waitUntil(step, "a dialog to answer", [dialog] { return answers(dialog); });
         if (step["choose"].given && isUsable(dialog, IDC_SNOOZE_CHOICE))
             chooseEntry(dialog, IDC_SNOOZE_CHOICE, static_cast<int>(step["choose"].number));
@@ -110,17 +110,17 @@ RECT screenArea() {
     return {0, 0, ::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN)};
 }
 
-// A picture shows the dialog as the user sees it who works with it: active, if the system lets it.
+// Tries to activate the dialog, so that a picture shows it as a user sees it who works with it.
 void bringToFront(HWND dialog) {
     ::SetForegroundWindow(dialog);
     for (int tries = 0; tries < kRaiseTries && ::GetForegroundWindow() != dialog; ++tries)
         ::Sleep(kRaiseTryMs);
 }
 
-// In the order of the keyword's words.
+// The values have the same order as the words of the keyword.
 enum class Area { Dialog, Message, Screen };
 
-// What a picture of this area shows.
+// The rectangle of the screen that a picture of this area shows.
 RECT pictureArea(ScenarioRun& run, Area area) {
     const RECT screen = screenArea();
     if (area == Area::Screen) return screen;

@@ -10,10 +10,10 @@ struct CloseKernelHandle {
     using pointer = HANDLE;
     void operator()(HANDLE handle) const noexcept { ::CloseHandle(handle); }
 };
-// Processes, threads, events: empty at null.
+// Owns a process, thread or event, for which null means "none".
 using Handle = std::unique_ptr<HANDLE, CloseKernelHandle>;
 
-// Files and pipes: the system says "none" with INVALID_HANDLE_VALUE, which becomes null here.
+// Owns a file or pipe. INVALID_HANDLE_VALUE, the system's "none" for these, becomes null.
 inline Handle fileHandle(HANDLE handle) {
     return Handle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
 }

@@ -5,13 +5,13 @@
 
 namespace printpath {
 
-// Stands in for the user's browser: http, https, .htm and .html are opened with the recorder
-// program, which appends what it is given to a file. Only in a Wine prefix, where nobody's real
-// browser is replaced: elsewhere the constructor throws Failure.
+// Replaces the user's browser: http, https, .htm and .html are opened with the recorder program,
+// which appends each address or path to a file. This is allowed only in a Wine prefix, where nobody
+// uses a real browser. Elsewhere the constructor throws Failure.
 class LinkRecorder {
 public:
-    // `file` is created empty; its name goes to the recorder in the environment variable
-    // kVariable of the monitor.
+    // Creates `file` empty. The monitor starts the recorder, which finds the name of this file in
+    // the environment variable kVariable that it inherits from the monitor.
     LinkRecorder(const std::filesystem::path& program, const std::filesystem::path& file);
 
     static constexpr wchar_t kVariable[] = L"QVSM_RECORDER_FILE";

@@ -63,7 +63,7 @@ Outcome run(const std::vector<std::wstring>& arguments) {
 }  // namespace printpath
 
 int wmain(int count, wchar_t** values) {
-    // Lines end as they do in the scenarios, and what is shown is UTF-8.
+    // Binary mode keeps line ends as they are in the scenarios. The output is UTF-8.
     ::_setmode(::_fileno(stdout), _O_BINARY);
     ::_setmode(::_fileno(stderr), _O_BINARY);
     try {

@@ -12,14 +12,14 @@ namespace printpath {
 namespace {
 
 constexpr std::int64_t kSecondsPerHour = 3600;
-// A snooze is counted from the moment of the alert, a little before it is checked.
+// The monitor counts a snooze from the moment of the alert, and the step checks it some time later.
 constexpr std::int64_t kToleranceSeconds = 120;
 
 HKEY rootOf(const Step& step) {
     return step["root"].number == 0 ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
 }
 
-// The time that lies so many hours from now; 0 when the step does not name it.
+// The time so many hours from now; 0 when the step does not give a number of hours.
 std::int64_t timeOf(const Value& hours) {
     return hours.given ? secondsSince1970() + hours.number * kSecondsPerHour : 0;
 }
@@ -53,8 +53,8 @@ void expectCurrentCartridge(ScenarioRun& run, const Step& step) {
                   [wanted] { return currentCartridge() == wanted; });
 }
 
-// Hours 0 stand for a slot that does not snooze any more: its time lies in the past. The current
-// second still snoozes.
+// 0 hours mean a slot whose snooze is over: its time is in the past. In the current second the
+// snooze is not over yet.
 bool matches(const Value& hours, std::int64_t until) {
     if (!hours.given) return true;
     if (hours.number == 0) return until < secondsSince1970();
@@ -89,7 +89,7 @@ void expectNoCartridge(ScenarioRun& run, const Step& step) {
     if (cartridge) throw Failure("the monitor remembers " + describe(*cartridge));
 }
 
-// Notes the value, so that the registry is as before when the scenario has ended.
+// Remembers the value before it is changed, so that it can be restored when the scenario has ended.
 void noteValue(ScenarioRun& run, const Step& step) {
     run.registry.note(rootOf(step), wideFromUtf8(step["key"].text),
                       wideFromUtf8(step["name"].text));

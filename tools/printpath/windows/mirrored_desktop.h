@@ -4,11 +4,11 @@
 
 namespace printpath {
 
-// Stands in for the desktop's own window, which Wine lacks: alerts look at its style to find out
-// whether the desktop runs from right to left.
+// Replaces the window of the desktop, which Wine does not have. Alerts read the style of this
+// window to find out whether the desktop runs from right to left.
 class MirroredDesktop {
 public:
-    // Throws Failure outside Wine, where the desktop is the user's.
+    // Throws Failure outside Wine, because a user works on the desktop there.
     MirroredDesktop();
     ~MirroredDesktop();
     MirroredDesktop(const MirroredDesktop&) = delete;

@@ -18,7 +18,8 @@ constexpr DWORD kEndMs = 5000;
 
 MonitorProcess::MonitorProcess(const std::filesystem::path& program, const std::wstring& arguments,
                                const std::map<std::wstring, std::wstring>& environment) {
-    // Set here and inherited: nothing in printpath itself depends on these variables.
+    // The monitor inherits the variables. printpath itself does not use them, so it does no harm
+    // that they are set here as well.
     for (const auto& [name, value] : environment)
         ::SetEnvironmentVariableW(name.c_str(), value.c_str());
     std::wstring commandLine = L"\"" + program.wstring() + L"\" " + arguments;

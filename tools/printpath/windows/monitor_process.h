@@ -21,7 +21,7 @@ public:
 
     DWORD id() const { return _id; }
     bool running() const { return ::WaitForSingleObject(_process.get(), 0) == WAIT_TIMEOUT; }
-    // The full 32 bits; of a monitor that has ended.
+    // All 32 bits of the exit code. The monitor must have ended.
     DWORD exitCode() const;
     void terminate();
 
@@ -30,9 +30,9 @@ private:
     DWORD _id = 0;
 };
 
-// "0 (0x00000000)", with a word for well-known ends.
+// The exit code for messages, such as "0 (0x00000000)", with a word for well-known codes.
 std::string describeExitCode(DWORD code);
-// Whether a process that ended so was ended by an exception or by abort().
+// Whether this exit code means that an exception or abort() has ended the process.
 bool isCrash(DWORD code);
 
 }  // namespace printpath

@@ -90,7 +90,8 @@ Options readOptions(const std::vector<std::wstring>& arguments,
     options.device = ownFolder / L"simulated-device";
     options.recorder = ownFolder / L"recorder" / L"recorder.exe";
     options.spooler = ownFolder / L"simulated-spooler" / L"winspool.drv";
-    // A Wine prefix is made for the run; any other system belongs to somebody.
+    // A Wine prefix is made for one run and may be changed. Any other system belongs to a user, who
+    // must allow changes with an option.
     options.systemChanges = underWine();
     ArgumentReader(arguments, options).read();
     const bool needsScenario = options.task == Task::Play || options.task == Task::Check;

@@ -16,13 +16,14 @@ struct Options {
     std::filesystem::path recorder;  // recorder\recorder.exe beside printpath
     std::filesystem::path spooler;   // simulated-spooler\winspool.drv beside printpath
     std::filesystem::path pictures;  // empty: screenshots are not saved
-    bool clean = false;              // forget first what the monitor remembers
+    bool clean = false;              // first remove what the monitor remembers of earlier runs
     // Whether steps may change registry, printers and files of this system.
     bool systemChanges = false;
     int timeoutSeconds = 10;
 };
 
-// `arguments` without the program's name. Throws Failure (Unusable) naming the wrong one.
+// Reads the arguments, which do not include the name of the program. Throws Failure (Unusable) with
+// the name of an argument that is wrong.
 Options readOptions(const std::vector<std::wstring>& arguments,
                     const std::filesystem::path& ownFolder);
 

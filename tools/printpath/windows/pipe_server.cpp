@@ -7,7 +7,7 @@ namespace printpath {
 namespace {
 
 constexpr DWORD kBufferBytes = 65536;
-constexpr DWORD kGraceMs = 2000;  // for a cancelled call to come back
+constexpr DWORD kGraceMs = 2000;  // time in which a cancelled call returns
 
 std::string withError(const std::string& what, DWORD error) {
     return what + " (system error " + std::to_string(error) + ")";
@@ -23,7 +23,8 @@ DWORD WINAPI flush(void* pipe) {
 PipeServer::PipeServer(const std::wstring& name, bool byteMode)
     : _event(::CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
     const std::wstring path = L"\\\\.\\pipe\\" + name;
-    const DWORD mode = byteMode ? DWORD{PIPE_TYPE_BYTE} : DWORD{PIPE_TYPE_MESSAGE};  // waiting
+    // PIPE_WAIT, the blocking mode, has the value 0 and so does not appear here.
+    const DWORD mode = byteMode ? DWORD{PIPE_TYPE_BYTE} : DWORD{PIPE_TYPE_MESSAGE};
     _pipe = fileHandle(::CreateNamedPipeW(path.c_str(), PIPE_ACCESS_OUTBOUND | FILE_FLAG_OVERLAPPED,
                                           mode, 1, kBufferBytes, 0, 0, nullptr));
     const DWORD error = ::GetLastError();

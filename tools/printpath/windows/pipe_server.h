@@ -6,8 +6,8 @@
 
 namespace printpath {
 
-// The print path's end of the status pipe: one instance, written here, read by the monitor. Every
-// operation has a time limit and throws Failure when something goes wrong.
+// The print path's end of the status pipe, from which one monitor reads. Writing and draining have
+// a time limit. An operation that fails throws Failure.
 class PipeServer {
 public:
     // `name` is what follows \\.\pipe\ in the path.
@@ -19,11 +19,11 @@ public:
     // Whether the monitor has opened the pipe.
     bool connected();
 
-    // Writes one message; in byte mode just the bytes.
+    // Writes the bytes, in message mode as one message.
     void write(const std::string& bytes, DWORD timeoutMs);
 
-    // Waits until the reader has taken everything. False when it did not in time, true also when
-    // the reader has gone.
+    // Waits until the reader has read everything. False when it has not done so in time; true also
+    // when the reader has closed the pipe.
     bool drain(DWORD timeoutMs);
 
 private:

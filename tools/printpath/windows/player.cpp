@@ -37,7 +37,8 @@ std::string tailOf(const std::string& log) {
     return "...\n" + log.substr(line == std::string::npos ? log.size() - kTailBytes : line + 1);
 }
 
-// What ended the scenario, for somebody who was not there.
+// Prints what ended the scenario and the last lines of the logs, so that a reader of the output can
+// understand a failure without playing the scenario again.
 void report(ScenarioRun& run, Timeline& timeline, const Options& options, const Step& step,
             const std::string& what) {
     timeline.problem(pathText(options.scenario.filename()) + ":" + std::to_string(step.line) +
@@ -48,7 +49,8 @@ void report(ScenarioRun& run, Timeline& timeline, const Options& options, const 
         timeline.plain("the device's log ends with:\n" + tailOf(run.simulatedDevice->log()));
 }
 
-// Hands out the steps in the order in which they are played, repeated parts as often as they say.
+// Returns the steps in the order in which they are played, the steps of a repeated part as often as
+// the part is repeated.
 class StepOrder {
 public:
     StepOrder(const Scenario& scenario, ScenarioRun& run)
@@ -76,7 +78,7 @@ public:
 
 private:
     struct Repeat {
-        std::size_t place;  // of its "repeat"
+        std::size_t place;  // position of its "repeat" step
         std::int64_t round;
         std::int64_t rounds;
     };
@@ -96,7 +98,7 @@ private:
         showProgress();
     }
 
-    // The first round of everything is shown in full; of the others a line now and then.
+    // Shows all lines of the first round, and of the later rounds a progress line now and then.
     void showProgress() {
         const bool repeated = std::any_of(_repeats.begin(), _repeats.end(),
                                           [](const Repeat& repeat) { return repeat.round > 1; });
@@ -113,14 +115,14 @@ private:
     }
 
     ScenarioRun& _run;
-    std::vector<Step> _steps;          // a copy, because a value changes from turn to turn
+    std::vector<Step> _steps;          // a copy, because its values change from turn to turn
     std::vector<std::int64_t> _turns;  // how often each step has been played
-    std::vector<Repeat> _repeats;      // that are open, the outermost first
+    std::vector<Repeat> _repeats;      // the parts being played, the outermost first
     std::size_t _at = 0;
     ULONGLONG _shownAt = ::GetTickCount64();
 };
 
-// Before anything is played, so that a refused scenario has changed nothing.
+// Called before the first step is played, so that a refused scenario has changed nothing.
 void requireAllowedChanges(const Scenario& scenario, const Options& options) {
     if (options.systemChanges) return;
     constexpr char kRefused[] =

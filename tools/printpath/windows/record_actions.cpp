@@ -146,7 +146,7 @@ void sendRawText(ScenarioRun& run, const Step& step) {
 }
 
 void writeAs(ScenarioRun& run, const Step& step) {
-    // The words of the keyword stand in the order of the enumeration.
+    // The words of the keyword have the same order as the values of the enumeration.
     run.writing.as = static_cast<WriteAs>(step["pieces"].number);
     if (step["size"].given) run.writing.chunkBytes = static_cast<std::size_t>(step["size"].number);
 }
@@ -159,7 +159,7 @@ void cutNext(ScenarioRun& run, const Step& step) {
     run.writing.cutAfter = static_cast<std::size_t>(step["bytes"].number);
 }
 
-// Everything that was written is left to the reader first: closing a pipe may drop it.
+// Waits until the monitor has read everything, because closing a pipe may discard unread bytes.
 void hangUp(ScenarioRun& run, const Step&) {
     const DWORD timeoutMs = static_cast<DWORD>(run.options().timeoutSeconds) * 1000;
     run.pipe->drain(timeoutMs);

@@ -22,7 +22,8 @@ std::vector<std::wstring> missingKeys(HKEY root, std::wstring key) {
     return missing;
 }
 
-// A key that somebody has filled in the meantime stays: removing it would take its values along.
+// A key that is not empty was filled by somebody else in the meantime. It must stay, because its
+// values would be removed with it.
 bool isEmpty(HKEY root, const std::wstring& key) {
     const RegistryKey opened = open(root, key, KEY_READ);
     DWORD keys = 0;
@@ -36,7 +37,7 @@ bool isEmpty(HKEY root, const std::wstring& key) {
 }  // namespace
 
 RegistryRestorer::~RegistryRestorer() {
-    // The first note of a value is the oldest, so it must have the last word.
+    // Undo the changes from the last to the first: the first one has the original value.
     for (auto change = _changes.rbegin(); change != _changes.rend(); ++change)
         undo(*change);
 }

@@ -8,8 +8,8 @@
 
 namespace printpath {
 
-// Puts registry values back as they were before a scenario changed them, and removes the keys that
-// had to be made for them.
+// Restores the registry values that a scenario changes, and removes the keys that had to be created
+// for them. The destructor does it.
 class RegistryRestorer {
 public:
     RegistryRestorer() = default;

@@ -16,10 +16,10 @@ void writeText(HKEY root, const std::wstring& key, const std::wstring& name,
 void writeBytes(HKEY root, const std::wstring& key, const std::wstring& name,
                 const std::vector<std::uint8_t>& value);
 
-// Nothing when the value is missing or of another type.
+// Returns nothing when the value is missing or has another type.
 std::optional<std::uint32_t> readNumber(HKEY root, const std::wstring& key,
                                         const std::wstring& name);
-// With or without a terminating zero in the registry.
+// Reads texts that have a terminating zero in the registry and texts that have none.
 std::optional<std::wstring> readText(HKEY root, const std::wstring& key, const std::wstring& name);
 std::optional<std::vector<std::uint8_t>> readBytes(HKEY root, const std::wstring& key,
                                                    const std::wstring& name);

@@ -13,7 +13,7 @@ namespace {
 
 constexpr DWORD kPollMs = 20;
 constexpr int kMsPerSecond = 1000;
-constexpr DWORD kQuietMs = 300;  // no new trace line for so long: nothing is left to handle
+constexpr DWORD kQuietMs = 300;  // without a trace line for so long, the monitor has nothing to do
 constexpr int kSettleTries = 20;
 constexpr wchar_t kStringsLibrary[] = L"QVK7400SMs.dll";
 constexpr wchar_t kTraceVariable[] = L"QVSM_TRACE";
@@ -28,7 +28,7 @@ std::filesystem::path newWorkFolder() {
     return folder;
 }
 
-// Empty when the user did not ask for a trace.
+// The trace file that the user has named in the environment; empty if there is none.
 std::filesystem::path traceFileOfTheUser() {
     std::wstring name(kPathUnits, L'\0');
     name.resize(::GetEnvironmentVariableW(kTraceVariable, name.data(), kPathUnits));
@@ -149,7 +149,8 @@ void ScenarioRun::waitUntil(const Step& step, const std::string& what,
                             const std::function<std::string()>& found) {
     const ULONGLONG end = ::GetTickCount64() + static_cast<ULONGLONG>(timeoutMs(step));
     for (;;) {
-        // Looked at before the condition: what the monitor did last still counts.
+        // Ask this before the condition: the last thing that the monitor did before its end may
+        // fulfil the condition.
         const bool alive = !_monitor || _monitor->running();
         if (condition()) return;
         if (!alive) monitor();
@@ -214,10 +215,10 @@ Gauges ScenarioRun::settledGauges() {
 }
 
 void ScenarioRun::noticeDialogs() {
-    if (_timeline.isQuiet()) return;  // asking every dialog for its texts takes its time
+    if (_timeline.isQuiet()) return;  // asking every dialog for its texts takes long
     std::map<HWND, std::string> now;
     for (const HWND window : dialogs()) {
-        // A dialog that is about to close has lost its texts: it keeps the name it came with.
+        // Keep the description from the first sight of the dialog: a closing one has no texts.
         const auto known = _noticed.find(window);
         now[window] = known != _noticed.end() ? known->second : describeDialog(window);
         if (known == _noticed.end()) _timeline.note("opened: " + now[window]);
@@ -238,7 +239,7 @@ std::string ScenarioRun::describeOpenDialogs() {
 
 std::string ScenarioRun::trace() const {
     const std::string all = readWholeFile(_traceFile);
-    // A shorter file was begun anew.
+    // A file that is shorter than before has been replaced by a new one, so all of it is new.
     return all.size() < _tracedBefore ? all : all.substr(_tracedBefore);
 }
 

@@ -24,10 +24,10 @@
 
 namespace printpath {
 
-// What the scenario has asked for before the monitor starts.
+// What the steps before the start of the monitor have chosen.
 struct Preparation {
     std::uint32_t printerId = 1;
-    std::optional<std::uint32_t> monitorPrinterId;  // when it differs from that of the records
+    std::optional<std::uint32_t> monitorPrinterId;  // set if the monitor gets another id
     bool byteMode = false;
     bool withPipe = true;
     bool withStrings = true;
@@ -39,14 +39,14 @@ struct Preparation {
 struct Writing {
     WriteAs as = WriteAs::OneMessage;
     std::size_t chunkBytes = 1;
-    int joined = 0;  // records that still go into `joinedBytes`
+    int joined = 0;  // how many more records are collected in `joinedBytes`
     std::string joinedBytes;
-    std::optional<std::size_t> cutAfter;  // bytes of the next record that are written
+    std::optional<std::size_t> cutAfter;  // how many bytes of the next record are written
 };
 
-// Everything that the steps of one scenario work on: the pipe, the monitor, its dialogs, the
-// device. Members are destroyed from the last to the first, so the monitor ends before what it
-// uses.
+// Everything that the steps of one scenario use: the pipe, the monitor, its dialogs, the device.
+// Members are destroyed from the last to the first, so the monitor ends before the things that it
+// uses are destroyed.
 class ScenarioRun {
 public:
     ScenarioRun(const Options& options, Timeline& timeline);
@@ -57,20 +57,21 @@ public:
     const Options& options() const { return _options; }
     Timeline& timeline() { return _timeline; }
     std::filesystem::path workFile(const wchar_t* name) const { return _work / name; }
-    // The bytes of a file that the scenario names, found from the scenario's folder. Throws Failure
-    // when it cannot be read.
+    // The bytes of a file that the scenario names by a path from its own folder. Throws Failure if
+    // the file cannot be read.
     std::string readBesideScenario(const std::string& name) const;
 
     void startMonitor();
-    // The running monitor; throws Failure when it has ended though nobody expected that.
+    // The running monitor; throws Failure when it has ended unexpectedly.
     MonitorProcess& monitor();
-    // Waits for its end; throws Failure when it hangs. Gives back the exit code.
+    // Waits for the end of the monitor and returns its exit code. Throws Failure when it does not
+    // end in time.
     DWORD awaitExit(const Step& step);
     bool started() const { return _monitor != nullptr; }
 
-    // Asks `condition` every few milliseconds until it is true. Throws Failure, naming what was
-    // awaited, what is open and what `found` adds, after the step's "within" or the time-out of the
-    // options.
+    // Asks `condition` every few milliseconds until it is true. After the step's "within", or the
+    // time-out of the options, it throws Failure with what was awaited, which dialogs are open and
+    // what `found` returns.
     void waitUntil(const Step& step, const std::string& what,
                    const std::function<bool()>& condition,
                    const std::function<std::string()>& found = nullptr);
@@ -80,9 +81,10 @@ public:
     // The monitor's open dialogs without its message boxes, the newest first.
     std::vector<HWND> alerts();
     HWND messageBox();  // null when none is open
-    // Read when no window has come or gone for a while: what has closed may not be destroyed yet.
+    // Reads the gauges when no window has come or gone for a while, because a closed window may
+    // not be destroyed yet.
     Gauges settledGauges();
-    // Tells the timeline which dialogs came and went since the last call.
+    // Writes to the timeline which dialogs have opened and closed since the last call.
     void noticeDialogs();
     std::string describeOpenDialogs();
 
@@ -95,8 +97,8 @@ public:
 
     Preparation preparation;
     Writing writing;
-    HWND dialog = nullptr;  // the one that the last wait-dialog found
-    // The round of the outermost repeated part that is played, from 1 on, and how many it has.
+    HWND dialog = nullptr;  // the dialog that the last wait-dialog found
+    // The current round of the outermost repeated part, counted from 1, and the number of rounds.
     std::int64_t round = 1;
     std::int64_t rounds = 1;
     GaugeLog gaugeLog;
@@ -106,7 +108,7 @@ public:
     std::vector<std::unique_ptr<SpoolerPrinter>> printers;
     RegistryRestorer registry;
     std::unique_ptr<PipeServer> pipe;
-    std::map<std::wstring, Handle> protectedFiles;  // by path
+    std::map<std::wstring, Handle> protectedFiles;  // the key is the path
 
 private:
     std::filesystem::path monitorToStart() const;

@@ -29,7 +29,7 @@ BITMAPINFOHEADER headerOf(int width, int height) {
     return header;
 }
 
-// The objects of one capture, given back in reverse order.
+// The system's objects of one capture. The destructor releases them in reverse order.
 class Capture {
 public:
     Capture(int width, int height)
@@ -49,7 +49,7 @@ public:
     void copy(const RECT& area, ScreenPicture& picture) {
         ::BitBlt(_memory, 0, 0, picture.width, picture.height, _screen, area.left, area.top,
                  SRCCOPY);
-        ::SelectObject(_memory, _before);  // the bits of a selected bitmap may not be read
+        ::SelectObject(_memory, _before);  // GetDIBits must not read a bitmap that is selected
         BITMAPINFO info{};
         info.bmiHeader = headerOf(picture.width, picture.height);
         ::GetDIBits(_memory, _bitmap, 0, static_cast<UINT>(picture.height), picture.pixels.data(),

@@ -8,8 +8,8 @@
 
 namespace printpath {
 
-// A part of the screen, 24 bits a pixel, blue first, lines from the bottom and padded to four
-// bytes.
+// A part of the screen in the layout of a bitmap file: 24 bits for each pixel with blue first, the
+// lowest line first, each line padded to a multiple of four bytes.
 struct ScreenPicture {
     int width = 0;
     int height = 0;
@@ -20,7 +20,7 @@ struct ScreenPicture {
 
 ScreenPicture captureScreen(const RECT& area);
 
-// Captures until two pictures in a row are equal, so that nothing is caught half painted.
+// Captures until two pictures in a row are equal, so that the picture shows no half-painted window.
 ScreenPicture captureWhenStill(const RECT& area);
 
 // Throws Failure when the file cannot be written.

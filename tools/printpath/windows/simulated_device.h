@@ -15,10 +15,10 @@ public:
     const std::filesystem::path& folder() const { return _folder; }
     const std::filesystem::path& libraryFile() const { return _libraryFile; }
 
-    // `path` as the monitor asks for it: "/DevMgmt/ProductUsageDyn.xml".
+    // `path` is the path that the monitor asks for, such as "/DevMgmt/ProductUsageDyn.xml".
     void setPage(const std::string& path, const std::string& bytes);
     void removePage(const std::string& path);
-    // Writes a new text into the first element of this name of a page.
+    // Replaces the text of the first element of this name in a page.
     void setElement(const std::string& path, const std::string& element, const std::string& text);
 
     void setOffline(bool offline);

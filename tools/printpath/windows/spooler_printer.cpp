@@ -22,7 +22,7 @@ using PrinterHandle = std::unique_ptr<HANDLE, ClosePrinterHandle>;
     throw Failure(what + " (system error " + std::to_string(error) + ")", Outcome::Unusable);
 }
 
-// Empty when the spooler has no such printer.
+// Opens the printer; empty when the spooler does not have it.
 PrinterHandle find(std::wstring name) {
     PRINTER_DEFAULTSW defaults{nullptr, nullptr, PRINTER_ALL_ACCESS};
     HANDLE printer = nullptr;
@@ -39,7 +39,7 @@ PrinterHandle open(const std::wstring& name) {
 }  // namespace
 
 SpoolerPrinter::SpoolerPrinter(const std::wstring& name) : _name(name) {
-    // Asked beforehand, because Wine's AddPrinter replaces a printer without a word.
+    // Ask first, because Wine's AddPrinter replaces an existing printer without an error.
     if (find(name))
         throw Failure("the spooler has a printer " + shown(name) +
                           " already, which is not the scenario's to change; give it another name",
@@ -55,7 +55,8 @@ SpoolerPrinter::SpoolerPrinter(const std::wstring& name) : _name(name) {
     driverInfo.pDriverPath = file.data();
     driverInfo.pDataFile = file.data();
     driverInfo.pConfigFile = file.data();
-    ::AddPrinterDriverW(nullptr, 3, reinterpret_cast<BYTE*>(&driverInfo));  // may be there already
+    // A failure is ignored: the driver may be installed already.
+    ::AddPrinterDriverW(nullptr, 3, reinterpret_cast<BYTE*>(&driverInfo));
 
     PRINTER_INFO_2W info{};
     info.pPrinterName = _name.data();

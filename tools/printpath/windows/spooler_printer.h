@@ -5,8 +5,8 @@
 
 namespace printpath {
 
-// A printer of the spooler that exists while this object does. Throws Failure when the spooler
-// refuses it or has one of this name already: that one stays as it is.
+// A printer of the spooler that exists as long as this object. The constructor throws Failure when
+// the spooler refuses the printer or has one of this name already, which is then not changed.
 class SpoolerPrinter {
 public:
     explicit SpoolerPrinter(const std::wstring& name);
@@ -20,7 +20,7 @@ private:
     std::wstring _name;
 };
 
-// Stores a printer data value of a printer that the spooler knows. Throws Failure when it fails.
+// Stores a value in the printer data of an existing printer. Throws Failure when that fails.
 void setPrinterValue(const std::wstring& printer, const std::wstring& value, std::uint32_t number);
 
 }  // namespace printpath

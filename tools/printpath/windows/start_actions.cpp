@@ -14,7 +14,7 @@ constexpr wchar_t kDriverVariable[] = L"QVSM_PRINTER_DRIVER";
 constexpr wchar_t kSpoolerLibrary[] = L"winspool.drv";
 constexpr std::int64_t kReadings = 60;
 
-void about(ScenarioRun&, const Step&) {}  // the player has printed it
+void about(ScenarioRun&, const Step&) {}  // the player has printed the text already
 
 void printerId(ScenarioRun& run, const Step& step) {
     run.preparation.printerId = numberOf(step["id"]);
@@ -40,8 +40,8 @@ void environment(ScenarioRun& run, const Step& step) {
     run.preparation.environment[wideFromUtf8(step["name"].text)] = wideFromUtf8(step["value"].text);
 }
 
-// The language belongs to the session in which printpath runs, which nothing here can change: a
-// scenario says which one it was written for.
+// The language belongs to the session in which printpath runs and cannot be changed from here. The
+// step checks that it is the language that the scenario was written for.
 void language(ScenarioRun&, const Step& step) {
     wchar_t name[LOCALE_NAME_MAX_LENGTH] = {};
     ::LCIDToLocaleName(MAKELCID(::GetUserDefaultUILanguage(), SORT_DEFAULT), name,
@@ -64,8 +64,8 @@ void withoutStrings(ScenarioRun& run, const Step&) {
     run.preparation.withStrings = false;
 }
 
-// Placing it there is the runner's work: the folder may hold links into a prefix that others share,
-// and a Windows program would write through them.
+// The runner must have copied the file there, because printpath cannot: the system folder may
+// contain links into a prefix that others share, and a Windows program would write through them.
 bool isPlacedInSystemFolder(const std::filesystem::path& spooler) {
     wchar_t folder[MAX_PATH + 1];
     const std::wstring system(folder, ::GetSystemDirectoryW(folder, MAX_PATH));
@@ -79,8 +79,8 @@ void printerDriver(ScenarioRun& run, const Step& step) {
         throw Failure("the spooler is simulated under Wine only, with " + pathText(spooler) +
                           " in the place of winspool.drv in the system folder of the prefix",
                       Outcome::Unusable);
-    // In the registry and not in WINEDLLOVERRIDES, which would hold for this program as well, and
-    // this program needs Wine's own spooler to add printers.
+    // Set the override in the registry and not in WINEDLLOVERRIDES, which would apply to this
+    // program as well. This program needs Wine's own spooler to add printers.
     const std::wstring key = L"Software\\Wine\\AppDefaults\\" +
                              run.options().monitor.filename().wstring() + L"\\DllOverrides";
     run.registry.note(HKEY_CURRENT_USER, key, kSpoolerLibrary);

@@ -5,13 +5,13 @@
 
 namespace printpath {
 
-// The bytes of a file; empty when it cannot be read. Others may be writing to it.
+// The bytes of a file, also while another program writes to it. Empty when it cannot be read.
 std::string readWholeFile(const std::filesystem::path& file);
 bool readWholeFile(const std::filesystem::path& file, std::string& bytes);
-// Makes the folders of the path. Throws Failure when it cannot be written.
+// Writes the file and creates the folders of its path. Throws Failure when that fails.
 void writeWholeFile(const std::filesystem::path& file, const std::string& bytes);
 
-// The same path for use in a UTF-8 message.
+// The path in UTF-8, for messages.
 std::string pathText(const std::filesystem::path& file);
 
 }  // namespace printpath

@@ -6,7 +6,7 @@
 
 namespace printpath {
 
-// The story of a run on standard output, one line each, with the seconds since its beginning.
+// Prints what happens in a run to standard output. Each line has the seconds since the beginning.
 class Timeline {
 public:
     Timeline();
@@ -14,11 +14,12 @@ public:
     void step(const std::string& text);  // something that the scenario does
     void note(const std::string& text);  // something that was seen
     void problem(const std::string& text);
-    void progress(const std::string& text);  // also while it is quiet
-    // A line without time.
+    void progress(const std::string& text);  // printed also while the timeline is quiet
+    // Prints a line without the time.
     void plain(const std::string& text);
 
-    // While it is quiet, steps and notes are left out: a part that is repeated shows once.
+    // While the timeline is quiet, steps and notes are not printed. So the steps of a repeated part
+    // appear only once.
     void setQuiet(bool quiet) { _quiet = quiet; }
     bool isQuiet() const { return _quiet; }
 

@@ -2,7 +2,7 @@
 
 namespace printpath {
 
-// Whether this is Wine, where a prefix of one's own may be changed at will.
+// Whether the program runs under Wine, in a prefix that was made for the run and may be changed.
 bool underWine();
 
 }  // namespace printpath
