@@ -40,7 +40,7 @@ bool run(fault_injection::Mode mode, long nth, const fault_injection::Scene& sce
     inject(mode, nth);
     try {
         part();
-    } catch (const std::bad_alloc&) {  // the scene may let it pass
+    } catch (const std::bad_alloc&) {  // the scene may end with it, see everyAllocation()
     } catch (...) {
         untilFailure = 0;
         throw;

@@ -10,7 +10,7 @@ namespace {
 constexpr int kDepthLimit = 24;
 constexpr UINT kExitCode = 99;
 
-// Replaces `context` by that of the function's caller.
+// Replaces `context` by the context of the function's caller.
 void stepOut(CONTEXT& context) {
     DWORD64 base = 0;
     if (RUNTIME_FUNCTION* function = ::RtlLookupFunctionEntry(context.Rip, &base, nullptr)) {
@@ -20,7 +20,7 @@ void stepOut(CONTEXT& context) {
                            nullptr);
         return;
     }
-    context.Rip = *reinterpret_cast<const DWORD64*>(context.Rsp);  // a leaf has no frame
+    context.Rip = *reinterpret_cast<const DWORD64*>(context.Rsp);  // a leaf function has no frame
     context.Rsp += sizeof(DWORD64);
 }
 

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t kPageBytes = 4096;
 constexpr std::size_t kAlignment = 16;
-constexpr std::size_t kKeptBlocks = 2048;  // freed, their addresses not used again yet
+constexpr std::size_t kKeptBlocks = 2048;  // freed blocks whose addresses are not used again yet
 constexpr unsigned char kSlackPattern = 0xAB;
 constexpr unsigned char kFreshPattern = 0xCD;
 constexpr std::uint64_t kMagic = 0x6775617264656421;

@@ -7,8 +7,8 @@
 namespace test {
 
 // The index of a virtual function in the table of its class, from 0. In this ABI a pointer to a
-// virtual member function holds the byte offset in the table plus one. A destructor takes two
-// places.
+// virtual member function holds the byte offset in the table plus one. A destructor takes two slots
+// of the table.
 template <typename Class, typename Signature>
 std::size_t slotOf(Signature Class::*operation) {
     std::uintptr_t word = 0;

@@ -41,7 +41,7 @@ private:
     Action _action;
 };
 
-// A thread that only counts its starts, and does in each what the test wants.
+// A thread that never runs. It counts the calls of start() and runs the test's action in each.
 class CountingThread : public arbor::IThread {
 public:
     void start() override {

@@ -11,7 +11,7 @@
 
 namespace test {
 
-// A property with any type code, also with one that no factory function makes.
+// A property with any type code, including codes that no factory function gives.
 class AnyProperty : public arbor::Property {
 public:
     explicit AnyProperty(float value) noexcept : Property(arbor::PT_FLOAT, wordOf(value)) {}
@@ -38,13 +38,14 @@ public:
         : OpaqueProperty(type, data, bytes) {}
 };
 
-// Counts its destruction, but only where another thread can take the lock of the bag meanwhile.
+// Counts its destruction, but only if another thread can take the lock of the bag at that moment.
+// So tests see whether a bag destroys properties while it holds its lock.
 class LockProbe : public AnyProperty {
 public:
     LockProbe(const arbor::Synchronized& bag, int& destroyedUnlocked) noexcept
         : AnyProperty(std::uint64_t{0}), _bag(bag), _destroyedUnlocked(destroyedUnlocked) {}
     ~LockProbe() override {
-        constexpr std::uint32_t kLongEnoughMs = 2000;  // reached by a test that fails
+        constexpr std::uint32_t kLongEnoughMs = 2000;  // only a failing test waits this long
         std::atomic<std::uint32_t> id{0};
         const platform::NativeHandle other =
             platform::startThread(&takeLock, const_cast<arbor::Synchronized*>(&_bag), id);
@@ -60,8 +61,8 @@ private:
         return 0;
     }
 
-    const arbor::Synchronized& _bag;  // the test's
-    int& _destroyedUnlocked;          // the test's
+    const arbor::Synchronized& _bag;  // owned by the test
+    int& _destroyedUnlocked;          // owned by the test
 };
 
 }  // namespace test

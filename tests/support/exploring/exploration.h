@@ -17,7 +17,7 @@ struct Options {
     std::uint64_t firstSeed = 1;  // --seed=1
 };
 [[nodiscard]] Options& options();
-// Takes the flags above out of the arguments.
+// Reads the flags above and removes them from the arguments.
 void readOptions(int& argumentCount, char** arguments);
 
 // Runs the scene under every schedule with at most `preemptions` preemptions, each time from an

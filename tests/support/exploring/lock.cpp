@@ -86,8 +86,8 @@ CriticalSection::~CriticalSection() {
     checkUnused(section(_storage));
 }
 
-// While only one thread uses a section, switching threads here would change nothing for the others,
-// so the schedules that do it are left out.
+// Does not switch threads here while only one thread has used the section. A switch would make no
+// difference to the other threads, so this saves schedules that would test nothing new.
 void CriticalSection::lock() noexcept {
     const Worker* const self = scheduler().current();
     if (self == nullptr) return;

@@ -42,7 +42,7 @@ public:
     static constexpr std::uint64_t kForEver = ~std::uint64_t{0};
     static constexpr int kFailureExitCode = 3;
 
-    // The one of this process.
+    // The only scheduler of this process.
     [[nodiscard]] static Scheduler& instance();
 
     // Runs the scene to the end of its last thread. A failure prints `name` and the choices, and
@@ -89,8 +89,8 @@ private:
 
     std::string _name;
     Schedule* _schedule = nullptr;                  // not owned; null while no scene runs
-    std::vector<std::unique_ptr<Worker>> _workers;  // of this scene and of those before it
-    std::size_t _used = 0;                          // of _workers, by this scene
+    std::vector<std::unique_ptr<Worker>> _workers;  // made for this scene or for an earlier one
+    std::size_t _used = 0;                          // how many of _workers this scene uses
     Worker* _current = nullptr;
     std::uint64_t _nowMs = 0;
     int _points = 0;

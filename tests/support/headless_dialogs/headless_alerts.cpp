@@ -7,13 +7,13 @@
 
 #include <new>
 
-// What the real window half does, on the recorded windows.
+// Does on the recorded windows what ui/windows does on real ones.
 
 namespace {
 
 constexpr DialogResult kHandled = 1, kNotHandled = 0;
 
-// A picture that the real window would paint at every request.
+// Records a picture that a real window would paint when the system asks for it.
 void recordPainted(WindowHandle window, int control, int bitmap) {
     if (dialog_controls::exists(window, control)) {
         headless::control(window, control).picture = bitmap;

@@ -167,7 +167,7 @@ void deliver(WindowHandle window, WindowMessage message, MessageWord wParam, Mes
     if (found == nullptr || found->receiver == nullptr) return;
     try {
         found->receiver->dlgProc(window, message, wParam, lParam);
-    } catch (const std::bad_alloc&) {  // the real procedure lets nothing out either
+    } catch (const std::bad_alloc&) {  // the real dialog procedure catches it too
     }
 }
 

@@ -15,12 +15,12 @@ class StatusDialog;
 // under test has. One thread.
 namespace headless {
 
-// A template that the program does not have: that of a general alert with the three links.
+// The template of a general alert with all three links, which the program itself does not have.
 inline constexpr int kLinksTemplate = 9001;
 
 struct Control {
     std::wstring text;
-    std::wstring name;  // for screen readers, of a picture
+    std::wstring name;  // the name of a picture for screen readers
     bool visible = true;
     bool enabled = true;
     bool isLink = false;
@@ -39,12 +39,12 @@ struct Window {
     int y = 0;
     bool visible = false;
     bool compact = false;
-    bool detailMadeLink = false;  // when it was made compact
+    bool detailMadeLink = false;  // whether the detail became a link when it was made compact
     int icon = 0;
     int defaultButton = 0;
     std::map<int, Control> controls;
     StatusDialog* dialog = nullptr;    // the object of the window
-    StatusDialog* receiver = nullptr;  // who hears of messages; null once the window is cut off
+    StatusDialog* receiver = nullptr;  // gets the window's messages; null after it has closed
 };
 
 struct Message {
@@ -59,13 +59,13 @@ struct CartridgeCheck {
     std::wstring printerName;
 };
 
-// Forgets everything. Windows that are left are gone, and their objects are not told.
+// Forgets everything. Windows that are still open are removed without a message to their objects.
 void reset();
 
 // The windows that exist, hidden ones included, in the order in which they opened.
 [[nodiscard]] std::vector<WindowHandle> windows();
-// How many alerts were shown, those that are gone included, and how many of them were dismissed
-// by the end of the document.
+// How many alerts were shown, including closed ones, and how many of them the end of the document
+// has dismissed.
 [[nodiscard]] int openedWindows();
 [[nodiscard]] int dismissedWindows();
 // Null when the window is gone.
@@ -78,8 +78,8 @@ void reset();
 // A window for code that needs one without an alert. It lives until reset().
 WindowHandle openWindow(int templateId);
 
-// What a user does. False, and nothing happens, where a user could not: the control is missing,
-// hidden or disabled.
+// What a user does. If a user could not do it, because the control is missing, hidden or disabled,
+// nothing happens and the result is false.
 bool press(WindowHandle window, int control);
 bool choose(WindowHandle window, int index);
 void typeKey(WindowHandle window, wchar_t letter);
@@ -91,11 +91,11 @@ void sendCommand(WindowHandle window, MessageWord wParam, MessageLong lParam = 0
 
 // The text that every control has from its template in windows that open from now on.
 void setTemplateText(std::wstring text);
-// No window can be made until this is called with false.
+// With true, no window can be created until this is called with false.
 void setCreationFails(bool fails);
 // Runs while each message box is open, as the system serves other windows then.
 void setWhileMessageIsOpen(std::function<void()> action);
-// Runs each time a window is about to go.
+// Runs each time before a window is destroyed.
 void setWhenAWindowGoes(std::function<void()> action);
 
 }  // namespace headless

@@ -3,10 +3,10 @@
 #include "tests/support/headless_dialogs/headless_dialogs.h"
 #include "ui/resource_ids.h"
 
-// What the sources of the headless window half share.
+// Declarations that only the sources of this folder share.
 namespace headless {
 
-// The messages that an alert's rules know, with numbers of our own.
+// The window messages that alerts handle. The numbers are not those of Windows.
 inline constexpr WindowMessage kInitDialog = 1;
 inline constexpr WindowMessage kCommand = 2;
 inline constexpr WindowMessage kClose = 3;
