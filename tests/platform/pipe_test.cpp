@@ -16,7 +16,7 @@ using platform::PipeRead;
 
 class PipeTest : public testing::Test {
 protected:
-    // Every test has a pipe of its own: a handle that was opened is never closed.
+    // Every test needs its own pipe, because an opened pipe handle is never closed.
     static std::wstring freshName() {
         static int count = 0;
         return L"contract-pipe-" + std::to_wstring(++count);

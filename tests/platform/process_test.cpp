@@ -8,7 +8,8 @@
 
 namespace {
 
-// The one call whose outcome differs: the double must come back to its test.
+// The only call whose implementations differ: the simulated one throws instead of ending the
+// process, so that the test goes on.
 TEST(ProcessDeathTest, TheProcessEndsWithExactlyTheCode) {
 #ifdef _WIN32
     EXPECT_EXIT(platform::endProcess(7), testing::ExitedWithCode(7), "");

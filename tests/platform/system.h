@@ -8,11 +8,11 @@
 #include <string>
 #include <string_view>
 
-// What the contract tests need from the other side of the seam, for either implementation: the
-// server of a pipe, the printer of a spooler, the message in a queue.
+// What the tests of the platform need from the system, for both implementations: the server of a
+// pipe, a printer of the spooler, a message in the queue.
 namespace contract {
 
-// The server end of a message pipe, which ends with its object.
+// The server end of a pipe. The destructor closes it.
 class PipeServer {
 public:
     enum class Kind { Message, Byte };
@@ -24,9 +24,9 @@ public:
 
     [[nodiscard]] std::wstring path() const;
     void write(std::string_view message);
-    // What a client wrote, up to `bytes`.
+    // The first bytes that a client wrote, at most `bytes` of them.
     [[nodiscard]] std::string received(std::size_t bytes);
-    // What was written is still delivered, then the client reads a broken pipe.
+    // The client can still read what was written, and then finds a broken pipe.
     void close();
 
 private:
@@ -40,11 +40,12 @@ void addPrinter(const wchar_t* name, const wchar_t* value, std::string_view byte
 // A folder for files of this test program, without a separator at its end.
 [[nodiscard]] std::string temporaryFolder();
 
-// The library of contract_texts.rc, or its like.
+// The library of contract_texts.rc. provideTexts() makes one with the same texts where there is
+// none.
 inline constexpr wchar_t kTextLibrary[] = L"contract_texts.dll";
 void provideTexts();
 
-// A library that is there, with one of its functions.
+// A library that exists everywhere, and one of its functions.
 [[nodiscard]] const wchar_t* knownLibrary();
 [[nodiscard]] const char* knownFunction();
 

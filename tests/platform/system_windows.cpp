@@ -119,7 +119,7 @@ std::string temporaryFolder() {
     return folder;
 }
 
-void provideTexts() {}  // the library stands beside this program
+void provideTexts() {}  // the library is in the folder of this program
 
 const wchar_t* knownLibrary() {
     return L"kernel32.dll";

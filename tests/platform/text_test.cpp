@@ -44,8 +44,8 @@ TEST(TextTest, ACharacterOfTwoUnitsBecomesTwoQuestionMarks) {
     EXPECT_EQ(narrowed(L"a\U0001F5A8z"), "a??z");
 }
 
-// Every character of one unit: what becomes of it, and that both implementations agree on it. The
-// sums are those of the system's conversion.
+// Converts every character of one UTF-16 unit. The expected count and checksum come from Windows'
+// own conversion, so they prove that both implementations convert every character alike.
 TEST(TextTest, EveryCharacterBecomesWhatTheSystemMakesOfIt) {
     constexpr unsigned kFirstSurrogate = 0xD800;
     constexpr unsigned kPastSurrogates = 0xE000;

@@ -10,7 +10,7 @@ namespace {
 
 using platform::kNoTimeout;
 
-// A thread that runs until it is let go, and then answers with a number.
+// A thread that waits until the test lets it go on, and then ends with a number.
 class ThreadTest : public testing::Test {
 protected:
     static constexpr std::uint32_t kAnswer = 42;
@@ -82,7 +82,8 @@ TEST_F(ThreadTest, AnEndedThreadCanBeWaitedForAgain) {
     EXPECT_EQ(platform::waitForThread(_thread, kNoTimeout), 0U);
 }
 
-// Shared with its thread, which nobody can wait for once its handle is closed.
+// Owned by the test and by its thread: nobody can wait for a thread whose handle is closed, so the
+// last of the two deletes it.
 struct Forgotten {
     platform::CriticalSection gate;
     std::atomic<bool> hasPassed{false};
@@ -113,7 +114,7 @@ TEST(ForgottenThreadTest, AClosedHandleDoesNotStopTheThread) {
     EXPECT_TRUE(forgotten->hasPassed);
 }
 
-// Looks for its id where the caller of startThread wanted it, before it does anything else.
+// Its thread reads the variable in which startThread() stores the id before it does anything else.
 struct SelfAsking {
     static std::uint32_t run(void* parameter) {
         auto* const self = static_cast<SelfAsking*>(parameter);
@@ -126,7 +127,8 @@ struct SelfAsking {
 };
 
 TEST(ThreadIdTest, AThreadThatLooksAtOnceFindsItsIdWhereItsCreatorAskedForIt) {
-    constexpr int kThreads = 2000;  // an id that comes too late is missed by a few in a thousand
+    // If the id were stored after the start, only a few of a thousand threads would notice.
+    constexpr int kThreads = 2000;
     int misses = 0;
 
     for (int count = 0; count < kThreads; ++count) {
@@ -140,7 +142,7 @@ TEST(ThreadIdTest, AThreadThatLooksAtOnceFindsItsIdWhereItsCreatorAskedForIt) {
     EXPECT_EQ(misses, 0);
 }
 
-TEST_F(ThreadTest, WithoutAHandleNothingIsToldAndNothingBreaks) {
+TEST_F(ThreadTest, WithoutAHandleQuestionsFailAndClosingDoesNothing) {
     std::uint32_t code = 7;
 
     EXPECT_FALSE(platform::threadExitCode(nullptr, code));

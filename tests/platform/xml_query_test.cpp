@@ -11,7 +11,7 @@
 
 namespace {
 
-// What queryXml gives, or "-" where it says no; `out` must be empty then.
+// The text that queryXml() finds, or "-" if it returns false; `out` must then be empty.
 std::string query(std::string_view document, const char* path) {
     std::string out = "before";
     const bool isFound = platform::queryXml(document, path, out);
@@ -87,7 +87,8 @@ TEST(XmlQueryTest, ADocumentWithATypeDefinitionIsRefused) {
 }
 
 TEST(XmlQueryTest, EntitiesThatNameEachOtherAreNotExpanded) {
-    // Each entity is ten of the one before: expanded, the page would have ten thousand million.
+    // Each entity contains the one before ten times, so the text would grow to ten thousand million
+    // characters if the parser replaced the entities.
     std::string page = "<!DOCTYPE a [<!ENTITY e0 \"0123456789\">";
     for (int i = 1; i < 10; ++i) {
         page += "<!ENTITY e" + std::to_string(i) + " \"";
@@ -101,7 +102,7 @@ TEST(XmlQueryTest, EntitiesThatNameEachOtherAreNotExpanded) {
 }
 
 TEST(XmlQueryTest, ADocumentThatNamesAFileGetsNothingOfIt) {
-    // A real file, also natively: the parser of the simulated platform could open it.
+    // A real file in native runs too, because a parser that opens files would find a real one.
     const std::filesystem::path file =
         std::filesystem::temp_directory_path() / "contract-marked-file.txt";
     std::ofstream(file) << "the marker of a local file";

@@ -13,7 +13,7 @@ namespace {
 using platform::simulated::Call;
 using platform::simulated::world;
 
-// The functions as a caller of the device library sees them.
+// Calls the functions of the device library through their addresses, as the product does.
 class DeviceTest : public testing::Test {
 protected:
     using OpenPort = void* (*)(const wchar_t*);

@@ -30,7 +30,7 @@ TEST(LazyFunctionTest, AMissingLibraryOrFunctionIsNull) {
     EXPECT_EQ(noFunction.get(), nullptr);
 }
 
-// Looks before any test has run: what the tests do loads what they need.
+// Records which libraries are loaded before the first test, because the tests load them.
 class Startup : public testing::Environment {
 public:
     void SetUp() override {

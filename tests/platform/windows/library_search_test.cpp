@@ -39,8 +39,8 @@ std::string systemFile(const wchar_t* name) {
     return platform::narrowed(system + L'\\' + name);
 }
 
-// The program's own folder holds a planted library for every name below, and Wine prefers such a
-// file to its own library, as Windows does for most names.
+// The folder of this program contains a planted library of every name below. Wine prefers these
+// files to its own libraries, as Windows does for most names.
 class LibrarySearchTest : public testing::Test {
 protected:
     void SetUp() override { ::SetEnvironmentVariableW(kPlantRan, nullptr); }

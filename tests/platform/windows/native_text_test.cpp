@@ -21,7 +21,7 @@ TEST(CodePageTest, ACharacterOutsideLatin1FollowsTheSystemsCodePage) {
 std::string debuggerText;
 
 LONG CALLBACK onDebuggerText(EXCEPTION_POINTERS* event) {
-    constexpr DWORD kPrinted = 0x40010006;  // what the system raises for a narrow debugger text
+    constexpr DWORD kPrinted = 0x40010006;  // the exception that OutputDebugStringA raises
     const EXCEPTION_RECORD& record = *event->ExceptionRecord;
     if (record.ExceptionCode != kPrinted) return EXCEPTION_CONTINUE_SEARCH;
     debuggerText = reinterpret_cast<const char*>(record.ExceptionInformation[1]);

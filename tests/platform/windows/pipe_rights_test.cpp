@@ -15,9 +15,9 @@ HANDLE WINAPI recordAttributes(LPCWSTR, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DWO
 
 }  // namespace
 
-// In this program, every call of CreateFileW goes through this pointer instead of that of the
-// system's import library: Wine does not tell a pipe's server at which level it may act as its
-// client, so the call itself is looked at.
+// In this program every call of CreateFileW goes through this pointer instead of the one in the
+// system's import library. The test must look at the arguments of the call, because under Wine the
+// server of a pipe cannot find out what the client has allowed it.
 extern "C" {
 // NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the linker's name
 decltype(&::CreateFileW) __imp_CreateFileW = &recordAttributes;

@@ -1,5 +1,5 @@
-// A library that an attacker could leave where a program looks for libraries. It says which of them
-// was run: the test loads copies of it that bear the names of the system's libraries.
+// A library that an attacker could leave where a program looks for libraries. The test has copies
+// of it under the names of system libraries. A copy that is loaded says so.
 #include <windows.h>
 
 BOOL WINAPI DllMain(HINSTANCE, DWORD reason, void*) {

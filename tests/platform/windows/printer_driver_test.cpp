@@ -7,7 +7,7 @@
 
 namespace {
 
-// The spooler is the simulated one, which reads the driver's name from this variable.
+// This test runs with the simulated spooler, which reads the driver's name from the variable below.
 TEST(PrinterDriverTest, AValueBelowAKeyOfThePrinterIsRead) {
     ::SetEnvironmentVariableW(L"QVSM_PRINTER_DRIVER", L"Fake K7400 driver");
     platform::Printer printer;

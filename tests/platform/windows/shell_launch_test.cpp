@@ -17,7 +17,7 @@ using platform::Hive;
 using platform::RegistryKey;
 using platform::ValueType;
 
-// The recorder takes the place of every program that the shell may open.
+// Registers the recorder program in place of every program that the shell may start.
 class ShellLaunchTest : public testing::Test {
 protected:
     void SetUp() override {
@@ -39,7 +39,7 @@ protected:
         setClass(documentClass + L"\\shell\\open\\command", L"",
                  L"\"" + _recorder + L"\" " + mark + L" \"%1\"");
     }
-    // The opened program runs by itself: asks until it has written, at most ten seconds.
+    // The started program runs on its own, so this waits until it has written, at most ten seconds.
     [[nodiscard]] std::string recorded() const {
         std::string log;
         for (int ms = 0; ms < 10'000; ms += 10) {
@@ -50,7 +50,7 @@ protected:
     }
 
     std::string _log;
-    // The build's paths are those of the machine; Wine shows them below its drive Z.
+    // The path comes from the Linux build. Wine shows the Linux file system as drive Z.
     const std::wstring _recorder =
         std::filesystem::path(std::wstring(L"Z:") + RECORDER_PROGRAM).make_preferred().wstring();
 };
@@ -73,8 +73,8 @@ TEST_F(ShellLaunchTest, AQuotationMarkInAnAddressStaysInsideTheArgument) {
     EXPECT_EQ(recorded(), "address https://www.corvane.example/?a=1%22%20--other%20%222\n");
 }
 
-// Closes every message box of this process while it lives, so that a box fails the test instead of
-// blocking it for ever.
+// Closes every message box of this process as long as it exists. So an unexpected box makes a test
+// fail and does not block it for ever.
 class BoxCloser {
 public:
     BoxCloser() {
@@ -84,7 +84,7 @@ public:
     BoxCloser(const BoxCloser&) = delete;
     BoxCloser& operator=(const BoxCloser&) = delete;
     ~BoxCloser() { stop(); }
-    // How many boxes were seen until now; no more are counted.
+    // Stops the counting and returns how many boxes have been closed.
     int stop() {
         ::SetEvent(_stopped);
         if (_thread != nullptr) platform::waitForThread(_thread, INFINITE);

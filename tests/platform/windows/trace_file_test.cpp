@@ -19,7 +19,8 @@ std::string tracePath() {
     return std::string(folder, ::GetTempPathA(MAX_PATH, folder)) + kFile;
 }
 
-// The trace looks once for its file, so the whole program has one.
+// The trace asks for its file only once, so all tests of this program share one file. It must be
+// named before the first trace line.
 [[maybe_unused]] const bool isWanted = [] {
     static_cast<void>(platform::writeFile(tracePath().c_str(), "from an earlier run\r\n"));
     return ::SetEnvironmentVariableA("QVSM_TRACE", tracePath().c_str()) != 0;
@@ -27,7 +28,7 @@ std::string tracePath() {
 
 std::string content() {
     std::string bytes;
-    // Shared: another program may read along while the trace is open.
+    // Share the file for writing, as a program does that reads a trace while it is written.
     const HANDLE file =
         ::CreateFileA(tracePath().c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
                       nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
