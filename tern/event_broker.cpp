@@ -73,7 +73,7 @@ bool EventBroker::notify(arbor::IMessage* message) {
             return true;
         case arbor::ThreadCode::Finished: {
             const arbor::Rundown::Visit visit(_use);
-            // Equally right negated: the answer is the same with and without the lock.
+            // A destruction holds the lock and waits for this thread: both would wait for ever.
             if (!visit) return true;
             // Nothing to record: the thread stays among the running ones. With the lock the ending
             // thread waits while the broker starts threads.

@@ -3,8 +3,10 @@
 
 #include "arbor/abstract_thread.h"
 #include "arbor/simple_message.h"
+#include "platform/thread.h"
 #include "tests/tern/event_broker_fixture.h"
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -258,6 +260,39 @@ TEST(EventBrokerDestructionTest, MessageThatAComponentPublishesOnItsWayOutReache
         }
     }
     EXPECT_EQ(heard, 0);
+}
+
+// The destruction holds the broker's lock and waits for threads that are about to end.
+TEST(EventBrokerDestructionTest, ThreadThatEndsMeanwhileDoesNotWaitForTheLock) {
+    constexpr std::uint32_t kLongEnoughMs = 5000;  // reached by a test that fails
+    struct Ending {
+        tern::EventBroker& broker;
+        test::CountingThread thread;
+        static std::uint32_t run(void* parameter) {
+            auto& self = *static_cast<Ending*>(parameter);
+            AbstractThread::ThreadMessage message(ThreadCode::Finished, &self.thread);
+            return self.broker.notify(&message) ? 0 : 1;
+        }
+    };
+    auto manager = std::make_unique<test::TestManager<>>();
+    Ending ending{manager->broker, {}};
+    platform::NativeHandle thread = nullptr;
+    std::uint32_t waited = 1;
+    auto* component = new ListenerComponent(passes);
+    component->onDestruction = [&] {
+        std::atomic<std::uint32_t> id{0};
+        thread = platform::startThread(&Ending::run, &ending, id);
+        waited = platform::waitForThread(thread, kLongEnoughMs);
+    };
+    EXPECT_TRUE(manager->broker.addComponent(component));
+
+    manager.reset();
+
+    std::uint32_t answer = 1;
+    EXPECT_EQ(waited, 0U);
+    EXPECT_TRUE(platform::threadExitCode(thread, answer));
+    EXPECT_EQ(answer, 0U);
+    platform::closeThread(thread);
 }
 
 TEST_F(EventBrokerComponentsTest, MessageOfAnotherTypeIsNotAThreadMessage) {
