@@ -51,7 +51,7 @@ protected:
         return readCartridgeIdentity(L"USB001").printerModel;
     }
 
-    // The exit code with which the process ended.
+    // Validates a cartridge and returns the exit code with which the process would have ended.
     static std::uint32_t validate() {
         try {
             validateCartridge(L"USB001");

@@ -16,7 +16,8 @@ Bytes entryBytes(const CartridgeRecord& record, std::size_t entry) {
     return {first, first + 56};
 }
 
-// An entry with another value in each byte, so that a field at a wrong offset reads wrong.
+// Fills the record so that neighbouring bytes differ. A field that is read at a wrong offset then
+// has a wrong value.
 void fillWithNoise(CartridgeRecord& record) {
     for (std::size_t i = 0; i < 280; ++i)
         record.bytes()[i] = static_cast<unsigned char>(i * 7 + 3);

@@ -59,7 +59,7 @@ TEST_F(CartridgeSnoozeTest, SnoozingACartridgeWithoutAnEntryChangesNothing) {
 
 TEST_F(CartridgeSnoozeTest, AnUnknownSlotIsSavedWithoutAChange) {
     store({{1, 1}});
-    Bytes cut(60, 0);  // a save writes all 280 bytes, so the size tells that it was saved
+    Bytes cut(60, 0);  // a save writes 280 bytes, so the size shows whether there was a save
     cut[0] = 1;
     stored::writeRecord(cut);
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-// Behaviour that only shows with a clock that can be set and a registry that fails on demand.
+// These tests need a clock that can be set and a registry that fails on demand.
 namespace {
 
 using platform::UnixSeconds;
@@ -212,8 +212,8 @@ TEST_F(CartridgeStoreFaultsTest, AVersionOfAnotherTypeComesBackWhenTheRecordCann
     EXPECT_EQ(stored::read(L"CartDataVer", platform::ValueType::String), text);
 }
 
-// Neither the load nor the save can read the version: what cannot be read is not put back, so a
-// good record is still there at the next start.
+// Neither the load nor the save can read the version. The save must then not put back a version, so
+// that a good record is still accepted at the next start.
 TEST_F(CartridgeStoreFaultsTest, AVersionThatCannotBeReadIsLeftAloneWhenTheRecordCannotBeWritten) {
     AddCartIfNew(buffer, kSerial);
     const Bytes before = stored::record();
@@ -231,8 +231,8 @@ TEST_F(CartridgeStoreFaultsTest, AVersionThatCannotBeReadIsLeftAloneWhenTheRecor
 
 TEST_F(CartridgeStoreFaultsTest, ALaterOperationDoesNotPassAnOldRecordForOursEither) {
     storeOldVersion();
-    // Write 1 is the current cartridge. Both saves then write the version and fail at the record;
-    // write 4 puts the version back in between.
+    // Write 1 is the current cartridge. The first save writes the version (2), fails at the record
+    // (3) and puts the version back (4). The second save writes the version (5) and fails (6).
     failOnce(Call::RegistryWrite, 3);
     world().faults.add({Call::RegistryWrite, 6});
 
@@ -317,8 +317,8 @@ TEST_F(CartridgeStoreFaultsTest, AKnownCartridgeIsNotSavedAgain) {
     EXPECT_EQ(world().faults.calls(Call::RegistryWrite), 1);  // current
 }
 
-// Every operation on the memory, as the life of a printer calls them. The registry may fail at any
-// call.
+// Uses the cartridge memory as the messages of a printer do: adds cartridges, snoozes and asks. The
+// registry may fail at any call.
 void liveThroughIt() {
     CartridgeRecord record;
     for (std::uint32_t serial = 1; serial <= 6; ++serial)
@@ -330,7 +330,7 @@ void liveThroughIt() {
     static_cast<void>(takeWelcome());
 }
 
-// The record is whole or absent; and as soon as the registry works again, so does the memory.
+// The record must be complete or absent, and the memory must work as soon as the registry does.
 void expectWholeRecord() {
     const Bytes record = stored::record();
     EXPECT_TRUE(record.empty() || record.size() == 280U);

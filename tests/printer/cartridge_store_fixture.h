@@ -12,8 +12,8 @@
 #include <utility>
 #include <vector>
 
-// Runs against the registry of the platform layer: the simulated one natively, the real one in the
-// Windows build.
+// Uses the registry through platform/: natively the simulated one, in the Windows build the real
+// one.
 class CartridgeStoreFixture : public testing::Test {
 protected:
     using Lines = std::vector<std::string>;
@@ -25,7 +25,7 @@ protected:
     void SetUp() override { stored::clear(); }
     void TearDown() override { stored::clear(); }
 
-    // A stored record of version 4 with these cartridges, the first in entry 0.
+    // Stores a record of version 4 with these cartridges, the first of them in entry 0.
     static void store(
         const std::vector<std::pair<std::uint32_t, platform::UnixSeconds>>& cartridges) {
         CartridgeRecord record;

@@ -53,7 +53,7 @@ protected:
         stored::clear();
     }
 
-    // The current cartridge after the device has told `serial`.
+    // The current cartridge after the device has reported the serial number `serial`.
     static std::optional<std::uint32_t> currentAfter(const std::string& serial) {
         stored::clear();
         world().device.install();
@@ -64,7 +64,7 @@ protected:
 
     void ask() { getConsumableInfo(kPrinter, product.data(), pages.data()); }
 
-    std::array<wchar_t, 513> product;  // one more than may be written
+    std::array<wchar_t, 513> product;  // one unit more than getConsumableInfo() may write
     std::array<wchar_t, 513> pages;
 };
 

@@ -121,7 +121,7 @@ TEST_F(PrinterIdentityTest, AMaskWithoutABitShowsNothing) {
     EXPECT_FALSE(classes.errors || classes.information || classes.warnings);
 }
 
-TEST_F(PrinterIdentityTest, APrinterThatDoesNotOpenTellsNoClasses) {
+TEST_F(PrinterIdentityTest, APrinterThatDoesNotOpenHasNoAlertClasses) {
     EXPECT_FALSE(readAlertClasses(L"nobody").has_value());
 }
 

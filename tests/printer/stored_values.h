@@ -6,8 +6,8 @@
 #include <optional>
 #include <vector>
 
-// What the registry holds for the monitor, set and read by tests through the platform seam; so the
-// same test runs on the simulated registry and on the real one.
+// Sets and reads the monitor's values in the registry through platform/, so that the same test runs
+// with the simulated registry and with the real one.
 namespace stored {
 
 using Bytes = std::vector<unsigned char>;
@@ -24,6 +24,6 @@ bool exists(const wchar_t* name);
 std::optional<Bytes> read(const wchar_t* name, platform::ValueType type);
 std::optional<std::uint32_t> version();
 std::optional<std::uint32_t> current();
-Bytes record();  // empty when there is none
+Bytes record();  // empty when no record is stored
 
 }  // namespace stored

@@ -14,8 +14,8 @@
 #include <fstream>
 #include <string>
 
-// The system's own loader, XML document and registry, and the library of the simulated device
-// beside this program.
+// The code in device/ with the system's loader, XML document and registry, and with the library of
+// the simulated device, which is in the folder of this program.
 namespace {
 
 constexpr wchar_t kPort[] = L"USB001";
@@ -50,13 +50,13 @@ protected:
         stored::clear();
     }
 
-    // A page of the device, or one of its switches: device_folder.h lists them.
+    // Sets a page of the device or one of its switches; device_folder.h lists the switches.
     void setPage(const std::string& name, const std::string& bytes) const {
         fs::create_directories((_folder / name).parent_path());
         std::ofstream(_folder / name, std::ios::binary) << bytes;
     }
 
-    // How often the device has written a line that begins with this word.
+    // How many lines of the device's log begin with this word.
     [[nodiscard]] int logged(const std::string& word) const {
         std::ifstream log(_folder / "device.log");
         int count = 0;

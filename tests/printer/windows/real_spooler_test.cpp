@@ -10,13 +10,15 @@
 #include <winspool.h>
 #include <string>
 
-// The spooler of the system, with a printer that is added for each test.
+// The printer's identity as the system's spooler reports it. Each test adds a printer and removes
+// it.
 namespace {
 
 std::wstring printerName = L"Beamline K7400 test";
 std::wstring driverName = L"QV Beamline K7400";
 
-// The spooler looks for its drivers here; adding one in due form would take a driver's files.
+// Registers the driver where the spooler looks for it. The spooler's own function for this would
+// need the files of a driver.
 void registerDriver() {
     const std::wstring path =
         L"System\\CurrentControlSet\\Control\\Print\\Environments\\Windows "
