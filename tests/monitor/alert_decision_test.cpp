@@ -14,7 +14,7 @@ constexpr wchar_t kPrinter[] = L"K7400 upstairs";
 constexpr wchar_t kKey[] = L"Software\\Corvane\\QVBL7400 SM";
 constexpr std::uint32_t kAccessDenied = 5;
 
-// A property that is there and has no value.
+// A property that exists but has no value.
 class PropertyOfNothing : public test::AnyProperty {
 public:
     PropertyOfNothing() noexcept : AnyProperty(arbor::PT_INT, std::uint64_t{4711}) {}
@@ -376,7 +376,7 @@ TEST_F(AlertDecisionTest, ActionsWithoutARuleAreIgnored) {
     EXPECT_TRUE(world().desktop.addresses().empty());
 }
 
-// Every value of the mask against statuses of every class.
+// Combines every value of the mask with statuses of every class.
 class AlertMaskTest : public AlertDecisionTest,
                       public testing::WithParamInterface<std::tuple<std::uint32_t, std::int32_t>> {
 };

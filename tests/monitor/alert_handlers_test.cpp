@@ -73,7 +73,7 @@ TEST_F(AlertHandlersTest, WithoutACartridgeTheAlertsAboutItStayAway) {
     EXPECT_TRUE(openTypes().empty());
 }
 
-TEST_F(AlertHandlersTest, ACartridgeThatWasNeverRecordedIsToldOnce) {
+TEST_F(AlertHandlersTest, ACartridgeThatWasNeverRecordedOpensOneAlert) {
     world().registry.setDword(platform::Hive::CurrentUser, L"Software\\Corvane\\QVBL7400 SM",
                               L"CurrCart", kSerial);
 
@@ -154,7 +154,7 @@ TEST_F(AlertHandlersTest, ARegistryThatDoesNotWriteStillLetsTheAlertShow) {
     EXPECT_EQ(openTypes(), (std::vector<int>{4, 6}));
 }
 
-// What the cartridge record says of the snooze, compared with the clock, for each of the slots.
+// The end of the snooze in the cartridge record, compared with the current time.
 enum class Entry { Missing, NotSnoozed, Expired, ExactlyNow, Future };
 struct SlotRow {
     std::int32_t code;
@@ -292,7 +292,7 @@ TEST_F(AlertHandlersTest, TheFaxLinkStartsTheInstalledCompanion) {
     EXPECT_EQ(world().desktop.programs(), std::vector<std::wstring>{L"C:\\Orrery\\orrery.exe"});
 }
 
-TEST_F(AlertHandlersTest, ADescriptionCarriesWhatEveryAlertIsTold) {
+TEST_F(AlertHandlersTest, ADescriptionHasTheValuesThatEveryAlertNeeds) {
     printerIs(L"Zweite \x00C4tage \x4E2D", L"USB002");
     status(41150);
     arbor::PropertyHolder description;

@@ -3,7 +3,7 @@
 
 namespace {
 
-// Notes how many locks are held when the document ends, instead of closing anything.
+// Records how many locks are held when the document ends, and closes nothing.
 class LockRecorder : public DefaultLMSListener {
 public:
     using DefaultLMSListener::DefaultLMSListener;
@@ -22,7 +22,7 @@ protected:
     }
 };
 
-// A closed fax alert ends the document as the last step of its closing.
+// The last step of closing a fax alert is to end the document. The list must still be locked then.
 TEST_F(AlertsLockTest, TheListStaysLockedUntilTheAlertIsClosed) {
     status(100000);
 

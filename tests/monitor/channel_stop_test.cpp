@@ -1,4 +1,4 @@
-// How the listener ends the status channel, seen by the broker that it asks.
+// How the listener stops the status channel. The tests look at the calls that the broker gets.
 #include "arbor/message.h"
 #include "monitor/default_lms_listener.h"
 #include "platform/simulated/world.h"
@@ -33,7 +33,7 @@ public:
     std::uint32_t lastFlags = kAnyFlags;
 };
 
-// Notes when the document ends instead of closing anything.
+// Counts the ends of documents, records whether alerts are still open, and closes nothing.
 class EndRecorder : public DefaultLMSListener {
 public:
     using DefaultLMSListener::DefaultLMSListener;
@@ -84,7 +84,7 @@ protected:
 
 class ChannelStopTest : public ChannelFixture<DefaultLMSListener> {
 protected:
-    // Each time the channel is stopped, both of its ends are.
+    // Each stop of the channel must stop the generator and the listener at its two ends.
     void expectStopped(int times) {
         std::vector<arbor::Guid> expected;
         for (int i = 0; i < times; ++i) {
@@ -112,7 +112,8 @@ TEST_F(ChannelStopTest, AnAlertThatStaysKeepsTheChannelUpUntilItIsClosed) {
     expectStopped(1);
 }
 
-// Once for the document's end that the closed fax stands for, and once because no alert is left.
+// It is stopped once because closing a fax alert ends the document, and once because no alert is
+// left.
 TEST_F(ChannelStopTest, ClosingTheLastFaxAlertStopsTheChannelTwice) {
     status(kFaxPrinted);
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-// What each action of an alert has as its effects, and that it has no others.
+// Each action of an alert has exactly the effects that these tests list, and no others.
 namespace {
 
 constexpr wchar_t kPrinter[] = L"K7400";

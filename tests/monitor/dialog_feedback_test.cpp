@@ -120,7 +120,7 @@ TEST_F(DialogFeedbackTest, ClosingManualDuplexPressesGo) {
     EXPECT_EQ(world().device.presses().front().port, kPrinter);
 }
 
-TEST_F(DialogFeedbackTest, GoIsPressedBeforeTheAlertGoes) {
+TEST_F(DialogFeedbackTest, GoIsPressedBeforeTheAlertIsDestroyed) {
     world().device.install();
     printerIs(kPrinter);
     status(40120);

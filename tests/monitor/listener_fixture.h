@@ -66,7 +66,7 @@ public:
     }
     void showDialogType32() override { call("32"); }
 
-    // From now on the printer's name and settings are not read.
+    // From now on configurePrinter() is only recorded and reads nothing from the printer.
     void replaceConfiguration() { _configurationIsReplaced = true; }
 
     [[nodiscard]] std::vector<std::string> takeCalls() { return std::exchange(_calls, {}); }

@@ -23,7 +23,7 @@ protected:
         return static_cast<DefaultStatusDialog*>(headless::find(windowOf(dialogType))->dialog);
     }
 
-    // The line for one comparison: what was looked for, and what stood in the list.
+    // The trace line of one comparison: the dialog that is searched and the dialog in the list.
     static std::string comparison(const char* operation, const void* wanted, const void* found) {
         char line[80];
         std::snprintf(line, sizeof line, "TERNA %s %#x ?= %#x", operation, low(wanted), low(found));
@@ -113,7 +113,7 @@ TEST_F(OpenAlertsTest, LookupsAreTraced) {
     EXPECT_TRUE(wasTraced("TERNA findAlertDialogType 10 ?= 0"));
 }
 
-// Each of the three traces every alert that it compares, and stops at the first that matches.
+// Each of the three operations traces every alert that it compares, up to the first that matches.
 TEST_F(OpenAlertsTest, SearchesForADialogAreTracedByItsAddress) {
     open(0);
     open(10);
@@ -208,7 +208,7 @@ TEST_F(OpenAlertsTest, AnAlertWithoutAWindowIsNotKept) {
     EXPECT_FALSE(alerts.empty());
 }
 
-TEST_F(OpenAlertsTest, NothingIsLeftOpenWhenTheListGoes) {
+TEST_F(OpenAlertsTest, NoAlertIsLeftOpenWhenTheListIsDestroyed) {
     {
         OpenAlerts others;
         arbor::PropertyHolder description;

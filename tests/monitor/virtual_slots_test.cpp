@@ -1,5 +1,5 @@
-// The order of the virtual operations is part of the listener's design, so a test holds it fast: an
-// operation that moves is a change to discuss, not a detail.
+// The order of the virtual operations belongs to the design of the listener (kept: see decision
+// 0012). These tests fail when an operation moves.
 #include "tests/support/slot_of.h"
 
 #include "monitor/default_lms_listener.h"
@@ -11,8 +11,9 @@ using Listener = DefaultLMSListener;
 
 namespace {
 
-// 28 operations of the bag, two places of its destructor, the class identifier, and notify: on this
-// ABI what overrides an operation of the second base stands in the first table as well.
+// Before the first handler there are 28 operations of the bag, two slots of its destructor, the
+// class identifier and notify(). In this ABI the override of an operation of the second base class
+// is in the first table as well.
 constexpr std::size_t kFirst = 32;
 
 }  // namespace
