@@ -1,5 +1,5 @@
-// What the factory writes into the description of an alert, in the numbers of the people who write
-// the texts and draw the pictures.
+// What the factory writes into the description of an alert. The rows have plain numbers of texts
+// and pictures and no names from the code, so that a wrong name in the code is noticed.
 #include "ui/alert_factory.h"
 
 #include "platform/simulated/world.h"
@@ -15,12 +15,12 @@ namespace {
 
 using Ids = std::map<std::wstring, int>;
 
-// One number for printers of the K7400 family and one for the others.
+// A number for printers of the K7400 family and one for all other printers.
 struct ByPrinter {
     int other, family;
 };
 
-// 0: the key is not there.
+// A 0 means that the factory does not write the key.
 struct Row {
     int type, icon, headline;
     ByPrinter detail;
@@ -69,11 +69,11 @@ constexpr Row kRows[] = {
 };
 // clang-format on
 
-constexpr int kNeedsAttention = 10500;  // the status of every description here
+constexpr int kNeedsAttention = 10500;  // every description of these tests has this status
 
 class AlertDescriptionTest : public AlertFixture {
 protected:
-    // Every number that the factory wrote for a type.
+    // All numbers that the factory writes for a type.
     Ids written(int type) {
         constexpr const wchar_t* kKeys[] = {L"dialogID",
                                             L"idsTitle",

@@ -11,8 +11,8 @@ using platform::simulated::world;
 
 namespace {
 
-// What each type shows, in the numbers of the people who write the texts and draw the pictures. 0:
-// nothing.
+// What each type of alert shows. The rows have plain numbers and no names from the code, so that a
+// wrong name in the code is noticed. A 0 means that nothing is shown.
 struct Expected {
     int type, status, templateId, icon;
     unsigned headline, detail, familyDetail, message;

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-// What an action message of an alert carried.
+// The contents of one action message of an alert.
 struct Told {
     std::uint32_t code;
     void* dialog;
@@ -22,8 +22,8 @@ struct Told {
     std::int32_t lParam;
 };
 
-// Alerts on a desktop without windows, in a world with every text of the strings library, a device
-// that knows its cartridge, and a listener that hears the actions.
+// Opens alerts without real windows. The simulated system has every text of the strings library and
+// a device that reports its cartridge. A listener records the action messages.
 class AlertFixture : public testing::Test {
 protected:
     static constexpr wchar_t kPrinter[] = L"Laser in the hall";
@@ -33,7 +33,7 @@ protected:
 
     // Fills `description` as the listener does and opens the alert.
     void open(int type, int status);
-    // The same after `description` was changed by the test.
+    // Opens the alert of `description` as it is, for tests that have changed it.
     void openDescribed();
     void describe(int type, int status);
 
@@ -42,9 +42,9 @@ protected:
     [[nodiscard]] headless::Window& frame() { return *headless::find(window()); }
     [[nodiscard]] std::vector<std::uint32_t> codes() const;
 
-    // The English text, or that of another language.
+    // A text of the library in English or in another language.
     [[nodiscard]] static std::wstring text(unsigned id, unsigned short language = 1033);
-    // A text of the library with another one in it.
+    // Replaces a text of the library, or adds one.
     static void replaceText(unsigned id, const std::wstring& text);
 
     void useFamilyPrinter();
@@ -54,6 +54,6 @@ protected:
     arbor::PropertyHolder description;
     tern::EventBroker broker;
     std::vector<Told> told;
-    std::function<void(const Told&)> onTold;  // runs while the alert tells
+    std::function<void(const Told&)> onTold;  // runs while the alert publishes an action
     std::unique_ptr<DefaultStatusDialog> alert;
 };

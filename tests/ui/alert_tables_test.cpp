@@ -8,11 +8,12 @@
 #include <iterator>
 #include <set>
 
-// The tables of the alerts against the lists of the people who write the texts, in plain numbers.
+// Compares the tables of the alerts with lists that were written independently of them, with plain
+// numbers.
 
 namespace {
 
-// Statuses from `first` to `last`, both included, with the help that they have of their own.
+// The statuses from `first` to `last`, both included, and the help text that only they have.
 struct HelpCase {
     int first, last;
     unsigned text, caption;

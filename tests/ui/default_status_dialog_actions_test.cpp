@@ -1,4 +1,5 @@
-// What an alert tells of clicks, and what may happen to it meanwhile.
+// The action messages that an alert publishes for clicks, and what listeners may do to the alert
+// during a message.
 #include "ui/default_status_dialog.h"
 
 #include "tests/support/trace_lines.h"
@@ -107,7 +108,7 @@ TEST_F(DefaultStatusDialogTest, TracesWhatItTells) {
     EXPECT_TRUE(lines.contains("TERNA  notify statusdialoghwnd=0, wparam=0, lparam=0"));
 }
 
-// The listener destroys the alert while the alert is still telling it what happened.
+// The listener destroys the alert while the alert is still publishing its message.
 TEST_F(DefaultStatusDialogTest, MayBeDestroyedByWhoeverHearsOfItsActions) {
     const std::function<void()> endings[] = {
         [this] { headless::press(window(), 130); },
@@ -152,7 +153,8 @@ TEST_F(DefaultStatusDialogTest, AsksThePrinterToGoOnWhenItsButtonSaysContinue) {
     EXPECT_FALSE(alert->canResume());
 }
 
-// Both texts are empty then, and equal.
+// Without a strings library the caption of the button and the text that means "continue" are both
+// empty, and so they are equal.
 TEST_F(DefaultStatusDialogTest, AsksThePrinterToGoOnWhereThereIsNoStringsLibrary) {
     describe(0, 41100);
     description.setPointer(L"hSinstance", nullptr);

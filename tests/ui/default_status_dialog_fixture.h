@@ -6,18 +6,18 @@
 #include <string>
 #include <vector>
 
-// The alerts of the program, and their actions once they are open.
+// Opens alerts as the listener does and records only the actions of the open alert.
 class DefaultStatusDialogTest : public AlertFixture {
 protected:
     using Codes = std::vector<std::uint32_t>;
 
-    // Forgets what the alert told while it opened.
+    // Opens an alert and forgets the messages that it has published while it opened.
     void openQuietly(int type, int status) {
         open(type, status);
         told.clear();
     }
 
-    // The same with a caption of its own on the OK button.
+    // Opens an alert with this caption on its OK button, and forgets its messages.
     void openWithCaption(int status, const std::wstring& caption) {
         constexpr unsigned kFreeId = 2000;
         replaceText(kFreeId, caption);

@@ -64,7 +64,8 @@ TEST_F(DefaultStatusDialogTest, TakesCapitalLettersWithAltAsTheyAre) {
     EXPECT_EQ(codes(), (Codes{104, 101, 2}));
 }
 
-// The low bytes of these are the letters O, H, H, U and R; the last two stand beside a and z.
+// The low bytes of the first five characters are the letters O, H, H, U and R. The last two are the
+// neighbours of a and z in ASCII.
 TEST_F(DefaultStatusDialogTest, DoesNotTakeALetterOfAnotherAlphabetForAKeyOfItsOwn) {
     openQuietly(0, 41100);
 

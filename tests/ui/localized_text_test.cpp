@@ -28,7 +28,7 @@ protected:
             world().texts.add(module, language, kProbe, L"probe");
             world().texts.add(module, language, 200, language == kGerman ? L"Hilfe" : L"Help");
         }
-        // An English text alone, in a block of its own.
+        // A text that only English has, in a block of texts that no other language has.
         world().texts.add(module, kEnglish, 500, L"only English");
     }
     void TearDown() override { cleanPlatform(); }

@@ -7,8 +7,8 @@
 
 namespace {
 
-// The pictures as a program gets them: compiled into this one and loaded by the system, which has
-// to undo their run-length coding.
+// The pictures are compiled into this program and loaded by the system, as in the monitor. The
+// system must be able to decode their run-length coding.
 
 struct DeleteBitmap {
     using pointer = HBITMAP;
@@ -39,7 +39,7 @@ BITMAP factsOf(HBITMAP bitmap) {
     return facts;
 }
 
-// A memory device context with a bitmap in it; puts the former one back before it goes.
+// A memory device context with a selected bitmap. The destructor selects the former bitmap again.
 class Canvas {
 public:
     explicit Canvas(HBITMAP bitmap)

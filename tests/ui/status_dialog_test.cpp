@@ -9,16 +9,17 @@
 #include <string>
 #include <vector>
 
-// How the description of an alert becomes its texts, also by keys that no alert of today sets.
+// How the texts of an alert are made from its description. This includes keys that no alert of the
+// program sets at present.
 
 namespace {
 
-// Texts of ids that no alert has.
+// Ids from here on are used by no alert.
 constexpr unsigned kFirstFree = 2000;
 
 class StatusDialogTest : public AlertFixture {
 protected:
-    // The id of a new text.
+    // Adds a text to the library and returns its id.
     int newText(const std::wstring& text) {
         replaceText(_next, text);
         return static_cast<int>(_next++);
@@ -111,7 +112,7 @@ TEST_F(StatusDialogTest, BuildsAMessageOfMessageMediaAndTray) {
     EXPECT_EQ(control(132).text, L"/" + text(302) + L"/tray");
 }
 
-// The number of a text decides, not whether the library has that text.
+// A key with a text number replaces the message even if the library does not have that text.
 TEST_F(StatusDialogTest, LetsANumberedTextThatIsMissingReplaceTheMessageToo) {
     constexpr int kMissing = 1999;
     for (const wchar_t* const key : {L"ids2", L"idsPn"}) {
@@ -161,7 +162,8 @@ TEST_F(StatusDialogTest, LeavesMediaAndTrayOutWhereTheyAreNotKnown) {
     EXPECT_EQ(control(132).text, L"[||]");
 }
 
-// Whatever the library has there: the number says that there is no text.
+// An absent key is read as a number that means "no text", so nothing may be shown even if the
+// library has a text with this number.
 TEST_F(StatusDialogTest, ShowsNothingForKeysThatAreAbsent) {
     for (const unsigned id : {0U, 1U})
         replaceText(id, L"of no key");
@@ -305,7 +307,7 @@ TEST_F(StatusDialogTest, MakesLinksOfTheThreeLinkTextsWhereTheTemplateHasThem) {
     EXPECT_EQ(control(1007).text, L"Is it genuine?");
 }
 
-// The rules of the base alone.
+// A dialog with only the rules of the base class.
 class PlainDialog final : public StatusDialog {
 public:
     explicit PlainDialog(const arbor::IPropertyHolder& description, bool createNow = false)

@@ -132,7 +132,7 @@ void savePicture(HWND window, const std::wstring& path) {
         ::BitBlt(memory.get(), 0, 0, width, height, screen.get(), place.left, place.top, SRCCOPY);
         ::GdiFlush();
     }
-    // The screen has no transparency, and its copy comes with none of it set: opaque throughout.
+    // A copy of the screen has an alpha of 0. Make it opaque, or viewers may show nothing.
     auto* bytes = static_cast<unsigned char*>(pixels);
     const auto byteCount = static_cast<std::size_t>(width * height * kBytesPerPixel);
     for (std::size_t i = kBytesPerPixel - 1; i < byteCount; i += kBytesPerPixel)

@@ -8,8 +8,8 @@
 #include <memory>
 #include <string>
 
-// What tests with real alert windows share. The resources are those of the test program, the texts
-// those of the strings library beside it.
+// Helpers for tests with real alert windows. The resources are in the test program, the texts come
+// from the strings library in its folder.
 namespace alert_desktop {
 
 inline constexpr wchar_t kPrinterName[] = L"Beamline K7400";
@@ -20,17 +20,17 @@ inline constexpr wchar_t kPrinterName[] = L"Beamline K7400";
 // A status code that shows an alert of this type.
 [[nodiscard]] int statusOf(int type);
 
-// The description as the listener fills it. `broker` may be null.
+// Fills the description as the listener does. `broker` may be null.
 void describe(arbor::IPropertyHolder& description, int type, int status,
               tern::EventBroker* broker = nullptr, const wchar_t* printerName = kPrinterName);
 
-// Opens an alert; `status` 0 stands for one of its type. Null when it cannot be made. Without a
-// broker the two fax types are made compact as the listener does.
+// Opens an alert; `status` 0 means any status of this type. Returns null when the alert cannot be
+// created. Without a broker this makes the two fax types compact, as the listener would do.
 [[nodiscard]] std::unique_ptr<DefaultStatusDialog> openAlert(
     int type, int status, tern::EventBroker* broker = nullptr,
     const wchar_t* printerName = kPrinterName);
 
-// A desktop that runs from right to left, as long as this lives.
+// The desktop runs from right to left as long as this object exists.
 class MirroredDesktop {
 public:
     MirroredDesktop();
@@ -42,11 +42,11 @@ private:
     HWND _desktop;
 };
 
-// Serves the messages that are waiting, as the program's loop does.
+// Dispatches the waiting messages, as the program's loop does.
 void pump();
 void pumpFor(int milliseconds);
 
-// The messages of a double click on a control, as the system sends them.
+// Sends the messages that the system sends for a double click on a control.
 void doubleClick(HWND control);
 
 // Writes what the screen shows of a window to a bitmap file.

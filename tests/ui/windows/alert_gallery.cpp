@@ -1,6 +1,6 @@
-// alert_gallery FOLDER [TYPE...]: opens the alerts of the given dialog types, all without any, on
-// the real desktop and writes a picture of each to FOLDER. The strings library stands beside it.
-// For looking only; what is shown is checked by the tests beside this file.
+// alert_gallery FOLDER [TYPE...]: opens the alerts of the given dialog types, or all alerts if none
+// is given, on the real desktop and writes a picture of each to FOLDER. The strings library must be
+// in the program's folder. The pictures are for people; the tests in this folder check the alerts.
 
 #include "tests/ui/windows/alert_desktop.h"
 #include "ui/localized_text.h"
@@ -42,7 +42,7 @@ void showCheck(const std::wstring& folder) {
     showValidationDialog(::GetModuleHandleW(nullptr), alert_desktop::strings(), L"Beamline K7400");
     const HWND check = ::FindWindowW(nullptr, alert_desktop::text(kCheckTitle).c_str());
     save(folder, L"check", check);
-    // The details are modal: their picture is taken while their own loop runs.
+    // The details are modal, so a timer takes their picture while their own message loop runs.
     detailsFolder = folder;
     ::SetTimer(nullptr, 0, kMillisecondsToPaint, pictureDetails);
     ::SendMessageW(check, WM_COMMAND, kLearnMore, 0);

@@ -13,21 +13,21 @@
 #include <string>
 #include <vector>
 
-// Every alert in the language of the environment, with the longest things that can stand in it:
-// nothing is cut, nothing overlaps. Run once for each language.
+// Opens every alert in the language of the environment with the longest texts that it can show.
+// Nothing may be cut off or overlap. The program runs once for each language.
 
 namespace {
 
 constexpr int kTypes = 33;
 constexpr int kNameUnits = 220, kPartNumberUnits = 31;
-constexpr int kFaceMargin = 6;  // pixels of a button's face that a caption leaves free on each side
+constexpr int kFaceMargin = 6;  // pixels between a caption and each side of its button
 constexpr unsigned kFirstMedia = 301, kLastMedia = 321;
 constexpr unsigned kCheckTitle = 1064, kDetailsTitle = 1066, kLearnMore = 1051;
 
 struct Shown {
     HWND window;
     int id;
-    RECT place;  // in the dialog
+    RECT place;  // position in the dialog
     std::wstring text;
     bool isButton, isText, isList;
 };
@@ -146,7 +146,7 @@ protected:
         if (isRightToLeftUI()) _mirrored.emplace();
     }
 
-    // The same alert with the longest part number, page count and media.
+    // Opens an alert with the longest part number, page count and media name.
     static std::unique_ptr<DefaultStatusDialog> openFullest(int type) {
         std::wstring printer;
         while (printer.size() < kNameUnits)

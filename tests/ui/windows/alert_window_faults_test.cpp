@@ -1,5 +1,5 @@
-// Alert windows for which something fails while they open. The program has an `operator new` that
-// fails on demand.
+// An allocation or a call of the system fails while an alert window opens. This program has an
+// `operator new` that fails on demand.
 #include "tests/support/allocation_faults.h"
 #include "tests/ui/windows/alert_desktop.h"
 #include "ui/alert_factory.h"
@@ -31,7 +31,7 @@ BOOL CALLBACK collectText(HWND control, LPARAM texts) {
     return TRUE;
 }
 
-// What all controls of a dialog show.
+// The texts of all controls of a dialog.
 Texts textsOf(HWND dialog) {
     Texts texts;
     ::EnumChildWindows(dialog, &collectText, reinterpret_cast<LPARAM>(&texts));
@@ -45,7 +45,7 @@ BOOL CALLBACK countDialog(HWND window, LPARAM count) {
     return TRUE;
 }
 
-// Hidden ones included.
+// Counts hidden dialogs too.
 int dialogsOfThisThread() {
     int count = 0;
     ::EnumThreadWindows(::GetCurrentThreadId(), &countDialog, reinterpret_cast<LPARAM>(&count));
@@ -136,7 +136,7 @@ TEST(AlertWindowFaults, AnAlertWhoseWindowTakesNoPropertyIsNotOpened) {
 
         const bool opened = alert->create();
 
-        if (propertiesUntilFailure > 0) break;  // all calls are through
+        if (propertiesUntilFailure > 0) break;  // every call has failed once
         ++failures;
         EXPECT_FALSE(opened) << nth;
         EXPECT_EQ(alert->window(), nullptr) << nth;

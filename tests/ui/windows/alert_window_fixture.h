@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-// The windows of the alerts as the system sees them.
+// Opens alerts with real windows and records the codes of their action messages.
 class AlertWindowTest : public testing::Test {
 protected:
     using Codes = std::vector<std::uint32_t>;
@@ -38,7 +38,7 @@ protected:
         codes.clear();
         alert_desktop::pump();
     }
-    // What the listener does: window first, then object.
+    // Destroys the window and then the object at the next action, as the listener does.
     void endWithTheNextAction() {
         onTold = [this] {
             destroyAlertWindow(alert->window());
@@ -52,7 +52,7 @@ protected:
         ::GetWindowTextW(control(id), text, 512);
         return text;
     }
-    // A key that the user presses with the focus on a control.
+    // Gives a control the focus and posts a key press to it.
     void pressKey(int id, WPARAM key) {
         ::SetFocus(control(id));
         ::PostMessageW(control(id), WM_KEYDOWN, key, 1);
@@ -63,7 +63,7 @@ protected:
         alert_desktop::pump();
     }
     [[nodiscard]] int focused() const { return ::GetDlgCtrlID(::GetFocus()); }
-    // A pixel of the window's client area on the screen.
+    // The colour of a pixel of the window's client area on the screen.
     [[nodiscard]] COLORREF pixel(int x, int y) const {
         alert_desktop::pumpFor(50);
         const WindowDc dc(alert->window());

@@ -62,8 +62,8 @@ TEST_F(AlertWindowTest, PressesNoButtonThatIsDisabledWithEnter) {
 
 HWND windowOfMenu = nullptr;
 
-// Presses Esc as long as the menu is open: the first one closes the list, and with Wine a second
-// one is needed to leave the menu.
+// Presses Esc as long as the menu is open. The first press closes the list; under Wine a second
+// press is needed to leave the menu.
 void CALLBACK pressEscInMenu(HWND, UINT, UINT_PTR, DWORD) {
     GUITHREADINFO info{};
     info.cbSize = sizeof(info);
@@ -79,7 +79,7 @@ void CALLBACK endMenu(HWND, UINT, UINT_PTR timer, DWORD) {
     menuHadToBeEnded = ::EndMenu() != FALSE;
 }
 
-// The window's own menu, as Alt+Space opens it.
+// The menu of this test is the system menu of the window, which Alt+Space opens.
 TEST_F(AlertWindowTest, ClosesOnlyItsMenuWithEscWhileThatIsOpen) {
     open(0);
     ::SetForegroundWindow(alert->window());
@@ -226,7 +226,7 @@ void CALLBACK readAndCloseBox(HWND, UINT, UINT_PTR timer, DWORD) {
     ::PostMessageW(box, WM_CLOSE, 0, 0);
 }
 
-// The low bytes of these are the letters O, H, H, U and R.
+// The low bytes of these characters are the letters O, H, H, U and R.
 TEST_F(AlertWindowTest, DoesNotTakeALetterOfAnotherAlphabetForAKeyOfItsOwn) {
     open(0);
     boxCaption = alert_desktop::kPrinterName;

@@ -1,4 +1,4 @@
-// How alerts come and go, and what is left when they are gone.
+// How alert windows are opened and destroyed, and that nothing is left of them afterwards.
 #include "tests/ui/windows/alert_window_fixture.h"
 #include "tools/gauges/gauges.h"
 #include "ui/alert_factory.h"
@@ -109,8 +109,8 @@ TEST_F(AlertWindowTest, LeavesNothingBehindAfterFiveHundredAlerts) {
     EXPECT_EQ(windows, 0);
 }
 
-// The system keeps a little memory for every dialog under Wine; an alert may not cost more of it
-// than a dialog of the same template that does nothing but fill its list.
+// Wine keeps a little memory of every dialog that was ever open. So an alert is compared with a
+// dialog of the same template that only fills its list: it must not leave more memory behind.
 INT_PTR CALLBACK bareProcedure(HWND dialog, UINT message, WPARAM, LPARAM) {
     if (message != WM_INITDIALOG) return FALSE;
     ::ShowWindow(::GetDlgItem(dialog, 1008), SW_SHOW);

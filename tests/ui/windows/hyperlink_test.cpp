@@ -30,7 +30,8 @@ LRESULT CALLBACK parentClass(HWND window, UINT message, WPARAM wParam, LPARAM lP
     return ::DefWindowProcW(window, message, wParam, lParam);
 }
 
-// Stands below the link's procedure and looks at what is left of it.
+// The window procedure below the link's. It counts the links that have removed their procedure and
+// their properties when their window is destroyed.
 WNDPROC staticClass = nullptr;
 LRESULT CALLBACK watchedStatic(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_NCDESTROY && ::GetPropW(window, kOriginal) == nullptr &&
@@ -184,7 +185,7 @@ TEST_F(HyperlinkTest, GivesProceduresAndPropertiesBackWhenTheDialogIsDestroyed) 
     ::DestroyWindow(parent);
 
     EXPECT_TRUE(parentRestored);
-    EXPECT_EQ(linksRestored, 2 + 1);  // the plain one never had any
+    EXPECT_EQ(linksRestored, 2 + 1);  // two links, and a plain text that has nothing to restore
 }
 
 TEST_F(HyperlinkTest, IsUnderlinedInItsOwnFont) {

@@ -23,7 +23,7 @@ DWORD WINAPI makeWindow(void* parameter) {
     return made ? 0 : 1;
 }
 
-// What a window has depends on its thread, so each gets a thread of its own.
+// Input methods belong to a thread, so each window is created on a thread of its own.
 bool windowHasInputMethod(bool keepsOut) {
     Visit visit{keepsOut, !keepsOut};
     const HANDLE thread = ::CreateThread(nullptr, 0, &makeWindow, &visit, 0, nullptr);

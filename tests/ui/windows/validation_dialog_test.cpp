@@ -73,7 +73,8 @@ TEST_F(ValidationDialogTest, EndsWhenTheUserDeclines) {
     EXPECT_FALSE(::IsWindow(check));
 }
 
-// Submitting would end this process, so the letter of the other button stands for both.
+// Only the decline button is tested, because the submit button would end this process. Both letters
+// are handled by the same code.
 TEST_F(ValidationDialogTest, EndsWithTheLetterOfItsDeclineButton) {
     const HWND submit = ::GetDlgItem(check, kSubmit);
     ::SetFocus(submit);
@@ -154,7 +155,7 @@ TEST_F(ValidationDialogTest, IgnoresEveryOtherCommand) {
     EXPECT_TRUE(::IsWindowEnabled(::GetDlgItem(check, kSubmit)));
 }
 
-// What the modal details looked like while their own loop ran.
+// What a timer has recorded of the modal details while their own message loop ran.
 struct Details {
     HWND window = nullptr;
     bool ownerEnabled = true;
@@ -217,7 +218,8 @@ void CALLBACK askAgainAndEnd(HWND, UINT, UINT_PTR timer, DWORD) {
     ::PostMessageW(details.window, WM_COMMAND, 1, 0);
 }
 
-// The check itself takes no input while its details are open.
+// The validation dialog is disabled while its details are open, so the details must come to the
+// front.
 TEST_F(ValidationDialogTest, BringsItsDetailsToTheFrontWhileTheyAreOpen) {
     setForegroundFunction(&recordForeground);
     ::SetTimer(nullptr, 0, 50, askAgainAndEnd);
@@ -229,7 +231,8 @@ TEST_F(ValidationDialogTest, BringsItsDetailsToTheFrontWhileTheyAreOpen) {
     EXPECT_EQ(broughtToFront, details.window);
 }
 
-// Opening the maker's page traces this line once when the configured address cannot be used.
+// This trace line shows how often the maker's page was opened: each time, the program traces once
+// that the configured address cannot be used.
 constexpr char kOpened[] = "TERNA - setting WebSite is no http address, using the default";
 
 void setMachineText(const wchar_t* path, const wchar_t* name, const std::wstring& text) {
