@@ -6,7 +6,7 @@ import unittest
 
 sys.path.insert(0, os.path.join(os.path.dirname(__file__), "..", "..", "tools"))
 from mutation.mutants import mutants_of, unmarked  # noqa: E402
-from one_line_a_case import run  # noqa: E402
+from print_each_case import run  # noqa: E402
 
 HEADER = """class Base {
 public:

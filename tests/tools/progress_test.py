@@ -8,7 +8,7 @@ import sys
 import tempfile
 import unittest
 
-from one_line_a_case import run
+from print_each_case import run
 
 PROGRAM = pathlib.Path(__file__).resolve().parents[2] / "tools" / "progress.py"
 NINJA = "printf '[1/12] a\\n[7/12] b\\n'; sleep 1"

@@ -11,7 +11,7 @@ from unittest import mock
 
 sys.path.insert(0, os.path.join(os.path.dirname(__file__), "..", "..", "tools", "test"))
 import run_tests  # noqa: E402
-from one_line_a_case import run  # noqa: E402
+from print_each_case import run  # noqa: E402
 
 RESULTS = """<?xml version="1.0"?><testsuites><testsuite>{}</testsuite></testsuites>"""
 PASSED = '<testcase name="a" status="run" result="completed"/>'

@@ -1,4 +1,4 @@
-"""Runs the unittest cases of a module and prints one line for each case, as ./test counts them."""
+"""Runs the unittest cases of a module and prints a line for each, so that ./test can count them."""
 import unittest
 
 
