@@ -1,6 +1,7 @@
 #include "ui/alert_factory.h"
 
 #include "arbor/i_property_holder.h"
+#include "arbor/property_text.h"
 #include "platform/resource_text.h"
 #include "printer/alert_types.h"
 #include "printer/media_types.h"
@@ -217,7 +218,7 @@ void fillRow(AlertContext& alert, const AlertRow& row) {
 void complete(arbor::IPropertyHolder& description) {
     const auto type = static_cast<AlertType>(description.getInt(alert_key::kDialogType, 0));
     void* module = description.getPointer(alert_key::kModule, nullptr);
-    std::wstring printerName = bagText(description, alert_key::kPrinterName);
+    std::wstring printerName = arbor::wideText(description, alert_key::kPrinterName);
     AlertContext alert{
         description,
         description.getPointer(alert_key::kStringModule, module),

@@ -2,19 +2,8 @@
 
 #include "arbor/i_property.h"
 #include "arbor/i_property_holder.h"
-#include "platform/text.h"
 
 #include <new>
-
-std::wstring bagText(const arbor::IPropertyHolder& bag, const wchar_t* key,
-                     const wchar_t* defaultText) {
-    const arbor::IProperty* property = bag.getProperty(key);
-    if (property->isNull()) return defaultText;
-    if (property->getType() != arbor::PT_WSTRING) return platform::widened(property->toString());
-    // A text that could not be copied when it was stored is there without its letters.
-    const auto* text = static_cast<const wchar_t*>(property->getData());
-    return text != nullptr ? std::wstring(text) : std::wstring();
-}
 
 void putText(arbor::IPropertyHolder& bag, const wchar_t* key, const std::wstring& text) {
     const bool isStored = bag.setWString(key, text.c_str());

@@ -1,13 +1,13 @@
 #include "ui/default_status_dialog.h"
 
 #include "arbor/i_property_holder.h"
+#include "arbor/property_text.h"
 #include "platform/resource_text.h"
 #include "platform/trace.h"
 #include "printer/status_codes.h"
 #include "strings/string_ids.h"
 #include "ui/alert_actions.h"
 #include "ui/alert_keys.h"
-#include "ui/bag_text.h"
 #include "ui/button_faces.h"
 #include "ui/dialog_controls.h"
 #include "ui/help_texts.h"
@@ -71,12 +71,13 @@ DefaultStatusDialog::DefaultStatusDialog(const arbor::IPropertyHolder& descripti
       _conditionPicture(description.getInt(alert_key::kConditionPicture, 0)),
       _duplexTitle(textOf(description, alert_key::kDuplexTitle)),
       _caption(textOf(description, alert_key::kCaption)),
-      _printerName(bagText(description, alert_key::kPrinterName)),
-      _alertDetail(bagText(description, alert_key::kAlertDetail)),
-      _suppliesName(bagText(description, alert_key::kSuppliesName)),
-      _suppliesPages(bagText(description, alert_key::kSuppliesPages)),
-      _suppliesComment(bagText(description, alert_key::kSuppliesComment)) {
-    const std::wstring detail = bagText(description, alert_key::kDetailText, alert_key::kNotExist);
+      _printerName(arbor::wideText(description, alert_key::kPrinterName)),
+      _alertDetail(arbor::wideText(description, alert_key::kAlertDetail)),
+      _suppliesName(arbor::wideText(description, alert_key::kSuppliesName)),
+      _suppliesPages(arbor::wideText(description, alert_key::kSuppliesPages)),
+      _suppliesComment(arbor::wideText(description, alert_key::kSuppliesComment)) {
+    const std::wstring detail =
+        arbor::wideText(description, alert_key::kDetailText, alert_key::kNotExist);
     if (detail != alert_key::kNotExist) _detail = detail;
     for (std::size_t step = 0; step < kDuplexSteps; ++step) {
         _duplexTexts[step] = textOf(description, alert_key::kDuplexTexts[step]);

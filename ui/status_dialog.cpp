@@ -3,11 +3,11 @@
 #include "arbor/i_message.h"
 #include "arbor/i_property_holder.h"
 #include "arbor/message.h"
+#include "arbor/property_text.h"
 #include "platform/trace.h"
 #include "tern/event_broker.h"
 #include "ui/alert_actions.h"
 #include "ui/alert_keys.h"
-#include "ui/bag_text.h"
 #include "ui/dialog_controls.h"
 #include "ui/localized_text.h"
 #include "ui/resource_ids.h"
@@ -104,7 +104,8 @@ std::wstring StatusDialog::messageText(const arbor::IPropertyHolder& description
             format, {message, textOfCode(alert_key::kMediaCode), textOfCode(alert_key::kTrayCode)},
             kTextUnits);
     }
-    if (const std::wstring literal = bagText(description, alert_key::kMessageText, kNoMessageText);
+    if (const std::wstring literal =
+            arbor::wideText(description, alert_key::kMessageText, kNoMessageText);
         literal != kNoMessageText) {
         message = literal;
     }

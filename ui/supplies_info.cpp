@@ -1,6 +1,7 @@
 #include "ui/supplies_info.h"
 
 #include "arbor/i_property_holder.h"
+#include "arbor/property_text.h"
 #include "printer/consumables.h"
 #include "strings/string_ids.h"
 #include "ui/alert_keys.h"
@@ -39,7 +40,8 @@ void fillSuppliesInfo(arbor::IPropertyHolder& description, bool estimateUnknown,
 
     std::array<wchar_t, kConsumableTextUnits> product{};
     std::array<wchar_t, kConsumableTextUnits> pages{};
-    getConsumableInfo(bagText(description, alert_key::kPrinterName), product.data(), pages.data());
+    getConsumableInfo(arbor::wideText(description, alert_key::kPrinterName), product.data(),
+                      pages.data());
     const std::wstring name = filled(strings, IDS_SUPPLIES_NAME, shown(product.data(), strings));
     putText(description, alert_key::kSuppliesName, name);
     if (mode == SuppliesMode::NameOnly) return;
