@@ -9,7 +9,7 @@
 #include "printer/status_texts.h"
 #include "strings/string_ids.h"
 #include "ui/alert_keys.h"
-#include "ui/bag_text.h"
+#include "ui/bag_writing.h"
 #include "ui/localized_text.h"
 #include "ui/resource_ids.h"
 #include "ui/supplies_info.h"

@@ -5,7 +5,7 @@
 #include "printer/consumables.h"
 #include "strings/string_ids.h"
 #include "ui/alert_keys.h"
-#include "ui/bag_text.h"
+#include "ui/bag_writing.h"
 #include "ui/localized_text.h"
 #include "ui/resource_ids.h"
 #include "ui/text_format.h"

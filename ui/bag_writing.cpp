@@ -1,4 +1,4 @@
-#include "ui/bag_text.h"
+#include "ui/bag_writing.h"
 
 #include "arbor/i_property.h"
 #include "arbor/i_property_holder.h"
