@@ -16,8 +16,7 @@ struct HelpRow {
     std::int32_t mask;  // of the status, before it is compared
 };
 
-// The first match wins. What is not listed needs attention; the two ranges that say so themselves
-// have neighbours with a text of their own.
+// The first match wins. A status that is not listed has the general text.
 // clang-format off
 constexpr HelpRow kHelpRows[] = {
     {code::kFirstLoadMedia,              code::kLastPaperOut,                {IDS_HELP_LOAD_PAPER, 0}, kAllBits},
@@ -31,12 +30,10 @@ constexpr HelpRow kHelpRows[] = {
     {code::kTonerOutBlack,               code::kTonerOutBlack,               {IDS_CARTRIDGE_EMPTY_DETAIL, IDS_CARTRIDGE_EMPTY_CAPTION}, kAllBits},
     {code::kNonQvCartridge10403,         code::kNonQvCartridge10403,         {IDS_HELP_NOT_QV_CARTRIDGE, 0}, kLow16Bits},
     {code::kNonQvCartridge10407,         code::kNonQvCartridge10407,         {IDS_HELP_NOT_QV_CARTRIDGE, 0}, kLow16Bits},
-    {code::kTonerOutBlack + 1,           code::kInstallQvCartridge,          {IDS_HELP_NEEDS_ATTENTION, 0}, kAllBits},
     {code::kIllegalCartridge,            code::kIllegalCartridge,            {IDS_HELP_CARTRIDGE_NOT_ACCEPTED, 0}, kAllBits},
     {code::kCartridgeNotRecognized30017, code::kCartridgeNotRecognized30017, {IDS_HELP_CARTRIDGE_MEMORY, 0}, kAllBits},
     {code::kCartridgeNotRecognized40010, code::kCartridgeNotRecognized40010, {IDS_HELP_CARTRIDGE_MEMORY, 0}, kAllBits},
     {code::kCartridgeMemoryError,        code::kCartridgeMemoryError,        {IDS_HELP_CARTRIDGE_MEMORY, 0}, kAllBits},
-    {code::kCartridgeMemoryError + 1,    code::kDoorOpen - 1,                {IDS_HELP_NEEDS_ATTENTION, 0}, kAllBits},
     {code::kDoorOpen,                    code::kCartridgeDoorOpen,           {IDS_HELP_DOOR, 0}, kAllBits},
     {code::kManualDuplex40120,           code::kManualDuplex40120,           {IDS_DUPLEX_TITLE, 0}, kAllBits},
     {code::kNoCartridge,                 code::kNoCartridge,                 {IDS_HELP_NO_CARTRIDGE, 0}, kAllBits},
