@@ -173,7 +173,7 @@ void AbstractDatabase::removeObserver(DatabaseObserver* observer) {
 
 void AbstractDatabase::getGuid(Guid& guid, const wchar_t* className) {
     guid = Guid{};
-    const IProperty* property = get(className, L"GUID");
+    const IProperty* property = get(className, kGuidKey);
     if (property->isNull() || property->getSize() != sizeof(Guid)) return;
     const void* bytes = property->getData();
     if (bytes != nullptr) std::memcpy(&guid, bytes, sizeof(Guid));

@@ -18,6 +18,8 @@ class AbstractDatabase : public PropertyHolder, public IDatabase {
 public:
     using Observers = std::map<std::uint32_t, std::vector<DatabaseObserver*>>;
     static constexpr std::uint32_t kAllEntries = 0;
+    // Second key of the entry that holds the identifier of a class; the first is the class's name.
+    static constexpr wchar_t kGuidKey[] = L"GUID";
 
     ~AbstractDatabase() override = default;
 

@@ -33,7 +33,7 @@ struct AbstractThread::Start {
 
 AbstractThread::ThreadMessage::ThreadMessage(ThreadCode code, IThread* thread)
     : Message(&type(), static_cast<std::uint32_t>(code), 0) {
-    getProperties()->setPointer(L"thread", thread);
+    getProperties()->setPointer(kThreadKey, thread);
 }
 
 const Guid& AbstractThread::ThreadMessage::type() noexcept {

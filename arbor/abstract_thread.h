@@ -15,6 +15,10 @@
 
 namespace arbor {
 
+// Key under which a ThreadMessage carries its IThread, and a component that has one (kept: see
+// decision 0012).
+inline constexpr wchar_t kThreadKey[] = L"thread";
+
 // Codes of a ThreadMessage.
 enum class ThreadCode : std::uint32_t { StartRequest = 1, Starting = 2, Finished = 3 };
 

@@ -10,6 +10,7 @@
 #include "platform/text.h"
 #include "platform/trace.h"
 #include "tern/channel_settings.h"
+#include "tern/component_keys.h"
 #include "tern/component_maker.h"
 #include "tern/event_broker.h"
 #include "tern/guid_text.h"
@@ -59,9 +60,9 @@ void applyArgument(const std::wstring& argument, arbor::IPropertyHolder& holder)
     }
     const std::wstring key = argument.substr(0, equals);
     const std::wstring value = argument.substr(equals + 1);
-    if (key == L"inputPipe") {
+    if (key == component_key::kInputPipe) {
         setInputPipe(value);
-    } else if (key == L"printerid") {
+    } else if (key == component_key::kPrinterId) {
         arbor::parsedDecimal(value.c_str(), channelSettings().printerId);
     } else {
         holder.setWString(key.c_str(), value.c_str());
@@ -153,13 +154,14 @@ bool AbstractInstanceManager::createInstance(const char* name, const char* argum
 
 arbor::PropertyHolder* AbstractInstanceManager::createInstanceByGuid(const arbor::Guid* guid,
                                                                      const wchar_t* arguments) {
-    const arbor::IProperty* property = _database->get(L"Makers", guidText(*guid).c_str());
+    const arbor::IProperty* property = _database->get(kMakersKey, guidText(*guid).c_str());
     if (property->isNull()) return nullptr;
     const auto maker = reinterpret_cast<ComponentMaker>(property->getData());
     if (maker == nullptr) return nullptr;
 
     arbor::PropertyHolder parameters;
-    parameters.setPointer(L"threadControl", static_cast<arbor::IListener*>(_eventBroker));
+    parameters.setPointer(component_key::kThreadControl,
+                          static_cast<arbor::IListener*>(_eventBroker));
     std::vector<std::wstring> list;
     if (arguments != nullptr) list = splitAtSpaces(arguments);
     applyArguments(list, &parameters);

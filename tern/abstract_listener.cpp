@@ -1,11 +1,14 @@
 #include "tern/abstract_listener.h"
 
+#include "tern/component_keys.h"
+
 #include <new>
 
 namespace tern {
 
 AbstractListener::AbstractListener() {
-    if (!setPointer(L"listener", static_cast<arbor::IListener*>(this))) throw std::bad_alloc();
+    if (!setPointer(component_key::kListener, static_cast<arbor::IListener*>(this)))
+        throw std::bad_alloc();
 }
 
 bool AbstractListener::notify(arbor::IMessage*) {

@@ -14,6 +14,9 @@ class IInstanceManager;
 using ComponentMaker = arbor::PropertyHolder* (*)(const arbor::IPropertyHolder& parameters,
                                                   IInstanceManager* owner);
 
+// First key of the entries that hold the makers; the second is the class's guidText().
+inline constexpr wchar_t kMakersKey[] = L"Makers";
+
 // The maker of a component class that is constructed from parameters and owner. A constructor that
 // throws leaves no component: the try block of the function turns that into null.
 template <typename Component>

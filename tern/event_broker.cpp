@@ -7,6 +7,7 @@
 #include "arbor/property_holder.h"
 #include "arbor/scoped_lock.h"
 #include "arbor/simple_message.h"
+#include "tern/component_keys.h"
 #include "tern/i_instance_manager.h"
 
 #include <algorithm>
@@ -20,8 +21,6 @@ namespace {
 
 using BrokerLock = arbor::ScopedLock<arbor::Mutex>;
 
-constexpr wchar_t kBrokerKey[] = L"eventBroker";
-
 template <typename Array, typename Element>
 bool removeFirst(Array& array, const Element* element) {
     const auto place = std::find(array.begin(), array.end(), element);
@@ -31,11 +30,11 @@ bool removeFirst(Array& array, const Element* element) {
 }
 
 arbor::IThread* threadOf(const arbor::IPropertyHolder& holder) {
-    return static_cast<arbor::IThread*>(holder.getPointer(L"thread", nullptr));
+    return static_cast<arbor::IThread*>(holder.getPointer(arbor::kThreadKey, nullptr));
 }
 
 arbor::IListener* listenerOf(const arbor::IPropertyHolder& holder) {
-    return static_cast<arbor::IListener*>(holder.getPointer(L"listener", nullptr));
+    return static_cast<arbor::IListener*>(holder.getPointer(component_key::kListener, nullptr));
 }
 
 }  // namespace
@@ -181,10 +180,11 @@ bool EventBroker::addComponent(arbor::PropertyHolder* component) {
     arbor::IListener* listener = listenerOf(*component);
     if (thread == nullptr && listener == nullptr) return false;
 
-    if (component->setPointer(kBrokerKey, this) && enroll(component, thread, listener)) return true;
+    if (component->setPointer(component_key::kBroker, this) && enroll(component, thread, listener))
+        return true;
     // Out of memory. The caller keeps the component and may destroy it together with its thread,
     // which may have asked long ago to be started: it must not be started any more.
-    component->removeProperty(kBrokerKey);
+    component->removeProperty(component_key::kBroker);
     if (thread != nullptr) forgetWaitingThread(thread);
     return false;
 }

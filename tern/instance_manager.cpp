@@ -1,5 +1,6 @@
 #include "tern/instance_manager.h"
 
+#include "arbor/abstract_database.h"
 #include "arbor/i_property.h"
 #include "arbor/property.h"
 #include "arbor/property_holder.h"
@@ -48,8 +49,9 @@ void InstanceManager::registerMaker(const wchar_t* className, const arbor::Guid&
         static_cast<void>(property.release());
     };
     const std::wstring makerKey = guidText(guid);
-    store(className, L"GUID", Owned(arbor::Property::createOpaque(&guid, sizeof guid)));
-    store(L"Makers", makerKey.c_str(),
+    store(className, arbor::AbstractDatabase::kGuidKey,
+          Owned(arbor::Property::createOpaque(&guid, sizeof guid)));
+    store(kMakersKey, makerKey.c_str(),
           Owned(arbor::Property::createPointer(reinterpret_cast<void*>(maker))));
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/thread.h"
 #include "tern/class_ids.h"
+#include "tern/component_keys.h"
 #include "tern/event_broker.h"
 #include "tern/i_instance_manager.h"
 
@@ -12,9 +13,9 @@ namespace tern {
 TimerEventGenerator::TimerEventGenerator(const arbor::IPropertyHolder& parameters,
                                          IInstanceManager* owner)
     : AbstractEventGenerator(parameters, owner),
-      _intervalMs(
-          static_cast<std::uint32_t>(std::clamp(parameters.getInt(L"interval", kDefaultIntervalMs),
-                                                kShortestIntervalMs, kLongestIntervalMs))) {
+      _intervalMs(static_cast<std::uint32_t>(
+          std::clamp(parameters.getInt(component_key::kInterval, kDefaultIntervalMs),
+                     kShortestIntervalMs, kLongestIntervalMs))) {
     requestStart();
 }
 

@@ -6,6 +6,7 @@
 #include "platform/spooler.h"
 #include "tern/channel_settings.h"
 #include "tern/class_ids.h"
+#include "tern/component_keys.h"
 #include "tern/event_broker.h"
 #include "tern/i_instance_manager.h"
 #include "tern/message_keys.h"
@@ -47,7 +48,7 @@ VeloEventGenerator::VeloEventGenerator(const arbor::IPropertyHolder& parameters,
                                        IInstanceManager* owner)
     : AbstractEventGenerator(parameters, owner), _input(std::make_shared<Input>()) {
     // Read and not used: the pipe is always the one that the channel settings name.
-    static_cast<void>(parameters.getString(L"inputPipe", "unknown"));
+    static_cast<void>(parameters.getString(component_key::kInputPipe, "unknown"));
     openPipe();
     requestStart();
 }

@@ -4,6 +4,7 @@
 #include "platform/pipe.h"
 #include "platform/text.h"
 #include "tern/class_ids.h"
+#include "tern/component_keys.h"
 #include "tern/message_keys.h"
 #include "tern/pipe_path.h"
 #include "tern/velo_record.h"
@@ -21,7 +22,7 @@ constexpr char kNoPipeName[] = "unkown";  // kept: see decision 0012
 
 VeloListener::VeloListener(const arbor::IPropertyHolder& parameters, IInstanceManager*) {
     const std::wstring path =
-        pipePath(platform::widened(parameters.getString(L"outputPipe", kNoPipeName)));
+        pipePath(platform::widened(parameters.getString(component_key::kOutputPipe, kNoPipeName)));
     if (path.empty() || !platform::waitForPipe(path.c_str())) return;
     _pipe = platform::openPipeForWriting(path.c_str());
 }
