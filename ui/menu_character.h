@@ -7,8 +7,7 @@
 // person. The whole character counts. Its low byte alone would take letters of other alphabets for
 // ours: the low byte of U+044F, for one, is "O".
 [[nodiscard]] constexpr MessageWord menuCharacter(MessageWord wParam) noexcept {
-    constexpr MessageWord kCharacterBits = 0xFFFF;  // above them stand the flags of the menu
-    const MessageWord character = wParam & kCharacterBits;
+    const MessageWord character = wParam & kLowWordMask;  // above it stand the flags of the menu
     const bool isSmall = character >= L'a' && character <= L'z';
     return isSmall ? character - L'a' + L'A' : character;
 }

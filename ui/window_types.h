@@ -12,10 +12,14 @@ using MessageWord = std::uintptr_t;  // wParam
 using MessageLong = std::intptr_t;   // lParam
 using DialogResult = std::intptr_t;  // what a dialog procedure answers
 
-// The two halves of the wParam of a WM_COMMAND message: whose it is, and what happened to it.
+// A wParam may carry two words of 16 bits.
+inline constexpr MessageWord kLowWordMask = 0xFFFF;
+inline constexpr unsigned kHighWordShift = 16;
+
+// The two words of the wParam of a WM_COMMAND message: whose it is, and what happened to it.
 [[nodiscard]] constexpr int commandControl(MessageWord wParam) noexcept {
-    return static_cast<int>(wParam & 0xFFFFU);
+    return static_cast<int>(wParam & kLowWordMask);
 }
 [[nodiscard]] constexpr unsigned commandNotice(MessageWord wParam) noexcept {
-    return static_cast<unsigned>((wParam >> 16U) & 0xFFFFU);
+    return static_cast<unsigned>((wParam >> kHighWordShift) & kLowWordMask);
 }
