@@ -17,7 +17,7 @@ std::uint32_t parsedNumber(const wchar_t* text) noexcept;
 bool parsedDecimal(const char* text, std::int32_t& value) noexcept;
 bool parsedDecimal(const wchar_t* text, std::int32_t& value) noexcept;
 
-// Decimal, or general notation with six significant digits.
+// Decimal, or general notation with six significant digits. Throw std::bad_alloc.
 std::string decimalText(std::int32_t value);
 std::string decimalText(std::uint64_t value);
 std::string generalText(double value);

@@ -83,7 +83,8 @@ void postStatus(plain::Broker& broker) {
     broker.post(std::move(message));
 }
 
-// Posts the next batch whenever the loop has nothing to do.
+// Posts the next batch whenever the loop has nothing to do. A batch at a time, so that the
+// queue stays short.
 template <typename Post>
 auto producerOf(long times, Post post) {
     return [left = times, post]() mutable {
@@ -126,6 +127,7 @@ std::uint64_t runReference(long times, Idle idle, Beside beside) {
     return sum;
 }
 
+// For workloads without a thread. What it returns is only kept, so it may be anything.
 constexpr auto kNobodyBeside = [](auto&) { return 0; };
 
 }  // namespace

@@ -17,6 +17,8 @@ struct CartridgeIdentity {
     std::string printerSignature;    // psig
 };
 
+// All of these may throw std::bad_alloc but the last one. Any thread may call.
+
 // Asks the device; without an answer only version and region are filled.
 CartridgeIdentity readCartridgeIdentity(const std::wstring& portName);
 

@@ -26,7 +26,7 @@ struct EntryPoint {
 
 // In the order in which they are looked up and traced. The library counts as usable only with all
 // of them, those that this program never calls included: a library that lacks some is not the one
-// whose functions have the types above.
+// whose functions have the types above. Kept: see decision 0012.
 // clang-format off
 constexpr std::array kEntryPoints{
     EntryPoint{"OpenEWSPort_W", "pfnOpenEWSPort_W"},
@@ -111,6 +111,7 @@ void* EWSIntf::lookUp(void*& cached, const char* operation, const char* name) {
     return cached;
 }
 
+// A try block of the whole function: the device is closed before its handler runs.
 bool EWSIntf::get_page(const wchar_t* portName, const char* pagePath, std::string& page) try {
     page.clear();
     const OpenDevice device(openPort(portName),
@@ -128,7 +129,7 @@ bool EWSIntf::get_page(const wchar_t* portName, const char* pagePath, std::strin
     const bool usable = answered && received > 0 && received <= kPageBytes;
     page.resize(usable ? received : 0);
     return usable;
-} catch (const std::bad_alloc&) {  // the page stayed empty, and the device is closed by now
+} catch (const std::bad_alloc&) {  // the page stayed empty
     return false;
 }
 

@@ -15,6 +15,7 @@
 
 namespace {
 
+// Key and names of values are kept: see decision 0012.
 constexpr wchar_t kConfigurationKey[] = L"SOFTWARE\\Corvane\\QVBL7400 SM";
 constexpr std::size_t kSettingUnits = 512;  // longer addresses are not taken
 
@@ -63,6 +64,7 @@ Setting readSetting(const wchar_t* name, std::wstring& text) {
     auto bytes = static_cast<std::uint32_t>(sizeof units);
     platform::ValueType type = platform::ValueType::None;
     const std::uint32_t error = key.read(name, type, units.data(), bytes);
+    // The setting is there, but longer than any address that is taken.
     if (error == platform::kMoreData) return Setting::Unusable;
     if (error != platform::kSuccess) return Setting::Absent;
     if (type != platform::ValueType::String) return Setting::Unusable;
@@ -87,6 +89,8 @@ std::wstring siteAddress(const Site& site) {
     return site.fallback;
 }
 
+// A try block of the whole function: an exception would end the main loop that we are called from,
+// while a link that opens nothing can be clicked again.
 void openMakerPage(const wchar_t* path) try {
     platform::openAddress((makerSite() + path).c_str());
 } catch (const std::bad_alloc&) {

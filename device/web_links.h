@@ -3,12 +3,14 @@
 #include <string>
 
 // The maker's pages, opened in the user's browser. Only http and https addresses ever reach the
-// shell: a configured site with another scheme is traced and replaced by the default.
+// shell: a configured site with another scheme is traced and replaced by the default. Any thread.
 
-// Site addresses without a trailing slash: the machine's configuration, else the default.
+// Site addresses without a trailing slash: the machine's configuration, else the default. Throw
+// std::bad_alloc.
 std::wstring makerSite();
 std::wstring validationSite();
 
+// A page that cannot be opened, also because memory has run out, is not reported to the caller.
 void openAnticounterfeitPage();
 void openRecyclePage();
 void openPrivacyPage();

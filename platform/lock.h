@@ -19,7 +19,8 @@ public:
     KernelMutex& operator=(const KernelMutex&) = delete;
 
     // Waits at most `timeoutMs` milliseconds. The result is ignored: without a time-out the wait
-    // returns only when we own the mutex. After another time-out the caller cannot tell.
+    // returns only when we own the mutex. With one the caller cannot tell whether it
+    // has the mutex.
     void lock(std::uint32_t timeoutMs) noexcept;
     // Once for each lock(), by the thread that called it.
     void unlock() noexcept;

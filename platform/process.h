@@ -8,6 +8,7 @@ namespace platform {
 inline constexpr std::uint32_t kInvalidParameterExit = 0xC0000417;
 
 // Ends the process at once; no destructor runs. The simulated platform throws ProcessEnded instead.
+// Any thread may call.
 [[noreturn]] void endProcess(std::uint32_t exitCode);
 
 }  // namespace platform

@@ -5,7 +5,8 @@
 #include <atomic>
 #include <cstdint>
 
-// Threads of the operating system. A handle that startThread gave is the caller's to close.
+// Threads of the operating system. A handle that startThread gave is the caller's to close. Any
+// thread may call.
 namespace platform {
 
 inline constexpr std::uint32_t kStillActive = 259;  // exit code of a thread that has not ended

@@ -20,6 +20,7 @@ std::atomic<TraceSink> traceSink{nullptr};
 void trace(const char* format, ...) noexcept {
     const TraceSink sink = traceSink.load(std::memory_order_acquire);
     const bool isKept = isTraceKept();
+    // Before the line is made: nearly every run keeps no trace, and formatting would cost it time.
     if (sink == nullptr && !isKept) return;
 
     char line[kTraceLimit + 1];

@@ -5,7 +5,8 @@
 #include <string_view>
 
 // Text in UTF-16 units, as the registry and the spooler hold it: the same bytes wherever this is
-// compiled, while a wchar_t is a whole character on some systems.
+// compiled, while a wchar_t is a whole character on some systems. Nothing fails but memory
+// (std::bad_alloc). Any thread may call.
 namespace platform {
 
 namespace utf16 {

@@ -3,7 +3,8 @@
 #include <cstdint>
 
 // The kinds of alert: what the printer may have to tell its user. The number is what the
-// description of an alert carries as its "dialog type"; 13 was never given to an alert.
+// description of an alert carries as its "dialog type"; 13 was never given to an alert. The numbers
+// are kept: see decision 0012.
 enum class AlertType : std::uint32_t {
     PaperOut = 0,
     LoadMedia = 1,

@@ -18,6 +18,7 @@ using platform::ValueType;
 
 namespace {
 
+// Names of registry values. Kept: see decision 0012.
 constexpr wchar_t kCurrentValue[] = L"CurrCart";
 constexpr wchar_t kVersionValue[] = L"CartDataVer";
 constexpr wchar_t kRecordValue[] = L"CartData";

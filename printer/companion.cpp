@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr wchar_t kPathValue[] = L"ApplicationPath";
+constexpr wchar_t kPathValue[] = L"ApplicationPath";  // kept: see decision 0012
 constexpr std::size_t kPathUnits = 512;
 constexpr char kNotLaunched[] = "Failed to launch OrreryMX.\n";  // kept: see decision 0012
 

@@ -6,6 +6,8 @@
 inline constexpr std::size_t kConsumableTextUnits = 512;  // of each buffer, terminator included
 inline constexpr wchar_t kNotKnown[] = L"Not Known";  // never shown: replaced by a localized text
 
+// Both wait for the device's answer and report no failure to the caller. Main thread.
+
 // Asks the device for the serial number of its cartridge and, when it tells one, makes it the
 // current cartridge.
 void queryCartridgeSerial(const std::wstring& printerName);

@@ -21,6 +21,7 @@ using platform::ValueType;
 
 namespace {
 
+// The names of the registry value and of the printer data values are kept: see decision 0012.
 constexpr wchar_t kPrinterValue[] = L"CurrPrinter";
 constexpr std::size_t kPrinterUnits = 255;
 

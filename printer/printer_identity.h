@@ -3,6 +3,9 @@
 #include <optional>
 #include <string>
 
+// What the spooler and the registry say of the printer. Main thread; a question waits for the
+// spooler's process. Nothing here throws.
+
 // Which alerts the printer's settings let through.
 struct AlertClasses {
     bool errors;

@@ -3,7 +3,7 @@
 #include <cstdint>
 
 // The printer's status codes, each named for what the user is told about it. Where several codes
-// mean the same to the user, the name ends with the number.
+// mean the same to the user, the name ends with the number. Kept: see decision 0012.
 namespace status_code {
 
 inline constexpr std::int32_t kNewCartridge = 1;

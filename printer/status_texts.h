@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+// The texts of the generic alert. Any thread may ask.
+
 inline constexpr std::uint32_t kNoStatusResource = 0xFFFFFFFF;
 
 // Whether the generic alert has a text for this status code.

@@ -76,9 +76,12 @@ void AbstractInstanceManager::clearModules() {
 }
 
 std::unique_ptr<ModuleRecord>* AbstractInstanceManager::addModule(platform::NativeHandle module) {
+    // Here and below an entry may be empty: a derived class may make no record, and whoever gets an
+    // entry from this operation may empty it.
     for (auto& record : _modules) {
         if (record != nullptr && record->module == module) return &record;
     }
+    // Owned before it goes into the list, because the list may find no memory to grow.
     std::unique_ptr<ModuleRecord> record(newModuleRecord(module));
     _modules.push_back(std::move(record));
     return &_modules.back();
@@ -140,6 +143,8 @@ bool AbstractInstanceManager::createInstance(const wchar_t* name, const wchar_t*
     arbor::Guid guid;
     _database->getGuid(guid, name);
     if (guid.isZero()) return false;
+    // The broker owns what it takes. A component that it refuses is destroyed here, for the caller
+    // never sees it.
     std::unique_ptr<arbor::PropertyHolder> component(createInstanceByGuid(&guid, arguments));
     if (!addComponent(component.get())) return false;
     static_cast<void>(component.release());  // owned by the broker from now on

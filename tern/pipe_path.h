@@ -14,7 +14,7 @@ inline constexpr wchar_t kPipePrefix[] = L"\\\\.\\pipe\\";
 inline constexpr std::size_t kLongestPipeName = 260 - std::size(kPipePrefix);
 
 // The path of the pipe, or nothing for a name that is too long: a cut path would be that of another
-// pipe.
+// pipe. Throws std::bad_alloc. Any thread.
 [[nodiscard]] std::wstring pipePath(const std::wstring& name);
 
 }  // namespace tern

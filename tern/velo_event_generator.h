@@ -16,7 +16,7 @@ class EventBroker;
 
 // Reads the records of the print path from the input pipe and turns each into a message. The first
 // record that cannot be read stops the broker, and with it the monitor: there is no reconnection
-// and nothing is resynchronised.
+// and nothing is resynchronised. The exit code does not tell of it (kept: see decision 0012).
 class VeloEventGenerator : public AbstractEventGenerator {
 public:
     using Buffer = std::unique_ptr<unsigned char[]>;

@@ -3,7 +3,8 @@
 #include <cstdint>
 #include <span>
 
-// A button that the alert draws itself: bitmap ids of its face, and the text on it.
+// A button that the alert draws itself: bitmap ids of its face, and the text on it. The table lives
+// as long as the program; any thread may read it.
 struct ButtonFace {
     int control;
     int sizedBy;  // the button gets the size of this bitmap

@@ -8,4 +8,5 @@ struct HelpText {
     std::uint32_t caption;  // 0: the printer's name
 };
 
+// The general text for a status without one of its own. Any thread.
 [[nodiscard]] HelpText helpText(std::int32_t status);

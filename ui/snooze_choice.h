@@ -5,7 +5,7 @@
 #include "ui/window_types.h"
 
 // What the snooze list of an alert means for the cartridge in the printer. Failures of the registry
-// are silent.
+// are silent. Main thread.
 
 inline constexpr int kSnoozePrompt = 0;  // the line of the list that is no time but asks for one
 

@@ -13,6 +13,7 @@ enum class SuppliesMode : int {
 
 // Makes `description` a supplies alert: its template, the picture of the cartridge, and the lines
 // about it, asked of the device. `estimateUnknown` shows dashes for the pages of mode Pages;
-// `conditionIcon` is the bitmap beside them.
+// `conditionIcon` is the bitmap beside them. Throws std::bad_alloc; the description may then be
+// complete in part. Main thread.
 void fillSuppliesInfo(arbor::IPropertyHolder& description, bool estimateUnknown, SuppliesMode mode,
                       int conditionIcon);

@@ -57,6 +57,7 @@ std::wstring formatText(std::wstring_view format, std::initializer_list<TextArgu
             ++i;
         } else if (placeholderKind(following, kind)) {
             if (next != arguments.end()) {
+                // An argument of another kind is passed over, and those behind it keep their place.
                 if (next->kind == kind) text += inserted(*next);
                 ++next;
             }

@@ -30,7 +30,8 @@ public:
 // A localized text with its placeholders filled: "%s" takes wide text, "%S" narrow text, "%d" a
 // number, one argument each in their order; "%%" is a per cent sign, and any other one stands for
 // itself. A placeholder without an argument of its kind inserts nothing and surplus arguments are
-// ignored, so a bad translation is ugly but harmless. Cut at `units` with its terminator.
+// ignored, so a bad translation is ugly but harmless. Cut at `units` with its terminator. Throws
+// std::bad_alloc. Any thread.
 [[nodiscard]] std::wstring formatText(std::wstring_view format,
                                       std::initializer_list<TextArgument> arguments,
                                       std::size_t units);

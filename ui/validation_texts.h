@@ -12,6 +12,7 @@ struct ControlText {
     TextStyle style;
 };
 
-// Every text of the two windows, in the order in which people read them.
+// Every text of the two windows, in the order in which people read them. The tables live as long as
+// the program.
 [[nodiscard]] std::span<const ControlText> cartridgeCheckTexts();
 [[nodiscard]] std::span<const ControlText> cartridgeCheckDetailTexts();

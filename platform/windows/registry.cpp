@@ -49,6 +49,7 @@ std::uint32_t RegistryKey::read(const wchar_t* name, ValueType& type, void* to,
     DWORD size = bytes;
     const LSTATUS status = ::RegQueryValueExW(static_cast<HKEY>(_key), name, nullptr, &valueType,
                                               static_cast<BYTE*>(to), &size);
+    // Also where the value is too large, so that the caller learns how much room it needs.
     if (status == ERROR_SUCCESS || status == ERROR_MORE_DATA) bytes = size;
     if (status == ERROR_SUCCESS) type = static_cast<ValueType>(valueType);
     return errorNumber(status);

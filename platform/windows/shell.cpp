@@ -21,6 +21,7 @@ LazyFunction<decltype(&::SHGetFolderPathA)> getFolderPath(kShellLibrary, "SHGetF
 
 }  // namespace
 
+// A try block of the whole function: making the argument takes memory, and we promise not to throw.
 bool openAddress(const wchar_t* url) noexcept try {
     constexpr INT_PTR kLastShellError = 32;  // ShellExecute has succeeded if it returns more
     const auto open = shellExecute.get();

@@ -29,6 +29,7 @@ void setHeadlineFont(HWND headline) {
     LOGFONTW description{};
     if (::GetObjectW(current, sizeof(description), &description) == 0) return;
     description.lfWeight = kHeadlineWeight;
+    // The dialog keeps the font, because a control does not own the font that it is given.
     const HFONT font =
         WindowResources::of(::GetParent(headline)).keep(Font(::CreateFontIndirectW(&description)));
     if (font != nullptr) {
@@ -93,6 +94,7 @@ void placeAt(HWND window, int control, int where) {
     RECT size{};
     ::GetWindowRect(target, &place);
     ::GetClientRect(moved, &size);
+    // Both corners in one call: in a mirrored window the system then exchanges left and right.
     ::MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&place), 2);
     ::MoveWindow(moved, place.left, place.top, size.right, size.bottom, TRUE);
 }

@@ -6,12 +6,13 @@
 #include <vector>
 
 // Dialogs from templates of a module. On a desktop that runs from right to left the dialog is
-// mirrored: its template is changed in a copy, since resources are read-only memory.
+// mirrored: its template is changed in a copy, since resources are read-only memory. The copy may
+// throw std::bad_alloc. Main thread.
 
 // Modeless and without an owner, not visible yet. Null when it cannot be made.
 [[nodiscard]] HWND createDialog(HINSTANCE module, int templateId, DLGPROC procedure, LPARAM value);
 
-// Modal over `owner`; returns what the dialog was ended with.
+// Modal over `owner`; returns what the dialog was ended with, -1 when it cannot be made.
 INT_PTR runDialog(HINSTANCE module, int templateId, HWND owner, DLGPROC procedure);
 
 // A copy of a template, mirrored. Empty when `original` is too short to be one.

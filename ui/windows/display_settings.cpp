@@ -27,6 +27,7 @@ void setHighContrastQuery(HighContrastQuery query) noexcept {
 
 void bringToFront(HWND window) {
     if (foregroundFunction(window)) return;
+    // Topmost for a moment only: a window that stays topmost would cover the user's work.
     ::SetWindowPos(window, HWND_TOPMOST, 0, 0, 0, 0, kStayInPlace);
     ::SetWindowPos(window, HWND_NOTOPMOST, 0, 0, 0, 0, kStayInPlace);
 }
@@ -35,6 +36,7 @@ void setForegroundFunction(SetForeground function) noexcept {
     foregroundFunction = function != nullptr ? function : ::SetForegroundWindow;
 }
 
+// The desktop is a window too, and mirrored itself where the system reads from right to left.
 bool desktopIsMirrored() {
     const HWND desktop = ::FindWindowW(kDesktopClass, nullptr);
     if (desktop == nullptr) return false;

@@ -3,7 +3,8 @@
 #include <windows.h>
 
 // The face of our dialogs: one light grey on every system, because the pictures have no
-// transparency and bring it along. Under a high-contrast scheme the system's colours stay.
+// transparency and bring it along. Main thread. Under a high-contrast
+// scheme the system's colours stay.
 
 [[nodiscard]] bool isColourRequest(UINT message);
 

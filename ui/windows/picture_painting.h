@@ -5,7 +5,7 @@
 #include <string>
 
 // Drawing of pictures and captions. Pictures are bitmaps of `module`, copied one to one and never
-// mirrored; one that is missing paints nothing.
+// mirrored; one that is missing paints nothing. Main thread.
 
 [[nodiscard]] Bitmap loadBitmap(HINSTANCE module, int bitmapId);
 

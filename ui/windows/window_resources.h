@@ -8,7 +8,7 @@
 
 // What a dialog window needs for as long as it lives: fonts of its controls, pictures, icons, and
 // its place in the keyboard filter. Kept with the window itself, so that it ends with the window
-// whoever destroys that.
+// whoever destroys that. What keeps something may throw std::bad_alloc. Main thread.
 class WindowResources {
 public:
     // Of this dialog, made at first use. The dialog's procedure calls detachPictures() at
