@@ -62,8 +62,8 @@ public:
 
     // The order of the operations below is part of the design (kept: see decision 0012).
 
-    // The raw value word: the text or buffer pointer, or the bits of a number. Owned by the
-    // property.
+    // The raw value word: the bits of a number, or the pointer of a text or buffer, which the
+    // property owns.
     [[nodiscard]] virtual void* getData() const = 0;
     virtual std::string& toString(std::string& out, StringFunctor& fallback) const = 0;
     // A pointer or buffer reads as "type:4 0x" and its address.

@@ -5,8 +5,8 @@
 #include <cstring>
 
 // Runs one side of one workload, for a profiler to watch: run_workload NUMBER framework|plain
-// TIMES. Without arguments, lists number, name and aim of the workloads whose instructions can be
-// counted.
+// TIMES. Without arguments, lists number, name and aim of each workload whose instructions can
+// be counted.
 int main(int argc, char** argv) {
     const auto workloads = bench::workloads();
     if (argc != 4) {

@@ -5,8 +5,8 @@
 // The maker's pages, opened in the user's browser. Only http and https addresses ever reach the
 // shell: a configured site with another scheme is traced and replaced by the default. Any thread.
 
-// Site addresses without a trailing slash: the machine's configuration, else the default. Throw
-// std::bad_alloc.
+// Site addresses without a trailing slash: the machine's configuration, else the default. Both
+// may throw std::bad_alloc.
 std::wstring makerSite();
 std::wstring validationSite();
 

@@ -277,8 +277,8 @@ void DefaultLMSListener::onFaxLink(const arbor::IPropertyHolder& properties) {
 }
 
 void DefaultLMSListener::onCompact(const arbor::IPropertyHolder& properties, bool detailIsLink) {
-    // Without its dialog the message is not from one of our alerts, and its window may be
-    // anybody's.
+    // A message that names no dialog is not from one of our alerts, and its window may
+    // be that of any program.
     if (properties.getPointer(alert_action_key::kDialog, nullptr) == nullptr) return;
     const auto window =
         static_cast<WindowHandle>(properties.getPointer(alert_action_key::kWindow, nullptr));

@@ -120,7 +120,7 @@ private:
     platform::NativeHandle _hSinstance;
 };
 
-// What every alert is told: modules, broker, printer, status. False when not all of it could be
-// stored.
+// What every alert is told: modules, broker, printer, status. False when some of it could not be
+// stored for lack of memory.
 [[nodiscard]] bool fillDialogDescription(const DefaultLMSListener& listener,
                                          arbor::IPropertyHolder& description);

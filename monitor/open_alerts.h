@@ -16,8 +16,8 @@ class DefaultStatusDialog;
 class StatusDialog;
 
 // The alerts that are open, in the order of opening: one of each type, cascading over the screen.
-// Owns them. Main thread; the lock is re-entrant, so a caller may hold it across several
-// operations.
+// Owns them. Main thread. The lock is re-entrant, so a caller may hold it while it calls several of
+// the operations.
 class OpenAlerts : public arbor::Synchronized {
 public:
     static constexpr std::uint32_t kNotFound = 0xFFFFFFFF;

@@ -9,8 +9,8 @@
 // at a time reads from a pipe.
 namespace platform {
 
-// Whether a pipe of this path ("\\.\pipe\name") takes a client, after the server's default
-// time-out.
+// Waits until a pipe of this path ("\\.\pipe\name") takes a client, at most for the default
+// time-out of its server. False when there is no such pipe or it takes none in that time.
 [[nodiscard]] bool waitForPipe(const wchar_t* path) noexcept;
 
 // Not shared. The server may identify the user but not act as the user. invalidHandle() on failure.

@@ -22,8 +22,8 @@ using ThreadProcedure = std::uint32_t (*)(void* parameter);
 // False when the system does not tell; `code` is then untouched. A running thread has kStillActive.
 [[nodiscard]] bool threadExitCode(NativeHandle thread, std::uint32_t& code) noexcept;
 
-// The system's wait result: 0 when the thread has ended, 258 at the time-out, 0xFFFFFFFF on
-// failure.
+// The system's wait result: 0 when the thread has ended, 258 at the time-out, 0xFFFFFFFF
+// when the wait fails.
 std::uint32_t waitForThread(NativeHandle thread, std::uint32_t timeoutMs) noexcept;
 
 // The thread itself goes on running. Null is ignored.

@@ -82,8 +82,8 @@ bool readRecord(CartridgeRecord& record) {
            type == ValueType::Binary;
 }
 
-// A registry value as it stood before a write, of any type, to be put back when the write was in
-// vain.
+// A registry value, of any type, as it stood before a write. It is put back when what belongs to
+// the same change could not be written.
 class FormerValue {
 public:
     FormerValue(const RegistryKey& key, const wchar_t* name)

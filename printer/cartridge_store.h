@@ -26,8 +26,8 @@ std::uint32_t GetCurrCart();
 // record could not be written.
 bool SetSnooze(CartridgeRecord& record, std::uint32_t serial, std::int64_t hours, SnoozeSlot slot);
 
-// The same for the cartridge in the printer, 0 hours to end the snooze. Silent when it has no
-// entry.
+// The same for the cartridge in the printer; 0 hours end the snooze. Does nothing when that
+// cartridge has no entry.
 void snoozeCurrentCartridge(std::int64_t hours, SnoozeSlot slot);
 
 // Whether the alert of `slot` is snoozed for `serial` at this moment, this second included.

@@ -39,8 +39,8 @@ public:
     // Called by the threads of generators: the broker starts each thread that asks for it.
     bool notify(arbor::IMessage* message) override;
     // Destroys the components in the order in which they were added, then drops what is still
-    // queued. A component may add or remove others from its destructor. Waits for no blocked
-    // thread.
+    // queued. A component may add or remove others from its destructor. It does not wait
+    // for a thread that is blocked.
     ~EventBroker() override;
     // Hands the message to every listener in the order of registration; an exclusive one to the
     // first that takes it.

@@ -173,8 +173,8 @@ INT_PTR CALLBACK guarded(HWND dialog, UINT message, WPARAM wParam, LPARAM) noexc
         return answer(dialog, message, wParam);
     } catch (const std::exception& error) {
         platform::trace("TERNA - error: %s", error.what());
-        // A page that lacks some of its texts must not ask. This ends a modal page before it is
-        // shown.
+        // A page that lacks some of its texts must not ask. A modal page that is ended here is
+        // never shown.
         if (message == WM_INITDIALOG) ::EndDialog(dialog, 0);
         return FALSE;
     }
