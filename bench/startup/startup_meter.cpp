@@ -76,6 +76,7 @@ struct Search {
     HWND found;
 };
 
+// Takes dialogs only ("#32770" is the system's class for them): a program may have other windows.
 BOOL CALLBACK lookAtWindow(HWND window, LPARAM parameter) {
     auto& search = *reinterpret_cast<Search*>(parameter);
     DWORD process = 0;
@@ -124,6 +125,7 @@ bool measure(std::wstring commandLine, HANDLE pipe, Figures& figures) {
     const bool known = ::GetProcessMemoryInfo(process.hProcess, &memory, sizeof memory) != FALSE;
     figures.workingSetKiB = static_cast<double>(memory.PeakWorkingSetSize) / 1024;
     figures.commitKiB = static_cast<double>(memory.PeakPagefileUsage) / 1024;
+    // Ended by force, because a dialog would wait for its user.
     ::TerminateProcess(process.hProcess, 0);
     ::WaitForSingleObject(process.hProcess, kTimeLimitMs);
     return shown && known;
@@ -143,6 +145,7 @@ bool measureMonitor(const std::wstring& program, int run, Figures& figures) {
 
 using Runs = std::vector<Figures>;
 
+// The median, because one start that another program has slowed down does not move it.
 double middle(std::vector<double> values) {
     const auto at = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
     std::nth_element(values.begin(), at, values.end());
