@@ -47,7 +47,8 @@ void paintBanner(HDC dc, HWND banner, HINSTANCE module, const std::wstring& prin
                                   DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
                                   CLEARTYPE_QUALITY, DEFAULT_PITCH | FF_ROMAN, kNameFont));
     const SavedDc saved(dc);
-    ::SetLayout(dc, 0);  // the picture leaves its room at the left, whatever the desktop does
+    // The picture has its free space at the left, on a mirrored desktop too.
+    ::SetLayout(dc, 0);
     const SelectedObject selected(dc, font.get());
     ::SetBkMode(dc, TRANSPARENT);
     ::SetTextColor(dc, colour);

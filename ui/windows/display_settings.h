@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
-// What the user's display asks of our own painting. The functions behind are replaceable: no test
-// machine can be told to behave so.
+// What the user's display asks of our own painting. Two functions of the system that are behind
+// this can be replaced, because no test machine can be made to answer in every way. Main thread.
 
 // Whether the user chose a high-contrast scheme: everything is painted in system colours then.
 [[nodiscard]] bool isHighContrast();

@@ -50,7 +50,7 @@ bool isNavigation(const MSG& message) {
                std::end(kNavigationKeys);
 }
 
-// Alt and the space bar open the window's menu, whoever has the letters.
+// Alt and the space bar are left out: they open the window's menu in every dialog.
 bool isLetter(const MSG& message) {
     return message.message == WM_CHAR || (message.message == WM_SYSCHAR && message.wParam != L' ');
 }

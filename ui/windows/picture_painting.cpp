@@ -22,7 +22,7 @@ void paintBitmap(HDC dc, HINSTANCE module, int bitmapId) {
     const MemoryDc memory(::CreateCompatibleDC(dc));
     const SelectedObject selected(memory.get(), bitmap.get());
     const SavedDc saved(dc);
-    ::SetLayout(dc, 0);  // a mirrored dialog would show the picture in a mirror
+    ::SetLayout(dc, 0);  // in a mirrored dialog the picture would be mirrored as well
     const SIZE size = sizeOf(bitmap.get());
     ::BitBlt(dc, 0, 0, size.cx, size.cy, memory.get(), 0, 0, SRCCOPY);
 }

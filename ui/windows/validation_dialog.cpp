@@ -114,7 +114,8 @@ void paintBanner(HDC dc, HWND dialog) {
     ::SetTextColor(dc, contrast ? ::GetSysColor(COLOR_WINDOWTEXT) : kBannerText);
     UINT format = DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX;
     if ((::GetWindowLongPtrW(dialog, GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0) {
-        // The order of the words is asked for. A mirrored context does not order them everywhere.
+        // The format asks for words from right to left, because a mirrored device context alone
+        // does not order them so on every system.
         ::SetLayout(dc, 0);
         area.right -= textLeft;
         format |= DT_RIGHT | DT_RTLREADING;
