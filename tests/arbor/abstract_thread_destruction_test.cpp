@@ -65,6 +65,14 @@ private:
     Progress& _progress;
 };
 
+// For a body that still uses its object when the destruction begins: the destructor of the concrete
+// class waits for it, as the base class demands.
+class WaitedForThread final : public BlockingThread {
+public:
+    using BlockingThread::BlockingThread;
+    ~WaitedForThread() override { endThreadUse(); }
+};
+
 // Lets the test run the body on its own thread, at the moment that it chooses.
 class LateThread : public TestThread {
 public:
@@ -111,7 +119,7 @@ TEST(AbstractThreadDestructionTest, BodyThatBlocksOutsideHoldsNothingUpAndIsRefu
 TEST(AbstractThreadDestructionTest, BodyIsBackInItsObjectWhenItsWorkOutsideHasThrown) {
     Progress progress;
     progress.mustThrow = progress.mustStay = progress.mayComeBack = true;
-    auto thread = std::make_unique<BlockingThread>(progress);
+    auto thread = std::make_unique<WaitedForThread>(progress);
     thread->start();
     ASSERT_TRUE(eventually([&] { return progress.wasThrownAt.load(); }));
 
