@@ -4,8 +4,8 @@
 
 namespace platform {
 
-// A library loaded by name at run time, freed by the destructor. The name is looked for where
-// platform/library_search.h says. Any thread may make one, and use it while it lives.
+// A library that is loaded by name at run time and freed by the destructor. The name is looked for
+// where platform/library_search.h says. Any thread may make one and use it while it exists.
 class DynamicLibrary {
 public:
     explicit DynamicLibrary(const wchar_t* name) noexcept;
@@ -14,7 +14,7 @@ public:
     DynamicLibrary& operator=(const DynamicLibrary&) = delete;
 
     [[nodiscard]] NativeHandle handle() const noexcept { return _module; }  // null: not loaded
-    // Address of an exported function, null when the library or the function is missing.
+    // The address of an exported function; null when the library or the function is missing.
     [[nodiscard]] void* function(const char* name) const noexcept;
 
 private:

@@ -10,7 +10,7 @@ namespace platform {
 inline constexpr std::uint32_t kNoTimeout = 0xFFFFFFFF;  // milliseconds: wait for ever
 
 // An unnamed kernel mutex, which the thread that owns it may take again (kept: see decision 0012).
-// If the system has no more of them the handle stays null, and lock and unlock do nothing.
+// If the system cannot create one, the handle stays null, and lock and unlock do nothing.
 class KernelMutex {
 public:
     KernelMutex() noexcept;
@@ -19,8 +19,7 @@ public:
     KernelMutex& operator=(const KernelMutex&) = delete;
 
     // Waits at most `timeoutMs` milliseconds. The result is ignored: without a time-out the wait
-    // returns only when we own the mutex. With one the caller cannot tell whether it
-    // has the mutex.
+    // returns only when we own the mutex. With one the caller cannot tell whether it has the mutex.
     void lock(std::uint32_t timeoutMs) noexcept;
     // Once for each lock(), by the thread that called it.
     void unlock() noexcept;
@@ -30,7 +29,7 @@ private:
 };
 
 // A lock inside the process, which the thread that owns it may take again. It costs no system call
-// while nobody else wants it, and allocates nothing.
+// while no other thread wants it, and it allocates nothing.
 class CriticalSection {
 public:
     CriticalSection() noexcept;

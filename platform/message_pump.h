@@ -3,7 +3,7 @@
 // The window messages of the calling thread.
 namespace platform {
 
-// Looks without taking anything out.
+// Whether a message is waiting. The message stays in the queue.
 [[nodiscard]] bool isMessageWaiting() noexcept;
 
 // Takes one message, translates and dispatches it; blocks while there is none. A quit message is

@@ -4,10 +4,10 @@
 
 namespace platform {
 
-// A handle of the operating system, as the framework's interfaces pass it around: not owned.
+// A handle of the operating system. Whoever gets one through an interface does not own it.
 using NativeHandle = void*;
 
-// What the system answers to an open that failed; an object that was never opened holds nullptr.
+// The system returns this when a file or pipe cannot be opened. A handle never opened is null.
 inline NativeHandle invalidHandle() noexcept {
     return reinterpret_cast<NativeHandle>(static_cast<std::intptr_t>(-1));
 }

@@ -17,19 +17,19 @@ namespace platform {
 [[nodiscard]] NativeHandle openPipeForReading(const wchar_t* path) noexcept;
 [[nodiscard]] NativeHandle openPipeForWriting(const wchar_t* path) noexcept;
 
-// Best effort: a reader must cope with a pipe that stays in byte mode.
+// A failure is ignored, so a reader must work with a pipe that stays in byte mode too.
 void setMessageReadMode(NativeHandle pipe) noexcept;
 
 struct PipeRead {
     bool failed;          // kMoreData is no failure: the bytes have arrived
-    std::uint32_t bytes;  // arrived; 0 without failure is an empty pipe message, read again
+    std::uint32_t bytes;  // how many arrived; 0 without a failure is an empty message: read again
     std::uint32_t error;  // the system's error number when failed, else 0
 };
 
 // Blocks until at least one byte or an empty message has arrived, or the pipe fails.
 [[nodiscard]] PipeRead readPipe(NativeHandle pipe, void* to, std::uint32_t count) noexcept;
 
-// One synchronous write of the whole block.
+// Writes the whole block in one synchronous call. False when not all of it was written.
 bool writePipe(NativeHandle pipe, const void* from, std::uint32_t count) noexcept;
 
 }  // namespace platform

@@ -18,15 +18,15 @@ using LanguageId = std::uint16_t;  // low 10 bits: primary language
 // Whether the module has the string block of `id` in exactly this language.
 [[nodiscard]] bool hasTexts(NativeHandle module, std::uint32_t id, LanguageId language) noexcept;
 
-// The language of the user interface; where the system does not say, the user's own.
+// The language of the user interface; if the system names none, the user's default language.
 [[nodiscard]] LanguageId userInterfaceLanguage() noexcept;
 [[nodiscard]] LanguageId systemDefaultLanguage() noexcept;
 
 // False when the version of the system cannot be read.
 [[nodiscard]] bool systemVersionKnown() noexcept;
 
-// Opens a library for its resources only, never runs code of it. Null when it is missing; the
-// handle lives until the process ends.
+// Opens a library for its resources only, so that none of its code is run. Null when it is missing.
+// The handle is valid until the process ends.
 [[nodiscard]] NativeHandle openResourceLibrary(const wchar_t* name) noexcept;
 
 }  // namespace platform

@@ -6,8 +6,8 @@
 
 namespace platform {
 
-// Loads what the first question to the spooler needs, so that whoever asks it need not wait. Asks
-// the spooler nothing. Any thread may call.
+// Loads the spooler's library, so that the first question to the spooler need not wait for it. Does
+// not ask the spooler itself. Any thread may call.
 void prepareSpooler() noexcept;
 
 // A printer opened at the spooler without defaults, closed by the destructor and by the next open.
@@ -22,11 +22,11 @@ public:
     // False when the spooler does not know the printer or does not answer.
     [[nodiscard]] bool open(const wchar_t* name) noexcept;
 
-    // Printer data value of the driver. Returns the system's error number, 0 for success; up to
-    // `capacity` bytes are written to `to` on success.
+    // Reads a value of the driver's printer data. Returns the system's error number, 0 for success;
+    // at most `capacity` bytes are written to `to` on success.
     [[nodiscard]] std::uint32_t readData(const wchar_t* value, void* to,
                                          std::uint32_t capacity) noexcept;
-    // The same below a key of the printer's data; "\" is the root.
+    // Reads a value below a key of the printer's data in the same way; "\" is the root key.
     [[nodiscard]] std::uint32_t readDataOf(const wchar_t* key, const wchar_t* value, void* to,
                                            std::uint32_t capacity) noexcept;
 

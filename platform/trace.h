@@ -19,11 +19,11 @@ namespace platform {
 inline constexpr int kTraceLimit = 2048;
 void trace(const char* format, ...) noexcept PLATFORM_PRINTF_LIKE(1, 2);
 
-// Hands every line to `sink` as well (null: to nobody), without time and thread. For tests.
+// From now on `sink` gets every line too, without time and thread; null: nobody. For tests.
 using TraceSink = void (*)(const char* line);
 void setTraceSink(TraceSink sink) noexcept;
 
-// Writes to the debugger, for the device interface alone.
+// Writes to the debugger. Only the device interface uses it.
 void debugOutput(const char* text) noexcept;
 
 }  // namespace platform

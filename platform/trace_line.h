@@ -2,13 +2,13 @@
 
 #include <string_view>
 
-// Where the lines of platform/trace.h go besides the sink; known to the trace alone.
+// Keeps the lines of platform/trace.h, in addition to its sink. Only trace.cpp calls this.
 namespace platform {
 
 // Cheap after the first call. Any thread may ask.
 [[nodiscard]] bool isTraceKept() noexcept;
 
-// `line` has no line feed at its end. Called only where the trace is kept.
+// `line` has no line feed at its end. Called only if isTraceKept().
 void keepTraceLine(std::string_view line) noexcept;
 
 }  // namespace platform

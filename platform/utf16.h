@@ -12,7 +12,7 @@ namespace platform {
 namespace utf16 {
 inline constexpr char32_t kFirstHigh = 0xD800, kFirstLow = 0xDC00, kPastLow = 0xE000;
 inline constexpr char32_t kFirstOfPairs = 0x10000;
-inline constexpr int kUnitBits = 10;  // of the character, in each unit of a pair
+inline constexpr int kUnitBits = 10;  // each unit of a pair has so many bits of the character
 inline constexpr char32_t kUnitMask = 0x3FF;
 }  // namespace utf16
 
@@ -33,7 +33,7 @@ inline std::u16string toUtf16(std::wstring_view text) {
     return units;
 }
 
-// A unit without its partner passes as it is.
+// One unit of a pair without the other is kept as it is.
 inline std::wstring fromUtf16(std::u16string_view units) {
     std::wstring text;
     text.reserve(units.size());

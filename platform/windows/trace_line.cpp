@@ -34,8 +34,8 @@ HANDLE openWantedFile() noexcept {
 HANDLE openedFile() noexcept {
     HANDLE known = traceFile.load(std::memory_order_acquire);
     if (known != nullptr) return known;
-    // Keep the last error: the product may write a trace line between a failed call and its
-    // GetLastError().
+    // Keep the last error, because the product may write a trace line between a failed call and
+    // the question for its error number.
     const DWORD lastError = ::GetLastError();
     FileHandle mine(openWantedFile());
     if (traceFile.compare_exchange_strong(known, mine.get())) known = mine.release();
