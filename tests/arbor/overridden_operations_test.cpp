@@ -1,6 +1,6 @@
 // An operation that is made of another virtual operation of the same object must reach the override
-// of a derived class: a derived bag, database or thread changes one operation, and the others
-// follow.
+// of a derived class. So a derived bag, database or thread can change one operation, and the others
+// use the changed one.
 #include "arbor/abstract_database.h"
 #include "arbor/abstract_property_holder.h"
 #include "arbor/abstract_thread.h"

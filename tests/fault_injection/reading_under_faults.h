@@ -58,8 +58,8 @@ public:
     int refusals = 0;
 };
 
-// A generator whose body runs on the test's thread, because only the allocations of that thread
-// fail.
+// A generator whose body runs on the test's thread. Only the allocations of this thread fail, so
+// all allocations of the reading do.
 struct Reading {
     explicit Reading(const std::string& bytes) {
         platform::simulated::world().pipes.feed(L"faults", bytes);

@@ -112,8 +112,8 @@ TEST_F(ChannelStopTest, AnAlertThatStaysKeepsTheChannelUpUntilItIsClosed) {
     expectStopped(1);
 }
 
-// It is stopped once because closing a fax alert ends the document, and once because no alert is
-// left.
+// It is stopped once because closing a fax alert ends the document, and a second time because no
+// alert is left.
 TEST_F(ChannelStopTest, ClosingTheLastFaxAlertStopsTheChannelTwice) {
     status(kFaxPrinted);
 

@@ -40,8 +40,8 @@ void addPrinter(const wchar_t* name, const wchar_t* value, std::string_view byte
 // A folder for files of this test program, without a separator at its end.
 [[nodiscard]] std::string temporaryFolder();
 
-// The library of contract_texts.rc. provideTexts() makes one with the same texts where there is
-// none.
+// On Windows this library is made of contract_texts.rc. On the simulated platform provideTexts()
+// makes a library with the same texts.
 inline constexpr wchar_t kTextLibrary[] = L"contract_texts.dll";
 void provideTexts();
 

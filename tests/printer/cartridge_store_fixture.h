@@ -12,8 +12,8 @@
 #include <utility>
 #include <vector>
 
-// Uses the registry through platform/: natively the simulated one, in the Windows build the real
-// one.
+// The tests use the registry through platform/. Natively that is the simulated registry, and in the
+// Windows build the real one.
 class CartridgeStoreFixture : public testing::Test {
 protected:
     using Lines = std::vector<std::string>;

@@ -28,8 +28,8 @@ void twoLocksInTwoOrders() {
     lockBoth(a, b);
 }
 
-// The lock is released between reading and writing, so a count of another thread in between is
-// lost.
+// The lock is released between reading and writing. If another thread counts in between, its count
+// is lost.
 void lostUpdate() {
     KernelMutex lock;
     int counter = 0;

@@ -1,6 +1,6 @@
 // An operation that is made of another virtual operation of the same object must reach the override
-// of a derived class: a derived generator, broker or instance manager changes one operation, and
-// the others follow.
+// of a derived class. So a derived generator, broker or instance manager can change one operation,
+// and the others use the changed one.
 #include "arbor/message.h"
 #include "arbor/property.h"
 #include "arbor/property_holder.h"

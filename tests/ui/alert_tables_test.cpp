@@ -8,8 +8,8 @@
 #include <iterator>
 #include <set>
 
-// Compares the tables of the alerts with lists that were written independently of them, with plain
-// numbers.
+// Compares the tables of the alerts with lists of plain numbers, which were written independently
+// of the tables.
 
 namespace {
 

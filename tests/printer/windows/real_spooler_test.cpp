@@ -10,8 +10,8 @@
 #include <winspool.h>
 #include <string>
 
-// The printer's identity as the system's spooler reports it. Each test adds a printer and removes
-// it.
+// The printer's identity as the system's spooler reports it. Each test adds a printer at its start
+// and removes it at its end.
 namespace {
 
 std::wstring printerName = L"Beamline K7400 test";

@@ -21,9 +21,9 @@ struct Options {
 void readOptions(int& argumentCount, char** arguments);
 
 // Runs the scene under every schedule with at most `preemptions` preemptions, each time from an
-// empty simulated world, and returns how many schedules there are. A failed requirement, a
-// deadlock, a scene that does not end and a crash print the choices of the schedule and end the
-// process.
+// empty simulated world, and returns how many schedules there are. When a requirement fails, or the
+// scene deadlocks, crashes or does not end, this prints the choices of the schedule and ends the
+// whole process.
 long everySchedule(const std::string& name, int preemptions, const std::function<void()>& scene);
 
 // For scenes: fails the schedule and ends the process when the requirement is not met.

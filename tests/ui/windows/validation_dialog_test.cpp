@@ -218,8 +218,8 @@ void CALLBACK askAgainAndEnd(HWND, UINT, UINT_PTR timer, DWORD) {
     ::PostMessageW(details.window, WM_COMMAND, 1, 0);
 }
 
-// The validation dialog is disabled while its details are open, so the details must come to the
-// front.
+// The validation dialog is disabled while its details are open. If the details were behind another
+// window, the user could not go on.
 TEST_F(ValidationDialogTest, BringsItsDetailsToTheFrontWhileTheyAreOpen) {
     setForegroundFunction(&recordForeground);
     ::SetTimer(nullptr, 0, 50, askAgainAndEnd);

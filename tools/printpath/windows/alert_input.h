@@ -12,8 +12,8 @@ namespace printpath {
 HWND usableControl(HWND dialog, int id);
 // Whether the dialog has the control and it is visible and enabled.
 bool isUsable(HWND dialog, int id);
-// A control that may be hidden or disabled. Throws Failure when the dialog is gone or has no such
-// control.
+// A control that may be hidden or disabled. Throws Failure when the dialog is gone or does not have
+// the control.
 HWND existingControl(HWND dialog, int id);
 
 // Presses a button or a link with a window message, which works for covered windows too.
