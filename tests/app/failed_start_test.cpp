@@ -1,5 +1,5 @@
-// What the process does when its framework fails. The framework is the test's own, because the real
-// one fails in none of these ways on demand.
+// What the process does when its framework fails. The test has a framework of its own, because the
+// real one cannot be made to fail in these ways.
 #include "app/monitor_process.h"
 
 #include "platform/simulated/world.h"
@@ -20,12 +20,12 @@ namespace {
 
 constexpr std::uint32_t kExitCode = 42;
 
-// What the framework of the next start is to do, and what the start did with it.
+// What the framework does at the next start, and a record of the calls that it has got.
 struct Framework {
     bool isMissing = false;
     std::function<void()> whenAGeneratorIsMade = [] {};
     std::vector<platform::NativeHandle> modules;
-    std::vector<std::string> created;  // class name and arguments
+    std::vector<std::string> created;  // "class name: arguments"
     int runs = 0;
     int alive = 0;
 };
@@ -78,7 +78,7 @@ protected:
 
     static Lines traced() { return platform::simulated::world().diagnostics.traceLines(); }
 
-    int program = 0;  // its address stands for the module of the program
+    int program = 0;  // its address serves as the handle of the program's module
 };
 
 TEST_F(FailedStartTest, TheExitCodeIsWhatTheMainLoopReturns) {

@@ -37,7 +37,7 @@ protected:
 
     static void endOfDocument() { record(0, tern::kDocumentEnd, std::string(4, '\0')); }
 
-    // The lines that start-up and shutdown trace themselves, in their order.
+    // The trace lines that only the start and the shutdown write, in their order.
     static std::vector<std::string> lifeTraced() {
         std::vector<std::string> lines = world().diagnostics.traceLines();
         const auto isOther = [](const std::string& line) {

@@ -1,4 +1,5 @@
-// Any command line of the monitor, which becomes settings of the channel and of a component.
+// Reads any command line as the monitor does. It becomes the settings of the channel and the
+// parameters of a component.
 #include "arbor/i_database.h"
 #include "arbor/property.h"
 #include "platform/process.h"

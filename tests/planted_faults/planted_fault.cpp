@@ -1,5 +1,5 @@
-// Commits on purpose the fault that its argument names. A sanitizer or Valgrind must stop it:
-// otherwise a compiler flag that got lost would look like code without faults.
+// Commits on purpose the fault that its argument names. A sanitizer or Valgrind must stop it. If a
+// compiler flag were lost, the sanitizer would find nothing and the code would look faultless.
 #include "platform/lock.h"
 #include "platform/native_handle.h"
 #include "platform/pipe.h"

@@ -12,13 +12,13 @@
 #include "strings/string_ids.h"
 #include "tests/support/strings_table.h"
 
-// The built library against the language files, read by two readers that share nothing: the
-// resource compiler wrote the one, the table generator the other.
+// Compares the built library with the language files. The resource compiler has made the library
+// and the table generator has made the table, so an error in one of them is noticed.
 namespace {
 
 constexpr unsigned kIdsInABlock = 16;
 constexpr wchar_t kLibraryBesideTheTests[] = L"..\\bin\\QVK7400SMs.dll";
-constexpr unsigned kIdsToTry = 2000;  // well past the last one
+constexpr unsigned kIdsToTry = 2000;  // much greater than the last id
 constexpr WORD kEnglish = 1033;
 
 struct FreeModule {
@@ -40,7 +40,7 @@ protected:
         ASSERT_NE(_library.get(), nullptr) << ::GetLastError();
     }
 
-    // The text as the file has it: a length, then that many units. Empty when there is none.
+    // Reads a text from its block: a length and then so many units. Empty when there is no text.
     std::wstring_view textOf(unsigned id, WORD language) const {
         const HRSRC found = ::FindResourceExW(_library.get(), kStringType,
                                               MAKEINTRESOURCEW(id / kIdsInABlock + 1), language);

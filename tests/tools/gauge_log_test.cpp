@@ -8,7 +8,7 @@ namespace {
 
 constexpr int kReadings = 60;
 
-// A run in which the value of one gauge along the readings is what `value` gives.
+// Makes the log of a run in which one gauge has at each reading the value that `value` returns.
 template <typename Value>
 GaugeLog logOf(long Gauges::*gauge, Value value) {
     GaugeLog log;

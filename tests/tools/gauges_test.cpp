@@ -11,8 +11,9 @@ constexpr int kObjects = 10;
 
 class GaugesTest : public testing::Test {
 protected:
-    // The first of everything makes things that stay: classes, the table of GDI objects, and with a
-    // thread's first window one for its input methods, which goes with the last.
+    // The first object of a kind makes the system create things that stay: window classes and the
+    // table of GDI objects. The first window of a thread also brings a window for input methods,
+    // which stays until the thread's last window is gone. So create the first ones before a test.
     void SetUp() override {
         ::DeleteObject(::CreateSolidBrush(RGB(1, 2, 3)));
         _firstWindow = hiddenWindow();

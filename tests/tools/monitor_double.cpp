@@ -1,5 +1,5 @@
-// Stands in for the monitor where printpath itself is tested: connects to the pipe, shows a dialog
-// for a status, and misbehaves when a record tells it to.
+// Replaces the monitor in tests of printpath. It connects to the pipe, shows a dialog for a status,
+// and crashes, hangs or leaks when a status asks for it.
 #include "ui/resource_ids.h"
 
 #include <windows.h>
@@ -22,7 +22,7 @@ constexpr std::uint32_t kStatusSubcode = 3;
 constexpr std::uint32_t kJobClass = 0;
 constexpr std::uint32_t kDocumentEnd = 4;
 
-// What a status makes the double do.
+// Each of these status codes makes this program do one thing.
 constexpr std::uint32_t kShow = 41100;
 constexpr std::uint32_t kCrash = 900001;
 constexpr std::uint32_t kStopReading = 900002;

@@ -8,7 +8,7 @@
 #include <iterator>
 #include <string>
 
-// Plays scenarios with printpath against the double of the monitor.
+// Plays scenarios with printpath and monitor_double.exe, which replaces the monitor.
 namespace printpath_test {
 
 namespace fs = std::filesystem;
@@ -19,15 +19,15 @@ constexpr int kUnusable = 2;
 constexpr int kCrashed = 3;
 constexpr int kHung = 4;
 constexpr DWORD kPatienceMs = 60000;
-// A crash takes its time: Wine writes a back-trace first.
+// A longer time-out for crashes, because Wine writes a back-trace before a program ends.
 constexpr const wchar_t* kPatient = L"--timeout 40";
 
-// The build's paths are those of the machine; Wine shows them below its drive Z.
+// The Windows path of a file of the Linux build. Wine shows the Linux file system as drive Z.
 inline fs::path windowsPath(const std::string& path) {
     return fs::path("Z:" + path).make_preferred();
 }
 
-// A path as a scenario writes it in quotes, where a backslash stands for itself only when doubled.
+// A path for a quoted text of a scenario, where each backslash must be written twice.
 inline std::string doubled(std::string path) {
     for (std::size_t at = 0; (at = path.find('\\', at)) != std::string::npos; at += 2)
         path.insert(at, "\\");
@@ -41,7 +41,7 @@ inline std::string contents(const fs::path& file) {
 
 class PrintpathTest : public testing::Test {
 protected:
-    // A folder for each test: who reports a crash may write into the last test's for a while yet.
+    // Each test has its own folder, because a crash report of the test before may still be written.
     PrintpathTest() {
         static int tests = 0;
         _folder = fs::temp_directory_path() /
@@ -54,7 +54,7 @@ protected:
         fs::remove_all(_folder, ignored);
     }
 
-    // Plays these lines and gives back printpath's exit code; what it printed is in `output`.
+    // Plays these lines and returns the exit code of printpath. `output` then has what it printed.
     int play(const std::string& lines, const std::wstring& options = L"--timeout 5") {
         const fs::path scenario = _folder / "scenario.txt";
         std::ofstream(scenario, std::ios::binary) << lines;

@@ -1,4 +1,4 @@
-// Steps of printpath.exe for windows and files, against the double of the monitor.
+// The steps of printpath.exe for windows and files, played with monitor_double.exe.
 #include "tests/tools/printpath_fixture.h"
 #include "tools/printpath/windows/spooler_printer.h"
 

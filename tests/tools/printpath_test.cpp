@@ -1,4 +1,4 @@
-// printpath.exe against a double of the monitor that can be told to misbehave.
+// Plays scenarios with printpath.exe and monitor_double.exe, which crashes or hangs on demand.
 #include "tests/tools/printpath_fixture.h"
 
 namespace {

@@ -245,7 +245,8 @@ std::filesystem::path sources() {
     return BEAMLINE_SOURCES;
 }
 
-// The row of a table that explains the keyword, from its name on; empty when there is none.
+// The row of the documentation's table for this keyword, from the keyword on; empty if there is
+// no such row.
 std::string documentedRow(const std::string& document, std::string_view keyword) {
     for (const char* after : {" ", "`"}) {
         const std::size_t at = document.find("`" + std::string(keyword) + after);
@@ -271,7 +272,7 @@ TEST(ScenarioKeywords, EveryKeywordAndParameterIsDocumented) {
         const bool marked = row.find("` †") != std::string::npos;
         EXPECT_EQ(marked, keyword.changesSystem) << keyword.name;
         for (const Parameter& parameter : keyword.parameters) {
-            if (parameter.name == "id" && !parameter.required) continue;  // explained for all
+            if (parameter.name == "id" && !parameter.required) continue;  // explained once for all
             EXPECT_NE(row.find(documentedName(parameter)), std::string::npos)
                 << keyword.name << " " << parameter.name;
         }

@@ -13,7 +13,7 @@
 
 namespace {
 
-std::string* keptNotes = nullptr;  // of the input that is being replayed
+std::string* keptNotes = nullptr;  // the notes of the input that is being replayed
 
 void keep(std::string_view text) {
     keptNotes->append(text);
@@ -38,7 +38,7 @@ std::string contentOf(const std::string& file) {
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-// FNV-1a: short, and the same everywhere.
+// The hash FNV-1a, because it is short and its result is the same on every system.
 std::uint64_t numberOf(std::string_view text) {
     std::uint64_t hash = 0xCBF29CE484222325U;
     for (const char letter : text) {
@@ -62,7 +62,8 @@ void note(std::string_view name, std::string_view bytes) {
 void note(std::string_view name, std::wstring_view units) {
     keep(name);
     keep("=");
-    // Of a unit of 32 bits only what a unit of 16 can hold: no text here is longer than that.
+    // A wchar_t of 32 bits is cut to 16 bits, so that the notes are the same on every system. No
+    // text here has a character that needs more.
     for (const wchar_t unit : units) {
         keepEscaped(static_cast<std::uint16_t>(unit), 4);
     }
