@@ -1,6 +1,6 @@
 #!/bin/sh
-# build-player.sh: installs what is missing, builds the monitor and what plays scenarios on it, and makes
-# the Wine prefix from which each run copies its own. On a terminal it shows how far it is.
+# build-player.sh: installs missing packages, builds the monitor and the programs that play scenarios, and
+# makes the Wine prefix that each run copies. On a terminal it shows its progress.
 set -eu
 cd "$(dirname "$0")/.."
 sh tools/install-packages.sh run

@@ -1,6 +1,6 @@
 #!/bin/sh
-# build-quietly.sh PRESET [TARGET...]: configures and builds a preset; prints the log only when
-# something is wrong. On a terminal it shows how far it is: see progress.py.
+# build-quietly.sh PRESET [TARGET...]: configures and builds a preset. It prints the log only when
+# something fails. On a terminal it shows its progress with progress.py.
 set -eu
 preset=$1
 shift

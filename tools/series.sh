@@ -1,7 +1,7 @@
 #!/bin/sh
-# series.sh NAME: runs the commands of ./test that stand on its standard input, one a line, and ends with
-# a table of them and the sum of their "N passed, N failed". One that fails does not keep the others from
-# running. The logs stay in build/NAME.
+# series.sh NAME: reads commands of ./test from its standard input, one on each line, and runs them one
+# after the other, also after a failure. At the end it prints a table of them and the sum of their
+# "N passed, N failed". The logs stay in build/NAME.
 set -u
 name=$1
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -10,7 +10,7 @@ logs=$root/build/$name
 mkdir -p "$logs"
 rm -f "$logs"/*.log "$logs/table"
 passed=0 failed=0
-# The commands write into a pipe; they show their progress on our terminal all the same.
+# The commands write to a pipe and not to the terminal. This descriptor lets them show their progress there.
 if [ -t 1 ]; then
     exec 3>&1
     export BEAMLINE_PROGRESS_FD=3
@@ -22,7 +22,7 @@ while read -r command arguments; do
     [ -n "$command" ] || continue
     printf '\n== ./test %s\n' "$command${arguments:+ $arguments}"
     start=$(date +%s)
-    # A missing command is a failure too. Its arguments are words.
+    # A missing command counts as a failure too. $arguments is not quoted, so that it is split into words.
     # shellcheck disable=SC2086
     { sh "$root/test" "$command" $arguments </dev/null 2>&1; echo "$?" >"$logs/status"; } | tee "$logs/$command.log"
     last=$(tail -n 1 "$logs/$command.log")

@@ -1,5 +1,5 @@
 #!/bin/sh
-# locale-of.sh LANGUAGE: the locale in which the monitor speaks this language.
+# locale-of.sh LANGUAGE: prints the locale in which the monitor shows its texts in this language.
 case $1 in
 en) echo en_US ;;
 zh) echo zh_CN ;;

@@ -1,6 +1,6 @@
 #!/bin/sh
-# make-locale.sh LOCALE: makes a locale in build/locales, once. Wine takes the language of the system
-# from one category and that of the user from another, and both only from locales that exist.
+# make-locale.sh LOCALE: makes a locale in build/locales if it is not there yet. Wine takes the language of
+# the system and of the user from two categories of the locale, and only if the locale exists.
 set -eu
 cd "$(dirname "$0")/../.."
 folder=build/locales/$1.UTF-8

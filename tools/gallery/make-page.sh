@@ -1,6 +1,6 @@
 #!/bin/sh
-# make-page.sh FOLDER: one page and, for each language, one contact sheet from the pictures in
-# FOLDER/LANGUAGE.
+# make-page.sh FOLDER: makes a web page of all pictures, and for each language a contact sheet of the
+# pictures in FOLDER/LANGUAGE.
 set -eu
 cd "$1"
 columns=5

@@ -12,7 +12,7 @@ trap 'rm -rf "$work"' EXIT
 export LOCPATH="$here/../../build/locales"
 sh "$here/../wine/place-spooler.sh" "$bin/simulated-spooler/winspool.drv"
 
-# play LANGUAGE SCENARIO VARIABLE=VALUE...: in a session with these variables.
+# play LANGUAGE SCENARIO VARIABLE=VALUE...: plays a scenario in a session with these environment variables.
 play() {
     language=$1
     scenario=$2
@@ -34,7 +34,7 @@ for language in "$@"; do
     locale=$(sh "$here/locale-of.sh" "$language").UTF-8
     play "$language" alerts LC_ALL="$locale"
     play "$language" other-printer LC_ALL="$locale"
-    # The cartridge check is offered on Chinese systems, to users of any language.
+    # The cartridge check is offered on systems whose language is Chinese, whatever the user's language is.
     play "$language" cartridge-check LC_CTYPE=zh_CN.UTF-8 LC_MESSAGES="$locale"
     mogrify -format png "$work/pictures/*.bmp"
     rm -rf "${out:?}/$language"

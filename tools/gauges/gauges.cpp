@@ -15,7 +15,8 @@ namespace {
 using printpath::fileHandle;
 using printpath::Handle;
 
-// Not allocated with `new`, because a reading must not change the number of heap blocks.
+// Buffers come from the system and not from `new`, because a reading must not change the number of
+// heap blocks that it counts.
 struct ReleasePages {
     void operator()(void* pages) const noexcept { ::VirtualFree(pages, 0, MEM_RELEASE); }
 };
@@ -120,7 +121,7 @@ long countGdiObjects(HANDLE process) {
     SIZE_T got = 0;
     if (::ReadProcessMemory(process, block + kGdiTableOffset, &table, sizeof table, &got) == FALSE)
         return -1;
-    if (table == nullptr) return 0;  // no GDI call yet
+    if (table == nullptr) return 0;  // the process has not called GDI yet
     constexpr std::size_t kTableBytes = kGdiEntries * kGdiEntryBytes;
     const Pages pages = takePages(kTableBytes);
     if (pages == nullptr ||

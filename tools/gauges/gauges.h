@@ -9,15 +9,15 @@ struct Gauges {
     long gdiObjects = 0;  // device contexts, bitmaps, fonts, brushes, pens, regions
     long windows = 0;     // top-level windows and their children, hidden ones included
     long threads = 0;
-    long heapBlocks = 0;  // of this process only, else 0
+    long heapBlocks = 0;  // counted for this process only, 0 for others
     long memoryKiB = 0;   // committed memory
 
     bool operator==(const Gauges&) const = default;
 };
 
-// Of this process. The first reading itself makes objects that stay: discard it before comparing.
+// Reads this process. The first reading makes objects that stay, so do not compare with it.
 [[nodiscard]] Gauges readGauges();
-// Of another process, by its id; a gauge that cannot be read is -1.
+// Reads another process by its id. A gauge that cannot be read is -1.
 [[nodiscard]] Gauges readGaugesOf(std::uint32_t processId);
 
 // Compares two readings for a leak check: lists the gauges that are higher in `after`, for example

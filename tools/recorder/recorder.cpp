@@ -1,6 +1,6 @@
-// recorder.exe [KIND WHAT]: takes the place of the browser and the companion program in tests.
-// Appends the line "KIND WHAT", or "started" when there are no arguments, to the file that the
-// environment variable QVSM_RECORDER_FILE names, in UTF-8, and ends.
+// recorder.exe [KIND WHAT]: replaces the browser and the companion program in tests. It appends the
+// line "KIND WHAT", or "started" if there are no arguments, in UTF-8 to the file that the
+// environment variable QVSM_RECORDER_FILE names.
 #include "tools/printpath/windows/wide_text.h"
 
 #include <windows.h>

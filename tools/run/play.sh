@@ -1,6 +1,6 @@
 #!/bin/sh
-# play.sh SCENARIO: builds what is needed, plays the scenario on the real monitor in a Wine prefix of
-# its own, and leaves its pictures in out/.
+# play.sh SCENARIO: builds what is needed, plays the scenario with the real monitor in its own Wine
+# prefix, and leaves the pictures in out/.
 set -eu
 scenario=$1
 root=$(cd "$(dirname "$0")/../.." && pwd)
@@ -10,7 +10,7 @@ cd "$root"
 
 sh tools/build-player.sh
 
-# A display that is named but gone is of no use.
+# DISPLAY may name a display that does not exist any more.
 if [ -n "${DISPLAY:-}" ] && timeout 5 xdpyinfo >/dev/null 2>&1; then
     export BEAMLINE_KEEP_DISPLAY=1
 fi

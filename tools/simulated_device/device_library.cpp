@@ -1,5 +1,5 @@
-// rtqewsi.dll as the monitor knows it, with a folder of files in place of the printer. The entry
-// points that the monitor looks up but never calls refuse everything.
+// A replacement of rtqewsi.dll with a folder of files in place of the printer. The entry points
+// that the monitor looks up but never calls always report a failure.
 #include "tools/printpath/windows/wide_text.h"
 #include "tools/simulated_device/device_folder.h"
 
@@ -7,7 +7,8 @@
 
 #include <string>
 
-// What the C++ library keeps for exceptions without memory, 72 KiB; it says this for leak checkers.
+// Frees the 72 KiB that the C++ library keeps for exceptions when memory runs out. The library has
+// this function for leak checkers, without a declaration in a header.
 namespace __gnu_cxx {
 // NOLINTNEXTLINE(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the library's own name
 void __freeres() noexcept;
@@ -21,7 +22,7 @@ std::string narrow(const wchar_t* text) {
     return text == nullptr ? "(null)" : printpath::utf8FromWide(text);
 }
 
-// Devices are told apart by a number that is never 0 and never a real handle.
+// Every device that is opened gets another number, which is never 0.
 HANDLE nextDevice() {
     static LONG last = 0x7400;
     return reinterpret_cast<HANDLE>(static_cast<LONG_PTR>(::InterlockedIncrement(&last)));
@@ -43,8 +44,8 @@ HANDLE openDevice(const std::string& port) {
 
 extern "C" {
 
-// The monitor loads this library for every question and lets it go again. The C++ library in it
-// takes memory with each load that it would leave behind.
+// The monitor loads and frees this library for every question. The C++ library that is linked into
+// it allocates memory at each load, which would be lost.
 BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID processEnds) {
     if (reason == DLL_PROCESS_DETACH && processEnds == nullptr) __gnu_cxx::__freeres();
     return TRUE;
@@ -95,7 +96,7 @@ __declspec(dllexport) BOOL WINAPI GetPage(HANDLE device, const char* path, void*
         folder.log("no-page " + name);
         return FALSE;
     }
-    // A page that does not fit is cut, and the whole length tells the caller so.
+    // A page that does not fit is cut. The caller notices it because the whole length is reported.
     page.copy(buffer, size);
     *received = folder.claimedLength(page.size());
     folder.log((page.size() > size ? "page-too-large " : "page ") + name);

@@ -1,6 +1,6 @@
-// A spooler whose every printer has the driver that the environment names: under Wine no printer
-// can be given a driver's name of its own. It is put as winspool.drv into the system folder of a
-// Wine prefix, the only folder from which the monitor takes libraries of the system.
+// A spooler in which every printer has the driver that the environment names, because under Wine
+// the driver's name of a printer cannot be chosen. It is copied as winspool.drv into the system
+// folder of a Wine prefix, the only folder from which the monitor loads libraries of the system.
 #include <windows.h>
 
 namespace {
@@ -21,7 +21,7 @@ __declspec(dllexport) BOOL WINAPI OpenPrinterW(const wchar_t* name, HANDLE* prin
     return TRUE;
 }
 
-// No printer has settings of its own.
+// Printers of this spooler have no settings.
 __declspec(dllexport) DWORD WINAPI GetPrinterDataW(HANDLE, wchar_t*, DWORD*, BYTE*, DWORD, DWORD*) {
     return ERROR_FILE_NOT_FOUND;
 }
@@ -36,7 +36,7 @@ __declspec(dllexport) DWORD WINAPI
         ::GetEnvironmentVariableW(kDriverVariable, reinterpret_cast<wchar_t*>(data), capacityUnits);
     if (units == 0) return ERROR_FILE_NOT_FOUND;
     *type = REG_SZ;
-    // The length leaves out the terminator when the name fits and has it when it does not.
+    // The length does not count the terminator when the name fits, and counts it when it does not.
     const bool fits = units < capacityUnits;
     *needed = static_cast<DWORD>((fits ? units + 1 : units) * sizeof(wchar_t));
     return fits ? ERROR_SUCCESS : ERROR_MORE_DATA;
