@@ -27,7 +27,7 @@ using platform::simulated::world;
 using Types = std::vector<int>;
 using Calls = std::vector<Call>;
 
-// One thing that the monitor does. Faults are injected while `play` runs; `check` tells what must
+// One thing that the monitor does. Faults are injected while `play` runs; `check` tests what must
 // hold afterwards. A call that is not among the `decisive` ones may fail without any effect that
 // `check` sees.
 struct Moment {

@@ -61,8 +61,8 @@ public:
     // Every alert in the list has a window that the user can close, every window belongs to an
     // alert in the list, and both have the same type.
     void expectLivingAlerts();
-    // Without faults the user can close every open alert, and the end of the document ends the
-    // monitor, whatever happened before.
+    // Whatever happened under faults: without them the user can now close every open alert, and the
+    // end of the document ends the monitor.
     void expectEndOnRequest();
     // No handle of the platform is open, and the cartridge record is whole or absent.
     static void expectCleanPlatform();

@@ -9,8 +9,8 @@
 #include <string>
 
 // Ten lines: a media name, then the texts of the nodes of the cartridge's page. Whatever these
-// texts are, the address that is built from them must fit into its buffer and begin with the right
-// host.
+// texts are, the address that is built from them must fit into its buffer, and it must begin with
+// the right host.
 namespace {
 
 using platform::simulated::world;

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-// Reads values from the front of a fuzzer's bytes. After the end, numbers are 0 and texts are
-// empty.
+// Reads values from the front of a fuzzer's bytes. After the end of the bytes, numbers are 0 and
+// texts are empty.
 class FuzzInput {
 public:
     FuzzInput(const std::uint8_t* data, std::size_t size)

@@ -1,7 +1,7 @@
 // A print path that sends any bytes in any pieces. The first byte is the largest count that one
 // read returns, the second the size of a pipe message; 0 is no limit. The rest is the stream. It is
-// cut into a few dozen pieces at most, because hundreds of equal pieces are slow and reach no other
-// code.
+// cut into a few dozen pieces at most, because hundreds of equal pieces are slow and do not reach
+// other code.
 #include "platform/simulated/world.h"
 #include "platform/text.h"
 #include "tern/abstract_instance_manager.h"

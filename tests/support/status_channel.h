@@ -44,8 +44,8 @@ public:
         generator = std::make_unique<Generator>(parameters, &manager);
     }
 
-    // Writes each piece separately, closes the pipe and waits until the generator's thread has
-    // ended.
+    // Writes each piece separately and closes the pipe. Then it waits for the end of the thread of
+    // the generator.
     void play(const std::vector<std::string>& pieces) {
         generator->start();
         for (const std::string& piece : pieces)

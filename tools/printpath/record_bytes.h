@@ -29,8 +29,8 @@ std::string recordBytes(const RecordHeader& header, std::string_view body,
 
 enum class WriteAs { OneMessage, HeaderAndBody, SingleBytes, Chunks };
 
-// The messages in which `record` is written. `chunkBytes` is used for Chunks only and must not be
-// zero.
+// The messages in which `record` is written. `chunkBytes` is the size of the pieces for Chunks, and
+// must not be zero.
 std::vector<std::string> splitForWriting(const std::string& record, WriteAs as,
                                          std::size_t chunkBytes);
 
