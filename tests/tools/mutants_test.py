@@ -89,14 +89,18 @@ class Operators(unittest.TestCase):
         for pair in (["    plain();", "    return 1;"], ["    const int a = f();", "    plain();"],
                      ["    if (number)", "        plain();"], ["    plain();", "    break;"],
                      ["    a = 1;", "    b = 2;"], ["    a += 1;", "    b += 1;"],
-                     ["    putInt(bag, key::kA, 1);", "    putInt(bag, key::kB, 2);"], ["    plain();", "    plain();"]):
+                     ["    putInt(owner.bag, key::kA, 1);", "    putInt(owner.bag, key::kB, 2);"],
+                     ["    bag.removeProperty(kA);", "    putInt(bag, kB, 2);"], ["    plain();", "    plain();"],
+                     ["    dialog_controls::setFont(window, id, 1);", "    dialog_controls::makeLink(window, id);"]):
             self.assertEqual(changes(["{", *pair, "}"], "after the next"), [])
         self.assertEqual(changes(["{", "    if (number)", "        plain();", "        first(text);", "}"],
                                  "after the next"), [])
 
     def test_assignments_that_need_each_other_change_places(self):
         for pair in (["    a = b;", "    b = 2;"], ["    b = 2;", "    a = b;"],
-                     ["    putInt(bag, kA, 1);", "    putInt(bag, kA, 2);"]):
+                     ["    putInt(bag, kA, 1);", "    putInt(bag, kA, 2);"],
+                     ["    bag.removeProperty(kA);", "    putInt(bag, kA, 2);"],
+                     ["    dialog_controls::setText(w, id, a);", "    dialog_controls::setTextIfAny(w, id, b);"]):
             self.assertEqual(len(changes(["{", *pair, "}"], "after the next")), 1)
 
     def test_neighbouring_virtual_functions_change_places(self):

@@ -178,15 +178,20 @@ def again(mutant, earlier):
     return f" ({count + 1})" if count else ""
 
 
-# FUNCTION(OBJECT, NAME, ...): puts a value under a name, or into a control.
-NAMED_SETTER = re.compile(r"^ *((?:\w+::)?(?:put|set)\w+)\((\w+), ((?:\w+::)?k[A-Z]\w*|IDC_\w+), ")
+# What a call sets: (OBJECT, NAME) of a bag's value or of a control, and (FUNCTION) of a control's quality.
+NAME = r"((?:\w+::)?k[A-Z]\w*|IDC_\w+)[,)]"
+NAMED_SETTER = re.compile(rf"^ *(?:(?:\w+::)?(?:put|set|show|choose)\w*\()?([\w.]+)(?:, |\.removeProperty\(){NAME}")
+CONTROL_SETTER = re.compile(r"^ *dialog_controls::(setText|setFont|makeLink|show)(?:IfAny)?\(")
 
 
 def change_nothing_in_either_order(one, other):
-    """Two assignments without calls, of which neither reads what the other one writes, or two calls that put
-    values of one object under different names."""
+    """Two assignments without calls, of which neither reads what the other one writes, or two calls that set
+    values of one object under different names, or different qualities of controls."""
     named = NAMED_SETTER.match(one), NAMED_SETTER.match(other)
-    if all(named) and named[0].group(2) == named[1].group(2) and named[0].group(3) != named[1].group(3):
+    if all(named) and named[0].group(1) == named[1].group(1) and named[0].group(2) != named[1].group(2):
+        return True
+    controls = CONTROL_SETTER.match(one), CONTROL_SETTER.match(other)
+    if all(controls) and controls[0].group(1) != controls[1].group(1):
         return True
     assignment = re.compile(r" [-+|&]?= ")
 
