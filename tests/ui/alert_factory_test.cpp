@@ -268,13 +268,14 @@ TEST_F(AlertFactoryTest, CutsADescribingTextAtItsBuffer) {
 }
 
 TEST_F(AlertFactoryTest, UsesTheProgramsOwnTextsWhereNoStringsLibraryIsNamed) {
-    describe(0, 41100);
+    describe(4, 10209);
     description.setPointer(L"hinstance", strings);
     description.removeProperty(L"hSinstance");
 
     openDescribed();
 
-    EXPECT_EQ(shown(1004), text(149));
+    EXPECT_EQ(shown(1004), text(284));
+    EXPECT_EQ(shown(1060), text(281));
 }
 
 TEST_F(AlertFactoryTest, OpensAnAlertWithoutTextsWhenTheStringsLibraryIsMissing) {

@@ -111,6 +111,36 @@ TEST_F(DefaultStatusDialogTest, ContinuesByKeyWhileTheOkButtonShowsTheCaptionOfT
     EXPECT_EQ(codes(), (Codes{3}));
 }
 
+// The trace tells what happened before an action that went wrong, so the key comes first in it.
+TEST_F(DefaultStatusDialogTest, TracesAKeyBeforeItActs) {
+    struct Case {
+        wchar_t key;
+        const char* trace;
+    };
+    const Case cases[] = {{L'H', "WM_CHAR help"},
+                          {L'U', "WM_CHAR supplies"},
+                          {L'C', "WM_CHAR continue or ok"},
+                          {L'O', "WM_CHAR Return"}};
+    for (const Case& expected : cases) {
+        openWithCaption(50012, L"&Continue");
+        const TraceLines lines;
+        int acted = 0;
+        const auto act = [&] {
+            ++acted;
+            EXPECT_TRUE(lines.contains(expected.trace)) << expected.trace;
+        };
+        onTold = [&](const Told&) { act(); };
+        headless::setWhileMessageIsOpen(act);
+
+        headless::typeKey(window(), expected.key);
+
+        EXPECT_EQ(acted, 1) << expected.trace;
+        onTold = nullptr;
+        headless::setWhileMessageIsOpen(nullptr);
+        alert.reset();
+    }
+}
+
 TEST_F(DefaultStatusDialogTest, AcceptsOkByKeyWhileTheButtonShowsTheCaptionOfTheAlert) {
     openWithCaption(50012, L"&Continue");
 
@@ -126,6 +156,20 @@ TEST_F(DefaultStatusDialogTest, TellsOneActionForEachKeyWhateverTheButtonShows) 
         headless::typeKey(window(), letter);
 
     EXPECT_EQ(codes(), (Codes{104, 101}));
+}
+
+// A box without an owner could come up behind the alert, which would still take input.
+TEST_F(DefaultStatusDialogTest, OpensMessagesOverItsOwnWindow) {
+    openQuietly(4, 10209);
+
+    headless::press(window(), 131);
+    headless::press(window(), 130);
+    headless::typeKey(window(), L'H');
+    headless::typeKey(window(), L'O');
+
+    EXPECT_EQ(headless::messages().size(), 4U);
+    for (const headless::Message& message : headless::messages())
+        EXPECT_EQ(message.owner, window());
 }
 
 TEST_F(DefaultStatusDialogTest, AsksForAReminderTimeByKeyToo) {

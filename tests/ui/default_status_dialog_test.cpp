@@ -134,6 +134,14 @@ TEST_F(DefaultStatusDialogTest, PutsTheMessageInThePlaceOfADetailThatIsEmpty) {
     EXPECT_TRUE(control(1012).visible);
 }
 
+TEST_F(DefaultStatusDialogTest, LoadsIconsAndPicturesFromTheModuleOfThePictures) {
+    open(4, 10209);
+
+    EXPECT_EQ(frame().iconModule, this);
+    EXPECT_EQ(control(136).pictureModule, this);
+    EXPECT_EQ(control(137).pictureModule, this);
+}
+
 TEST_F(DefaultStatusDialogTest, LetsEnterStandForOk) {
     open(0, 41100);
 

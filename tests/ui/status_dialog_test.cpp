@@ -328,6 +328,22 @@ TEST_F(StatusDialogTest, OpensAPlainAlertAtOnceWhenAsked) {
     EXPECT_EQ(waiting.window(), nullptr);
 }
 
+// A listener that hears of the extras may change the window, but not what its buttons say.
+TEST_F(StatusDialogTest, PutsTheCaptionOnThePlainOkButtonAfterItsExtrasWereTold) {
+    describe(0, 41100);
+    description.setInt(L"dialogID", headless::kLinksTemplate);
+    description.setInt(L"buttonMessage", 158);
+    description.setInt(L"idsFaxReceived", newText(L"a"));
+    onTold = [](const Told& one) {
+        headless::control(static_cast<WindowHandle>(one.window), 130).text = L"of a listener";
+    };
+
+    const PlainDialog plain(description, true);
+
+    EXPECT_EQ(told.size(), 1U);
+    EXPECT_EQ(headless::control(plain.window(), 130).text, text(158));
+}
+
 TEST_F(StatusDialogTest, TellsThePlainActionsOfAPlainAlert) {
     describe(0, 41100);
     description.setInt(L"dialogID", headless::kLinksTemplate);

@@ -104,7 +104,7 @@ DialogResult DefaultStatusDialog::onCtlColorStatic(WindowHandle, MessageWord, Me
 }
 
 void dismissAlertWindow(WindowHandle window) {
-    headless::countDismissed();
+    headless::countDismissed(window);
     destroyAlertWindow(window);
 }
 

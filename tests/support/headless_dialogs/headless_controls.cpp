@@ -63,12 +63,18 @@ void placeAt(WindowHandle window, int control, int where) {
     if (entry != nullptr && exists(window, where)) entry->placedAt = where;
 }
 
-void setIcons(WindowHandle window, void*, int icon) {
-    if (headless::Window* owner = headless::find(window)) owner->icon = icon;
+void setIcons(WindowHandle window, void* module, int icon) {
+    headless::Window* owner = headless::find(window);
+    if (owner == nullptr) return;
+    owner->icon = icon;
+    owner->iconModule = module;
 }
 
-void setPicture(WindowHandle window, int control, void*, int bitmap) {
-    if (headless::Control* entry = found(window, control)) entry->picture = bitmap;
+void setPicture(WindowHandle window, int control, void* module, int bitmap) {
+    headless::Control* entry = found(window, control);
+    if (entry == nullptr) return;
+    entry->picture = bitmap;
+    entry->pictureModule = module;
 }
 
 void setFont(WindowHandle window, int control, Emphasis emphasis) {
@@ -98,9 +104,9 @@ int choice(WindowHandle window, int list) {
     return entry != nullptr ? entry->chosen : 0;
 }
 
-void showMessage(WindowHandle, const std::wstring& text, const std::wstring& caption,
+void showMessage(WindowHandle window, const std::wstring& text, const std::wstring& caption,
                  bool rightToLeft) {
-    headless::addMessage({text, caption, rightToLeft});
+    headless::addMessage({text, caption, rightToLeft, window});
 }
 
 }  // namespace dialog_controls

@@ -27,6 +27,7 @@ struct Desktop {
     std::uintptr_t lastHandle = 0;
     int opened = 0;
     int dismissed = 0;
+    WindowHandle lastDismissed = nullptr;
 };
 
 Desktop& desktop() {
@@ -105,6 +106,9 @@ int openedWindows() {
 int dismissedWindows() {
     return desktop().dismissed;
 }
+WindowHandle lastDismissed() {
+    return desktop().lastDismissed;
+}
 
 Window* find(WindowHandle window) {
     for (const auto& entry : desktop().windows) {
@@ -148,8 +152,9 @@ void countOpened() {
     ++desktop().opened;
 }
 
-void countDismissed() {
+void countDismissed(WindowHandle window) {
     ++desktop().dismissed;
+    desktop().lastDismissed = window;
 }
 
 void addMessage(Message message) {

@@ -26,8 +26,9 @@ struct Control {
     bool isLink = false;
     bool isUnderlined = false;
     bool isHeadline = false;
-    int picture = 0;   // bitmap id that the control was given
-    int placedAt = 0;  // the control whose place it took
+    int picture = 0;                // bitmap id that the control was given
+    void* pictureModule = nullptr;  // where it was loaded from, unless the window paints it
+    int placedAt = 0;               // the control whose place it took
     std::vector<std::wstring> choices;
     int chosen = -1;
 };
@@ -41,6 +42,7 @@ struct Window {
     bool compact = false;
     bool detailMadeLink = false;  // whether the detail became a link when it was made compact
     int icon = 0;
+    void* iconModule = nullptr;
     int defaultButton = 0;
     std::map<int, Control> controls;
     StatusDialog* dialog = nullptr;    // the object of the window
@@ -51,6 +53,7 @@ struct Message {
     std::wstring text;
     std::wstring caption;
     bool rightToLeft = false;
+    WindowHandle owner = nullptr;
 };
 
 struct CartridgeCheck {
@@ -68,6 +71,8 @@ void reset();
 // has dismissed.
 [[nodiscard]] int openedWindows();
 [[nodiscard]] int dismissedWindows();
+// The last of them; the window is gone.
+[[nodiscard]] WindowHandle lastDismissed();
 // Null when the window is gone.
 [[nodiscard]] Window* find(WindowHandle window);
 // A control of a window; the test fails (throws) when either is missing.

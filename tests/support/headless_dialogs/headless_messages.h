@@ -18,7 +18,7 @@ inline constexpr int kLinkControls[] = {IDC_ALERT_SHOP_LINK, IDC_ALERT_RETURNS_L
 
 void eraseWindow(WindowHandle window);
 void countOpened();
-void countDismissed();
+void countDismissed(WindowHandle window);
 void addMessage(Message message);
 void addCheck(CartridgeCheck check);
 void deliver(WindowHandle window, WindowMessage message, MessageWord wParam, MessageLong lParam);
