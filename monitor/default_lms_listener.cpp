@@ -73,6 +73,7 @@ bool DefaultLMSListener::notify(arbor::IMessage* message) {
     // Equally right after the next: the two are independent.
     _status = properties.getInt(message_key::kStatus, 0);
     _subcode = properties.getInt(message_key::kSubcode, 0);
+
     platform::trace("in notify\n");
 
     if (*message->getType() == _messageType) return onChannelMessage(*message);

@@ -150,6 +150,16 @@ TEST_F(AlertDecisionTest, ACartridgeReportMakesTheCartridgeCurrentWhateverItsSta
     EXPECT_TRUE(wasTraced("TERNA - cartridgeSN = 4711"));
 }
 
+TEST_F(AlertDecisionTest, ASerialNumberThatAProducerStoredAsATextIsReadAsANumber) {
+    arbor::Message message(&tern::kVeloEventGeneratorId, 2, 0);
+    message.getProperties()->setInt(L"subcode", tern::kCartridgeReport);
+    message.getProperties()->setString(L"blackSN", "4711");
+
+    EXPECT_TRUE(listener->notify(&message));
+
+    EXPECT_EQ(currentCartridge(), 4711U);
+}
+
 TEST_F(AlertDecisionTest, ACartridgeReportWithoutASerialNumberIsAStatusLikeAnyOther) {
     EXPECT_FALSE(status(41150, tern::kCartridgeReport));
 

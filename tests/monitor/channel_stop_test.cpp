@@ -18,12 +18,16 @@ namespace {
 constexpr std::int32_t kFaxPrinted = 100000;
 constexpr std::int32_t kNoCartridge = 40600;
 constexpr std::uint32_t kAnyFlags = 99;
+constexpr char kNoAlertIsLeft[] = "TERNA - No more dlgs, killing threads...";
 
 class StopRecorder : public tern::EventBroker {
 public:
     using EventBroker::EventBroker;
 
     bool stop(const arbor::Guid* who, std::uint32_t flags) override {
+        if (stoppedFor.empty()) {
+            toldFirst = platform::simulated::world().diagnostics.hasTraced(kNoAlertIsLeft);
+        }
         stoppedFor.push_back(*who);
         lastFlags = flags;
         return EventBroker::stop(who, flags);
@@ -31,6 +35,7 @@ public:
 
     std::vector<arbor::Guid> stoppedFor;
     std::uint32_t lastFlags = kAnyFlags;
+    bool toldFirst = false;  // the trace had the reason when the channel was stopped first
 };
 
 // Counts the ends of documents, records whether alerts are still open, and closes nothing.
@@ -112,6 +117,16 @@ TEST_F(ChannelStopTest, AnAlertThatStaysKeepsTheChannelUpUntilItIsClosed) {
     expectStopped(1);
 }
 
+// The threads trace while they end, so the reason must stand in the trace before.
+TEST_F(ChannelStopTest, TheTraceSaysThatNoAlertIsLeftBeforeTheChannelIsStopped) {
+    status(kNoCartridge);
+    documentEnds();
+
+    closeTheAlert();
+
+    EXPECT_TRUE(manager.broker.toldFirst);
+}
+
 // It is stopped once because closing a fax alert ends the document, and a second time because no
 // alert is left.
 TEST_F(ChannelStopTest, ClosingTheLastFaxAlertStopsTheChannelTwice) {
@@ -120,8 +135,7 @@ TEST_F(ChannelStopTest, ClosingTheLastFaxAlertStopsTheChannelTwice) {
     closeTheAlert();
 
     expectStopped(2);
-    EXPECT_TRUE(platform::simulated::world().diagnostics.hasTraced(
-        "TERNA - No more dlgs, killing threads..."));
+    EXPECT_TRUE(platform::simulated::world().diagnostics.hasTraced(kNoAlertIsLeft));
 }
 
 class DocumentEndTest : public ChannelFixture<EndRecorder> {};

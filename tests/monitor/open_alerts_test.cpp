@@ -146,6 +146,22 @@ TEST_F(OpenAlertsTest, ANewAlertIsTracedByItsAddress) {
     EXPECT_EQ(std::count_if(lines.begin(), lines.end(), isNewAlert), 1);
 }
 
+// Putting an alert together asks the spooler and the device, which may take seconds or go wrong. By
+// then the trace names the alert.
+TEST_F(OpenAlertsTest, ANewAlertIsTracedBeforeItsPrinterIsAsked) {
+    open(0);
+
+    const std::vector<std::string> lines = world().diagnostics.traceLines();
+    const auto firstWith = [&lines](const char* words) {
+        return std::find_if(lines.begin(), lines.end(), [words](const std::string& line) {
+            return line.find(words) != std::string::npos;
+        });
+    };
+    const auto asked = firstWith("this printer can not be openned");
+    ASSERT_NE(asked, lines.end());
+    EXPECT_LT(firstWith("TERNA new alert in _alerts"), asked);
+}
+
 TEST_F(OpenAlertsTest, RemovingDestroysTheAlertAndItsWindow) {
     open(0);
     open(10);
@@ -163,12 +179,14 @@ TEST_F(OpenAlertsTest, TheWalkOfTheDocumentsEndKeepsTheOthersInOrder) {
     open(10, true);
     open(12, true);
     open(30, false);
+    const WindowHandle lastToClose = windowOf(12);
 
     const std::uint32_t left = alerts.removeAllAutocloseDialogs(true);
 
     EXPECT_EQ(left, 2U);
     EXPECT_EQ(openTypes(), (std::vector<int>{4, 30}));
     EXPECT_EQ(headless::dismissedWindows(), 3);
+    EXPECT_EQ(headless::lastDismissed(), lastToClose);
     EXPECT_TRUE(wasTraced("TERNA removeAllAutocloseDialogs"));
     EXPECT_TRUE(wasTraced("TERNA remove Dialog 0"));
     EXPECT_TRUE(wasTraced("TERNA remove Dialog 1"));
