@@ -118,8 +118,9 @@ void describeNewCartridge(AlertContext& alert) {
 void describeFax(AlertContext& alert, const wchar_t* marker, int detail) {
     alert.description.removeProperty(alert_key::kPicture);
     alert.description.removeProperty(alert_key::kShop);
+    // Equally right after the next: a marker is another name than the detail.
     putInt(alert.description, alert_key::kDetail, detail);
-    putInt(alert.description, marker, detail);
+    putInt(alert.description, marker, detail);  // Equally right after the next: another name.
     putInt(alert.description, alert_key::kHideHelp, 1);
 }
 

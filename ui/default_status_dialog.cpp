@@ -80,6 +80,7 @@ DefaultStatusDialog::DefaultStatusDialog(const arbor::IPropertyHolder& descripti
         arbor::wideText(description, alert_key::kDetailText, alert_key::kNotExist);
     if (detail != alert_key::kNotExist) _detail = detail;
     for (std::size_t step = 0; step < kDuplexSteps; ++step) {
+        // Equally right after the next: a step's picture does not depend on its text.
         _duplexTexts[step] = textOf(description, alert_key::kDuplexTexts[step]);
         _duplexPictures[step] = description.getInt(alert_key::kDuplexPictures[step], 0);
     }
@@ -93,8 +94,9 @@ DefaultStatusDialog::DefaultStatusDialog(const arbor::IPropertyHolder& descripti
 }
 
 DialogResult DefaultStatusDialog::onInitDialog(WindowHandle window, MessageWord, MessageLong) {
+    // Equally right after the next: the icons are the window's, the steps have controls.
     dialog_controls::setIcons(window, _module, IDI_PROGRAM);
-    showDuplexSteps(window);
+    showDuplexSteps(window);  // Equally right after the next: no control belongs to both.
     showGenuineLink(window);
     if (_helpHidden) dialog_controls::show(window, IDC_ALERT_HELP, false);
     if (_suppliesShown) showSuppliesBlock(window);
@@ -109,6 +111,7 @@ DialogResult DefaultStatusDialog::onInitDialog(WindowHandle window, MessageWord,
     dialog_controls::setTextIfAny(window, IDC_ALERT_DETAIL, _detail);
     if (_message.empty()) dialog_controls::show(window, IDC_ALERT_MESSAGE, false);
     if (_detail.empty() && dialog_controls::exists(window, IDC_ALERT_DETAIL)) {
+        // Equally right after the next: a hidden control still has its place.
         dialog_controls::show(window, IDC_ALERT_DETAIL, false);
         dialog_controls::placeAt(window, IDC_ALERT_MESSAGE, IDC_ALERT_DETAIL);
     }

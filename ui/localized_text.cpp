@@ -43,6 +43,7 @@ platform::LanguageId chosenLanguage(platform::NativeHandle module) {
     static platform::LanguageId chosen = kEnglish;
     const platform::LanguageId userLanguage = platform::userInterfaceLanguage();
     if (chosenFor != module || wanted != userLanguage) {
+        // Equally right after the next: nothing throws in between, so all three are set.
         chosen = choose(module, userLanguage);
         chosenFor = module;
         wanted = userLanguage;

@@ -161,9 +161,9 @@ void StatusDialog::initialize(WindowHandle window) {
         dialog_controls::setFont(window, control, dialog_controls::Emphasis::Link);
         dialog_controls::makeLink(window, control);
     };
-    showLink(IDC_ALERT_SHOP_LINK, _shop);
-    showLink(IDC_ALERT_RETURNS_LINK, _returns);
-    showLink(IDC_ALERT_FRAUD_LINK, _fraud);
+    showLink(IDC_ALERT_SHOP_LINK, _shop);        // Equally right after the next: other controls.
+    showLink(IDC_ALERT_RETURNS_LINK, _returns);  // Equally right after the next: other controls.
+    showLink(IDC_ALERT_FRAUD_LINK, _fraud);      // Equally right after the next: other controls.
     dialog_controls::setTextIfAny(window, IDC_ALERT_HEADLINE, _headline);
     dialog_controls::setFont(window, IDC_ALERT_HEADLINE, dialog_controls::Emphasis::Headline);
     // These messages cannot end the alert, because its owner does not have it in the list of open
