@@ -168,6 +168,21 @@ TEST_F(EventBrokerTest, PostExclusiveSetsTheLowestFlag) {
     EXPECT_EQ(flags, (std::vector<std::uint32_t>{1, 7}));
 }
 
+TEST_F(EventBrokerTest, PostExclusiveDeliversTheTypeTheCodeAndAnEmptyBag) {
+    PropertyHolder payload;
+    auto& listener = addListener([&](IMessage& message) {
+        EXPECT_EQ(message.getType(), &kType);
+        EXPECT_EQ(message.getCode(), 123U);
+        EXPECT_NE(dynamic_cast<arbor::Message*>(&message), nullptr);
+        return true;
+    });
+
+    EXPECT_TRUE(broker.postExclusive(&kType, 123, 0, &payload));
+    runUntilIdle();
+
+    EXPECT_EQ(listener.heard, 1);
+}
+
 TEST_F(EventBrokerTest, MessagesAreDeliveredInTheOrderOfTheirEnqueueBeforeAnyIdleTurn) {
     std::vector<std::uint32_t> codes;
     addListener([&](IMessage& message) {
