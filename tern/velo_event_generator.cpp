@@ -97,6 +97,7 @@ void VeloEventGenerator::readRecords() {
         const std::uint32_t kept =
             reserveBuffer(input->body, input->bodyCapacity, header.bodyBytes);
         input->bodyBytes = kept;
+        // Equally right after the next: a read that fails is the last one.
         input->bodyCapacity = kept;
         readInput(input->body.get(), kept);
         input->reader = VeloBody(input->body.get(), kept);
@@ -204,11 +205,13 @@ void VeloEventGenerator::buildMessage(const VeloHeader& header, EventBroker* bro
 void VeloEventGenerator::addJobFields(std::uint32_t subcode, arbor::IPropertyHolder& properties) {
     switch (subcode) {
         case kPrinterNarrow:
+            // Equally right after the next: only the read of the next record asks.
             _printerNamed = true;
             properties.setString(message_key::kPortName, readText());
             properties.setString(message_key::kPrinterName, readText());
             break;
         case kPrinterWide:
+            // Equally right after the next: only the read of the next record asks.
             _printerNamed = true;
             properties.setWString(message_key::kPortName, readWText().c_str());
             properties.setWString(message_key::kPrinterName, readWText().c_str());

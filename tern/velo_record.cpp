@@ -28,11 +28,12 @@ void putNumber(unsigned char* bytes, std::uint32_t value) noexcept {
 
 VeloHeaderBytes encodedHeader(const VeloHeader& header) noexcept {
     VeloHeaderBytes bytes;
-    putNumber(bytes.data(), header.magic);
-    putNumber(bytes.data() + 4, header.recordClass);
-    putNumber(bytes.data() + 8, header.subcode);
-    putNumber(bytes.data() + 12, header.printerId);
-    putNumber(bytes.data() + 16, header.bodyBytes);
+    unsigned char* at = bytes.data();
+    for (const std::uint32_t number :
+         {header.magic, header.recordClass, header.subcode, header.printerId, header.bodyBytes}) {
+        putNumber(at, number);
+        at += kNumberBytes;
+    }
     return bytes;
 }
 
