@@ -141,7 +141,8 @@ void EventBroker::startWaitingThreads() {
     // never end.
     for (std::size_t left = _threadsToStart.size(); left > 0 && !_threadsToStart.empty(); --left) {
         arbor::IThread* thread = _threadsToStart[0];
-        // Equally right without it: only a debugger reads the list of running threads.
+        // Equally right without it or after the next or with nullptr for thread: only a debugger
+        // reads the list of running threads.
         _runningThreads.append(thread);
         _threadsToStart.erase(0);
         thread->start();
@@ -194,7 +195,9 @@ bool EventBroker::enroll(arbor::PropertyHolder* component, arbor::IThread* threa
     const BrokerLock lock(*this);
     // Equally right without it: append() below then asks for this room before anything has changed.
     _threadsToStart.reserveOneMore();
-    _listeners.reserveOneMore();  // Equally right without it: addComponent() removes the thread.
+    // Equally right without it: addComponent() removes the thread.
+    // Equally right after the next: nothing is appended before both have room.
+    _listeners.reserveOneMore();
     _components.reserveOneMore();
 
     if (thread != nullptr) _threadsToStart.append(thread);

@@ -100,6 +100,7 @@ void VeloEventGenerator::readRecords() {
         // Equally right after the next: a read that fails is the last one.
         input->bodyCapacity = kept;
         readInput(input->body.get(), kept);
+        // Equally right after the next: what is dropped is not of the body that is kept.
         input->reader = VeloBody(input->body.get(), kept);
         discardInput(header.bodyBytes - kept);
         buildMessage(header, owner()->getEventBroker());
