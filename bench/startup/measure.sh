@@ -10,12 +10,14 @@ if [ "${1:-}" = --check ]; then
     check=$1
     shift
 fi
+set -- "${1:-15}"
+[ -z "$check" ] || set -- "$@" "$check"
 build=${BEAMLINE_BUILD:-build/windows}
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 status=0
 tools/wine/with-wine.sh "$PWD/build/wine-template" wine "$build/bench/startup_meter.exe" \
-    "$build/bin/QVK7400SM.exe" "$build/bench/empty_program.exe" "${1:-15}" $check \
+    "$build/bin/QVK7400SM.exe" "$build/bench/empty_program.exe" "$@" \
     >"$log" 2>&1 </dev/null || status=$?
 tr -d '\r' <"$log"
 # A crash under Wine can end with exit code 0, so the summary line must be there as well.
