@@ -173,6 +173,7 @@ TEST_P(VeloChannelTest, WriterThatGoesBetweenRecordsStopsTheBroker) {
                   "[VeloEventGenerator::readInput] ReadFile() failed hndl=0x", 0),
               0U)
         << channel.generator->error;
+    EXPECT_EQ(channel.generator->error.find("hndl=0x0,"), std::string::npos);
     EXPECT_NE(channel.generator->error.find(", gle=109"), std::string::npos)
         << channel.generator->error;
 }
