@@ -246,6 +246,7 @@ void VeloEventGenerator::addOemBlock(arbor::IPropertyHolder& properties) {
         std::memcpy(input.oem.get(), input.body.get(),
                     std::min(input.oemCapacity, input.bodyBytes));
     }
+    // Equally right after the next: nobody has the message before both are in it.
     properties.setPointer(message_key::kOemMessages, input.oem.get());
     properties.setInt(message_key::kOemBytes, asInt(input.oemCapacity));
 }
