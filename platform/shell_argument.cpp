@@ -1,5 +1,7 @@
 #include "platform/shell_argument.h"
 
+#include <string>
+
 namespace platform {
 namespace {
 
@@ -22,7 +24,7 @@ std::wstring shellArgument(std::wstring_view address) {
             argument += character;
             continue;
         }
-        const auto number = static_cast<unsigned>(character);
+        const auto number = std::char_traits<wchar_t>::to_int_type(character);
         argument += L'%';
         argument += kDigits[number / kBase];
         argument += kDigits[number % kBase];
