@@ -123,7 +123,7 @@ void* VeloEventGenerator::readInput(void* destination, std::uint32_t count) {
     const bool preparesSpooler = std::exchange(_printerNamed, false);
     auto* at = static_cast<unsigned char*>(destination);
     for (std::uint32_t missing = count; missing > 0;) {
-        platform::PipeRead read;
+        platform::PipeRead read{};
         outside([&] {
             if (preparesSpooler) platform::prepareSpooler();
             read = platform::readPipe(pipe, at, missing);
@@ -140,7 +140,7 @@ void VeloEventGenerator::discardInput(std::uint32_t count) {
     const platform::NativeHandle pipe = _input->pipe;
     unsigned char scratch[kScratchBytes];
     for (std::uint32_t missing = count; missing > 0;) {
-        platform::PipeRead read;
+        platform::PipeRead read{};
         outside(
             [&] { read = platform::readPipe(pipe, scratch, std::min(missing, kScratchBytes)); });
         if (read.failed) {
