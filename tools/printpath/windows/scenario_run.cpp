@@ -207,9 +207,10 @@ Gauges ScenarioRun::settledGauges() {
     Gauges gauges = readGaugesOf(monitor().id());
     for (int tries = 0; tries < kSettleTries; ++tries) {
         ::Sleep(kQuietMs);
-        const long before = gauges.windows;
+        const Gauges before = gauges;
         gauges = readGaugesOf(monitor().id());
-        if (gauges.windows == before) break;
+        // A handle that the monitor holds for a moment only must not look like one that it keeps.
+        if (gauges.windows == before.windows && gauges.handles == before.handles) break;
     }
     return gauges;
 }

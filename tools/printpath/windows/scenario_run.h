@@ -81,8 +81,8 @@ public:
     // The monitor's open dialogs without its message boxes, the newest first.
     std::vector<HWND> alerts();
     HWND messageBox();  // null when none is open
-    // Reads the gauges when no window has come or gone for a while, because a closed window may
-    // not be destroyed yet.
+    // Reads the gauges when no window and no handle has come or gone for a while, because a closed
+    // window may not be destroyed yet.
     Gauges settledGauges();
     // Writes to the timeline which dialogs have opened and closed since the last call.
     void noticeDialogs();
