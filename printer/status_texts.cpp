@@ -17,8 +17,7 @@ struct StatusText {
 namespace code = status_code;
 
 // In ascending order of the codes, for a binary search. The specific alerts come first in the
-// dispatch: most of these texts are only reached by a derived listener that shows the generic
-// alert.
+// dispatch, so most of these texts are reached only by a derived listener with the generic alert.
 // clang-format off
 constexpr StatusText kStatusTexts[] = {
     {code::kTonerLow,                    IDS_STATUS_TONER_LOW},

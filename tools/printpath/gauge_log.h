@@ -8,8 +8,8 @@
 
 namespace printpath {
 
-// Readings of the gauges during the rounds of a scenario. The monitor is in the same state at each
-// reading.
+// Readings of the gauges during the rounds of a scenario. At each reading the monitor is in the
+// same state as at the one before.
 //
 // A gauge is flat when the highest reading of the last third is not above the highest of the first
 // third after the warm-up, which is the first fifth of the run. The highest readings are compared
