@@ -64,7 +64,8 @@ public:
     // any bag.
     virtual bool adoptProperty(const wchar_t* key, IProperty* property) = 0;
     // Stores a clone and destroys `property`, whatever came of it. Null and the null property are
-    // refused with false; what already stands under the key stays there, with true.
+    // refused with false; what already stands under the key stays there, with true. It reads the
+    // bag before it writes, so it may not run beside another writer of the same bag.
     virtual bool setPropertyAndDelete(const wchar_t* key, IProperty* property) = 0;
 
     virtual ~IPropertyHolder() = default;
