@@ -94,7 +94,7 @@ protected:
     void expectSupplies(const Expected& row) {
         const bool hasBlock = row.templateId == 210;
         EXPECT_EQ(shown(1060), textOrNothing(row.suppliesDetail));
-        EXPECT_EQ(shown(1059), hasBlock ? L"Toner cartridge, part number QV-7400A" : L"");
+        EXPECT_EQ(shown(1059), hasBlock ? L"Toner cartridge, part number: QV-7400A" : L"");
         EXPECT_EQ(picture(136), hasBlock ? 209 : 0);
         EXPECT_EQ(picture(137), row.condition);
         const bool hasPages = row.pages != nullptr;
