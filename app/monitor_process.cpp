@@ -1,5 +1,6 @@
 #include "app/monitor_process.h"
 
+#include "app/first_record.h"
 #include "arbor/guid.h"
 #include "arbor/i_database.h"
 #include "monitor/default_lms_listener.h"
@@ -45,6 +46,8 @@ std::uint32_t startAndRun(tern::IInstanceManager*& manager, platform::NativeHand
     platform::trace("TERNA - create new VeloEventGenerator");
     // Without a generator the loop still runs, until somebody ends the process.
     manager->createInstance("VeloEventGenerator", commandLine);
+
+    if (tern::EventBroker* broker = manager->getEventBroker()) waitForFirstRecord(*broker);
 
     platform::trace("TERNA - run ...");
     return manager->run();

@@ -126,6 +126,11 @@ std::int32_t EventBroker::run() {
     return 0;
 }
 
+bool EventBroker::isIdle() {
+    const BrokerLock lock(*this);
+    return !_stopped && _queue.empty();
+}
+
 MessageReference EventBroker::takeFront() {
     const BrokerLock lock(*this);
     if (_queue.empty()) return nullptr;

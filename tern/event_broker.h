@@ -68,6 +68,9 @@ public:
     // Destroys the component only when asked to and when it was the broker's. Always true.
     virtual bool removeComponent(arbor::PropertyHolder* component, bool destroy);
 
+    // Whether no message is queued and nobody has asked for the end. Main thread.
+    [[nodiscard]] bool isIdle() ARBOR_EXCLUDES(this);
+
 private:
     [[nodiscard]] MessageReference takeFront() ARBOR_EXCLUDES(this);
     void startWaitingThreads() ARBOR_EXCLUDES(this);

@@ -3,7 +3,6 @@
 #include "arbor/message.h"
 #include "arbor/number_text.h"
 #include "platform/pipe.h"
-#include "platform/spooler.h"
 #include "tern/channel_settings.h"
 #include "tern/class_ids.h"
 #include "tern/component_keys.h"
@@ -118,16 +117,10 @@ std::uint32_t VeloEventGenerator::reserveBuffer(Buffer& buffer, std::uint32_t ca
 
 void* VeloEventGenerator::readInput(void* destination, std::uint32_t count) {
     const platform::NativeHandle pipe = _input->pipe;
-    // The record with the printer's name makes the main thread ask the spooler. The main loop still
-    // sleeps, so load the spooler's library here meanwhile: a first alert would mostly wait for it.
-    const bool preparesSpooler = std::exchange(_printerNamed, false);
     auto* at = static_cast<unsigned char*>(destination);
     for (std::uint32_t missing = count; missing > 0;) {
         platform::PipeRead read{};
-        outside([&] {
-            if (preparesSpooler) platform::prepareSpooler();
-            read = platform::readPipe(pipe, at, missing);
-        });
+        outside([&] { read = platform::readPipe(pipe, at, missing); });
         if (read.failed) throw std::domain_error(readFailure(pipe, read.error));
         at += read.bytes;
         missing -= read.bytes;
@@ -206,14 +199,10 @@ void VeloEventGenerator::buildMessage(const VeloHeader& header, EventBroker* bro
 void VeloEventGenerator::addJobFields(std::uint32_t subcode, arbor::IPropertyHolder& properties) {
     switch (subcode) {
         case kPrinterNarrow:
-            // Equally right after the next: only the read of the next record asks.
-            _printerNamed = true;
             properties.setString(message_key::kPortName, readText());
             properties.setString(message_key::kPrinterName, readText());
             break;
         case kPrinterWide:
-            // Equally right after the next: only the read of the next record asks.
-            _printerNamed = true;
             properties.setWString(message_key::kPortName, readWText().c_str());
             properties.setWString(message_key::kPrinterName, readWText().c_str());
             break;

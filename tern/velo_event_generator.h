@@ -74,7 +74,6 @@ private:
     void addStatusFields(std::uint32_t subcode, arbor::IPropertyHolder& properties);
 
     std::shared_ptr<Input> _input;
-    bool _printerNamed = false;  // by the record that was read last
 };
 
 }  // namespace tern

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <new>
 
 namespace platform {
 
@@ -27,6 +28,13 @@ bool dispatchOneMessage() {
     if (taken == Messages::Taken::Quit) return false;
     procedure();
     return true;
+}
+
+bool workInNextMessage(void (*work)(void*), void* context) noexcept try {
+    world().messages.post([work, context] { work(context); });
+    return true;
+} catch (const std::bad_alloc&) {
+    return false;
 }
 
 }  // namespace platform

@@ -16,4 +16,8 @@ UnixSeconds now() noexcept {
     return ticks / kTicksPerSecond - kSecondsTo1970;
 }
 
+std::uint64_t uptimeMs() noexcept {
+    return ::GetTickCount64();
+}
+
 }  // namespace platform

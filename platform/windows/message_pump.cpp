@@ -3,6 +3,40 @@
 #include <windows.h>
 
 namespace platform {
+namespace {
+
+constexpr UINT kWorkMessage = WM_APP;
+
+struct Work {
+    void (*work)(void*);
+    void* context;
+    HHOOK hook;
+};
+
+thread_local Work waitingWork;
+
+// A message without a window reaches no procedure, so it is caught where it leaves the queue.
+LRESULT CALLBACK onMessageTaken(int code, WPARAM removal, LPARAM parameter) {
+    const auto& message = *reinterpret_cast<const MSG*>(parameter);
+    if (code == HC_ACTION && removal == PM_REMOVE && message.hwnd == nullptr &&
+        message.message == kWorkMessage) {
+        ::UnhookWindowsHookEx(waitingWork.hook);
+        waitingWork.work(waitingWork.context);
+    }
+    return ::CallNextHookEx(nullptr, code, removal, parameter);
+}
+
+}  // namespace
+
+bool workInNextMessage(void (*work)(void*), void* context) noexcept {
+    const DWORD thread = ::GetCurrentThreadId();
+    const HHOOK hook = ::SetWindowsHookExW(WH_GETMESSAGE, onMessageTaken, nullptr, thread);
+    if (hook == nullptr) return false;
+    waitingWork = {work, context, hook};
+    if (::PostThreadMessageW(thread, kWorkMessage, 0, 0) != 0) return true;
+    ::UnhookWindowsHookEx(hook);
+    return false;
+}
 
 bool isMessageWaiting() noexcept {
     MSG message;

@@ -1,5 +1,6 @@
 #include "app/monitor_process.h"
 
+#include "platform/clock.h"
 #include "platform/simulated/world.h"
 #include "tern/channel_settings.h"
 #include "tern/velo_record.h"
@@ -119,6 +120,20 @@ TEST_F(MonitorProcessTest, ShowsTheAlertOfAStatusAndClosesItWithTheDocument) {
     EXPECT_TRUE(wasTraced("TERNA findAlertDialogType 0"));
     EXPECT_TRUE(wasTraced("TERNA remove Dialog 0"));
     EXPECT_TRUE(wasTraced("TERNA Dialogs left 0"));
+}
+
+TEST_F(MonitorProcessTest, TheFirstRecordDoesNotWaitForTheSleepOfTheLoop) {
+    constexpr std::uint64_t kSleepMs = 100;
+    std::uint64_t shortest = kSleepMs;
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        world().reset();
+        endOfDocument();
+        const std::uint64_t start = platform::uptimeMs();
+        runMonitor(nullptr, kCommandLine);
+        shortest = std::min(shortest, platform::uptimeMs() - start);
+    }
+
+    EXPECT_LT(shortest, kSleepMs);
 }
 
 TEST_F(MonitorProcessTest, LeavesNeitherThreadsNorMutexesBehindThatItOwns) {

@@ -1,0 +1,70 @@
+#include "app/first_record.h"
+
+#include "arbor/guid.h"
+#include "platform/clock.h"
+#include "platform/message_pump.h"
+#include "platform/simulated/world.h"
+#include "tern/event_broker.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+
+namespace {
+
+constexpr std::uint64_t kLongestWaitMs = 30;
+constexpr int kTries = 5;  // one of them is not disturbed by other programs
+
+class FirstRecordTest : public testing::Test {
+protected:
+    ~FirstRecordTest() override { platform::simulated::world().reset(); }
+
+    // How long the first turn of the loop takes, in milliseconds.
+    static std::uint64_t firstTurn(tern::EventBroker& broker) {
+        waitForFirstRecord(broker);
+        EXPECT_TRUE(platform::isMessageWaiting());
+        const std::uint64_t start = platform::uptimeMs();
+        platform::dispatchOneMessage();
+        return platform::uptimeMs() - start;
+    }
+};
+
+TEST_F(FirstRecordTest, TheFirstTurnLoadsTheSpooler) {
+    tern::EventBroker broker(nullptr);
+
+    firstTurn(broker);
+
+    EXPECT_TRUE(platform::simulated::world().printers.isPrepared());
+}
+
+TEST_F(FirstRecordTest, TheFirstTurnWaitsForARecordButNotForEver) {
+    tern::EventBroker broker(nullptr);
+
+    EXPECT_GE(firstTurn(broker), kLongestWaitMs);
+}
+
+TEST_F(FirstRecordTest, ARecordEndsTheWait) {
+    tern::EventBroker broker(nullptr);
+    const arbor::Guid type{};
+    broker.post(&type, 0, 0, nullptr);
+
+    std::uint64_t shortest = kLongestWaitMs;
+    for (int attempt = 0; attempt < kTries; ++attempt)
+        shortest = std::min(shortest, firstTurn(broker));
+
+    EXPECT_LT(shortest, kLongestWaitMs);
+}
+
+TEST_F(FirstRecordTest, AStoppedLoopIsNotHeldUp) {
+    tern::EventBroker broker(nullptr);
+    broker.stop(nullptr, 0);
+
+    std::uint64_t shortest = kLongestWaitMs;
+    for (int attempt = 0; attempt < kTries; ++attempt)
+        shortest = std::min(shortest, firstTurn(broker));
+
+    EXPECT_LT(shortest, kLongestWaitMs);
+}
+
+}  // namespace
