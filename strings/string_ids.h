@@ -1,12 +1,12 @@
 #pragma once
 
-// Ids of the texts in the localized strings library. The resource compiler reads this file too, so
-// it holds macros and comments and nothing else. Every language's file in this folder has a text
-// for every id; text_rules.py says what each text must be like. The numbers and the gaps between
-// them stay (kept: see decision 0012). No id is below 107: the monitor looks up the number at the
-// beginning of a printer's name as a text id. Ids of bitmaps, icons, templates and controls are
-// counted separately, in ui/resource_ids.h. Five-digit numbers in the comments are the printer's
-// status codes.
+// Ids of the texts in the localized strings library. string_tables.py reads this file too, so it
+// holds macros and comments and nothing else, and translators read the comments. Every language's
+// file in po has a text for every id; text_rules.py says what each text must be like. The numbers
+// and the gaps between them stay (kept: see decision 0012). No id is below 107: the monitor looks
+// up the number at the beginning of a printer's name as a text id. Ids of bitmaps, icons, templates
+// and controls are counted separately, in ui/resource_ids.h. Five-digit numbers in the comments are
+// the printer's status codes.
 // clang-format off
 
 // Title and buttons: the frame of every alert

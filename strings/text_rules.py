@@ -27,6 +27,24 @@ ARGUMENT_UNITS = {
     223: PART_NUMBER_UNITS,
 }
 
+# The same for translators, in words.
+INSERTED = {
+    107: "the name of the printer",
+    130: "a number, a question mark or dashes",
+    154: "the paper type in use, then the paper type needed",
+    223: "the part number, or the text for what is not known",
+}
+# Letters for which a control has room in the usual scripts. Its buffer has room for many more.
+ROOM = {
+    **dict.fromkeys((156, 247), 17),
+    **dict.fromkeys((218, 248), 36),
+    **dict.fromkeys((1036, 1063, 1067), 19),
+    115: 40,
+    **dict.fromkeys((114, 116, 117, 122, 123, 124, 126, 127, 128), 44),
+    130: 70,
+    **dict.fromkeys((177, 178, 180), 240),
+}
+
 # The dialog procedures compare with these letters in every language, so each translation must mark
 # exactly this letter.
 KEY_LETTERS = {156: "O", 158: "C", 218: "R", 247: "H", 248: "U"}
@@ -39,7 +57,13 @@ SINGLE_LINE_ROLES = {"title", "caption", "button", "link", "snooze", "media"}
 MAY_BE_ONE_BLANK = {1031}
 SNOOZE_IDS = range(114, 129)  # not every number in this range is a text
 
-ENGLISH = 1033
+# Unicode categories of characters that nobody sees: control, format, private and unassigned ones.
+UNSEEN = {"Cc", "Cf", "Co", "Cn"}
+# Words of these languages may need the two joiners: Hindi, Bengali, Tamil, Telugu, Marathi,
+# Gujarati, Kannada, Malayalam and Punjabi.
+JOINERS = "\u200c\u200d"
+USE_JOINERS = {0x439, 0x845, 0x449, 0x44A, 0x44E, 0x447, 0x44B, 0x44C, 0x446}
+
 # An alert must not sound as if the reader had done something wrong.
 FORBIDDEN_IN_ENGLISH = ("error", "failure", "illegal", "invalid", "abort")
 

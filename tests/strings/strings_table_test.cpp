@@ -33,9 +33,14 @@ TEST(StringsTableTest, EveryLanguageHasEveryText) {
         idsOf[kStringRows[index].language].insert(kStringRows[index].id);
     }
 
+    EXPECT_EQ(idsOf[kEnglish].size(), kTextsInEachLanguage);
+    for (const auto& [language, ids] : idsOf)
+        EXPECT_EQ(ids, idsOf[kEnglish]) << language;
+}
+
+TEST(StringsTableTest, TheFirstFiveLanguagesAreThere) {
     for (const unsigned short language : {kEnglish, kGerman, kChinese, kArabic, kHebrew}) {
-        EXPECT_EQ(idsOf[language].size(), kTextsInEachLanguage) << language;
-        EXPECT_EQ(idsOf[language], idsOf[kEnglish]) << language;
+        EXPECT_FALSE(textOf(IDS_TITLE, language).empty()) << language;
     }
 }
 
