@@ -113,7 +113,9 @@ DialogResult DefaultStatusDialog::onInitDialog(WindowHandle window, MessageWord,
     if (_detail.empty() && dialog_controls::exists(window, IDC_ALERT_DETAIL)) {
         // Equally right after the next: a hidden control still has its place.
         dialog_controls::show(window, IDC_ALERT_DETAIL, false);
-        dialog_controls::placeAt(window, IDC_ALERT_MESSAGE, IDC_ALERT_DETAIL);
+        // Where the headline says all, the picture stands below it in place of the texts.
+        dialog_controls::placeAt(window, _message.empty() ? IDC_ALERT_PICTURE : IDC_ALERT_MESSAGE,
+                                 IDC_ALERT_DETAIL);
     }
     dialog_controls::setDefaultButton(window, IDC_ALERT_OK);
     return kHandled;

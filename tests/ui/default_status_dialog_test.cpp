@@ -134,6 +134,17 @@ TEST_F(DefaultStatusDialogTest, PutsTheMessageInThePlaceOfADetailThatIsEmpty) {
     EXPECT_TRUE(control(1012).visible);
 }
 
+TEST_F(DefaultStatusDialogTest, PutsThePictureInThePlaceOfTextsThatAreEmpty) {
+    open(20, 40021);
+    EXPECT_EQ(control(133).placedAt, 1012);
+    EXPECT_EQ(control(132).placedAt, 0);
+    alert.reset();
+
+    open(9, 50021);
+
+    EXPECT_EQ(control(133).placedAt, 0);
+}
+
 TEST_F(DefaultStatusDialogTest, LoadsIconsAndPicturesFromTheModuleOfThePictures) {
     open(4, 10209);
 

@@ -1,10 +1,10 @@
 #include "ui/windows/alert_binding.h"
 
 #include "platform/trace.h"
+#include "ui/resource_ids.h"
 #include "ui/status_dialog.h"
 #include "ui/windows/dialog_template.h"
 #include "ui/windows/face_colours.h"
-#include "ui/windows/hyperlink.h"
 #include "ui/windows/window_properties.h"
 #include "ui/windows/window_resources.h"
 
@@ -20,6 +20,20 @@ StatusDialog* objectOf(HWND window) noexcept {
 
 StatusDialog* receiverOf(HWND window) noexcept {
     return reinterpret_cast<StatusDialog*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
+}
+
+// An alert opens on what it waits for: its choice, or OK where there is none to make. By itself the
+// system would choose the first tab stop, and Enter would open a web page.
+bool focusTheAnswer(HWND window) {
+    for (const int id : {IDC_SNOOZE_CHOICE, IDC_ALERT_OK}) {
+        const HWND control = ::GetDlgItem(window, id);
+        if (control == nullptr || (::GetWindowLongPtrW(control, GWL_STYLE) & WS_VISIBLE) == 0) {
+            continue;
+        }
+        ::SetFocus(control);
+        return true;
+    }
+    return false;
 }
 
 }  // namespace
@@ -68,7 +82,7 @@ INT_PTR AlertBinding::open(HWND window, WPARAM wParam, Opening& opening) {
     attach(window, opening.dialog);
     const INT_PTR result = opening.dialog.dlgProc(window, WM_INITDIALOG, wParam, 0);
     opening.isFilled = true;
-    return focusPastLinks(window) ? FALSE : result;
+    return focusTheAnswer(window) ? FALSE : result;
 }
 
 // At WM_NCDESTROY, the last message of a window: until then the object must hear of its end, and

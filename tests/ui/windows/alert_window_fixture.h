@@ -47,6 +47,12 @@ protected:
     }
 
     [[nodiscard]] HWND control(int id) const { return ::GetDlgItem(alert->window(), id); }
+    [[nodiscard]] RECT placeOf(int id) const {
+        RECT place{};
+        ::GetWindowRect(control(id), &place);
+        ::MapWindowPoints(nullptr, alert->window(), reinterpret_cast<POINT*>(&place), 2);
+        return place;
+    }
     [[nodiscard]] std::wstring textOf(int id) const {
         wchar_t text[512] = {};
         ::GetWindowTextW(control(id), text, 512);
