@@ -180,6 +180,7 @@ std::vector<Keyword> table() {
 
         // The device
         {"device", Preparation, {}},
+        {"device-in-path", Preparation, {}},
         {"device-supplies",
          Anywhere,
          {optional(text("serial")), optional(text("product")), optional(text("pages"))}},

@@ -16,6 +16,11 @@ void device(ScenarioRun& run, const Step&) {
         std::make_unique<SimulatedDevice>(run.options().device, run.workFile(L"device"));
 }
 
+void deviceInPath(ScenarioRun& run, const Step&) {
+    const SimulatedDevice device(run.options().device, run.workFile(L"device"));
+    run.preparation.environment[L"PATH"] = device.libraryFile().parent_path().wstring();
+}
+
 void deviceSupplies(ScenarioRun& run, const Step& step) {
     SimulatedDevice& device = run.device();
     if (step["serial"].given)
@@ -145,6 +150,7 @@ void expectFileWith(ScenarioRun& run, const Step& step) {
 std::vector<Action> deviceActions() {
     return {
         {"device", device},
+        {"device-in-path", deviceInPath},
         {"device-supplies", deviceSupplies},
         {"device-page", devicePage},
         {"device-page-text", devicePageText},
