@@ -120,7 +120,6 @@ bool EWSIntf::get_page(const wchar_t* portName, const char* pagePath, std::strin
     if (device == nullptr || getPage == nullptr) return false;
 
     page.resize(kPageBytes);
-    // Equally right with 1: every library that answers also tells the length.
     std::uint32_t received = 0;
     const bool answered =
         getPage(device.get(), pagePath, nullptr, page.data(), kPageBytes, &received) != 0;

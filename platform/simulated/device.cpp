@@ -101,6 +101,11 @@ void Device::claimLength(std::optional<std::uint32_t> bytes) {
     _state.claimedLength = bytes;
 }
 
+void Device::tellNoLength() {
+    const SpinScope scope(_lock);
+    _state.tellsLength = false;
+}
+
 std::vector<Device::Press> Device::presses() const {
     const SpinScope scope(_lock);
     return _state.presses;
@@ -187,6 +192,7 @@ bool Device::getPage(NativeHandle device, std::string_view path, char* buffer, s
     const std::string& page = found->second;
     const std::size_t copied = std::min<std::size_t>(page.size(), bytes);
     if (copied != 0) page.copy(buffer, copied);
+    if (!_state.tellsLength) return true;
     // Report the whole length even if the page did not fit: a caller that trusts this number would
     // read beyond its buffer, and tests must notice that.
     received = _state.claimedLength.value_or(static_cast<std::uint32_t>(page.size()));

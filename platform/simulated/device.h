@@ -32,6 +32,8 @@ public:
     void setPage(std::string_view path, std::string_view bytes);
     // From now on the library reports this length for every page; nullopt: the page's true length.
     void claimLength(std::optional<std::uint32_t> bytes);
+    // From now on the library answers for every page without telling a length.
+    void tellNoLength();
 
     [[nodiscard]] std::vector<Press> presses() const;
     // Ports in the order in which they were opened.
@@ -60,6 +62,7 @@ private:
         std::set<std::string, std::less<>> withheld;
         std::map<std::string, std::string, std::less<>> pages;
         std::optional<std::uint32_t> claimedLength;
+        bool tellsLength = true;
         std::vector<std::wstring> ports;  // a device's handle is its position here, counted from 1
         std::vector<Press> presses;
         std::vector<std::string> lookedUp;

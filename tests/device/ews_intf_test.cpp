@@ -188,6 +188,16 @@ TEST_F(EwsIntfTest, AReceivedLengthWithinTheBufferIsBelieved) {
     EXPECT_EQ(page, std::string("<a/>\0\0", 6));
 }
 
+TEST_F(EwsIntfTest, APageOfUntoldLengthFails) {
+    world().device.install();
+    world().device.setPage(kPath, "<a/>");
+    world().device.tellNoLength();
+
+    EXPECT_FALSE(EWSIntf().get_page(kPort, kPath, page));
+
+    EXPECT_EQ(page, "");
+}
+
 TEST_F(EwsIntfTest, AnEmptyPageFails) {
     world().device.install();
     world().device.setPage(kPath, "");

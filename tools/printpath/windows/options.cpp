@@ -111,7 +111,8 @@ scenario, does what the user does, and checks what the monitor shows.
   --clean          first forget what the monitor remembers for this user
   --system-changes allow|refuse
                    allow or refuse --clean and all steps that change the registry, printers or
-                   files of this system (default: allow them under Wine, refuse them elsewhere)
+                   files of this system (default: allow them under Wine, refuse them elsewhere);
+                   values of the spooler and the driver "Beamline test driver" stay afterwards
   --check          only read the scenario, start nothing
   --keywords       list the keywords of scenarios
   --help           this text
