@@ -68,20 +68,21 @@ struct BitmapRow {
 
 // clang-format off
 constexpr BitmapRow kBitmaps[] = {
-    {148,  32,  32}, {149,  32,  32}, {150,  32,  32}, {156,  32,  32}, {163, 747,  60},
-    {166, 120,  32}, {167, 120,  32}, {175, 120,  32}, {176, 120,  32}, {177, 220,  32},
-    {178, 220,  32}, {179, 120,  32}, {180, 120,  32}, {182, 200, 200}, {186, 200, 150},
-    {187, 200, 150}, {188, 200, 150}, {196, 200, 200}, {197, 200, 200}, {198, 200, 200},
-    {199, 200, 200}, {200, 200, 200}, {201, 200, 200}, {202, 200, 150}, {203, 200, 150},
-    {204, 200, 150}, {205, 200, 200}, {206, 200, 200}, {207,  24,  24}, {208,  24,  24},
-    {209,  96,  96}, {211, 220,  32}, {212, 220,  32},
+    {148,   64,  64}, {149,   64,  64}, {150,   64,  64}, {156,   64,  64}, {163, 1494, 120},
+    {166,  240,  64}, {167,  240,  64}, {175,  240,  64}, {176,  240,  64}, {177,  440,  64},
+    {178,  440,  64}, {179,  240,  64}, {180,  240,  64}, {182,  400, 400}, {186,  400, 300},
+    {187,  400, 300}, {188,  400, 300}, {196,  400, 400}, {197,  400, 400}, {198,  400, 400},
+    {199,  400, 400}, {200,  400, 400}, {201,  400, 400}, {202,  400, 300}, {203,  400, 300},
+    {204,  400, 300}, {205,  400, 400}, {206,  400, 400}, {207,   48,  48}, {208,   48,  48},
+    {209,  192, 192}, {211,  440,  64}, {212,  440,  64},
 };
 // clang-format on
 
 constexpr COLORREF kDialogFace = RGB(240, 240, 240);
-constexpr int kIconSizes[] = {16, 20, 24, 32, 40, 48, 64, 256};  // pixels
+constexpr int kIconSizes[] = {16, 20, 24, 28, 32, 40, 48, 56, 64, 256};  // pixels
+constexpr int kLargeIconSizes[] = {32, 40, 48, 56, 64};
 
-TEST(PicturesTest, EveryBitmapLoadsInTheSizeOfItsControl) {
+TEST(PicturesTest, EveryBitmapIsTwiceAsLargeAsItsControlAt96DotsPerInch) {
     for (const BitmapRow& row : kBitmaps) {
         const BitmapHandle bitmap = loadBitmap(row.id);
 
@@ -108,12 +109,12 @@ TEST(PicturesTest, ABitmapStoredForOneLanguageServesEveryProcess) {
     const BitmapHandle underChinese = loadBitmap(IDB_BANNER);
 
     EXPECT_NE(underEnglish.get(), nullptr);
-    EXPECT_EQ(pixelOf(underChinese.get(), 746, 59), RGB(18, 57, 91));
+    EXPECT_EQ(pixelOf(underChinese.get(), 1493, 119), RGB(18, 57, 91));
 }
 
 TEST(PicturesTest, APressedButtonIsDarkerThanANormalOne) {
-    constexpr int kMiddleX = 60;
-    constexpr int kMiddleY = 16;
+    constexpr int kMiddleX = 120;
+    constexpr int kMiddleY = 32;
 
     EXPECT_EQ(pixelOf(loadBitmap(IDB_OK_NORMAL).get(), kMiddleX, kMiddleY), RGB(26, 95, 168));
     EXPECT_EQ(pixelOf(loadBitmap(IDB_OK_PRESSED).get(), kMiddleX, kMiddleY), RGB(17, 70, 128));

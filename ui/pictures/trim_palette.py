@@ -26,8 +26,8 @@ def highest_colour(codes: bytes) -> int:
             highest = max(highest, value)
         elif value == 1:  # end of the bitmap
             break
-        elif value == 2:  # a jump, with its two distances
-            at += 2
+        elif value == 2:  # a jump, which the program's reader does not know
+            raise ValueError("has a jump in its run-length codes")
         elif value > 2:  # that many colours as they are, padded to an even number
             highest = max(highest, *codes[at : at + value])
             at += value + value % 2

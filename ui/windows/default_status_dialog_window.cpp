@@ -33,7 +33,8 @@ void paintFocus(const DRAWITEMSTRUCT& item) {
     ::DrawFocusRect(item.hDC, &area);
 }
 
-void paintBanner(HDC dc, HWND banner, HINSTANCE module, const std::wstring& printerName) {
+void paintBanner(HDC dc, HWND dialog, HWND banner, HINSTANCE module,
+                 const std::wstring& printerName) {
     RECT area{};
     ::GetClientRect(banner, &area);
     COLORREF colour = kWhite;
@@ -41,7 +42,7 @@ void paintBanner(HDC dc, HWND banner, HINSTANCE module, const std::wstring& prin
         ::FillRect(dc, &area, ::GetSysColorBrush(COLOR_WINDOW));
         colour = ::GetSysColor(COLOR_WINDOWTEXT);
     } else {
-        paintBitmap(dc, module, IDB_BANNER);
+        paintBitmap(dc, dialog, module, IDB_BANNER, USER_DEFAULT_SCREEN_DPI);
     }
     const Font font(::CreateFontW(kNameHeight, kNameWidth, 0, 0, kNameWeight, FALSE, FALSE, FALSE,
                                   DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
@@ -86,7 +87,8 @@ DialogResult DefaultStatusDialog::dlgProc(WindowHandle window, WindowMessage mes
 DialogResult DefaultStatusDialog::onDrawItem(WindowHandle window, MessageWord, MessageLong lParam) {
     auto* module = static_cast<HINSTANCE>(_module);
     for (const ButtonFace& face : buttonFaces()) {
-        sizeButtonToBitmap(window, ::GetDlgItem(window, face.control), module, face.sizedBy);
+        sizeButtonToBitmap(window, ::GetDlgItem(window, face.control), module, face.sizedBy,
+                           USER_DEFAULT_SCREEN_DPI);
     }
     DRAWITEMSTRUCT item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
     const ButtonFace* face = buttonFace(static_cast<int>(item.CtlID));
@@ -98,7 +100,8 @@ DialogResult DefaultStatusDialog::onDrawItem(WindowHandle window, MessageWord, M
         paintSystemFace(item, pressed);
         colour = ::GetSysColor(COLOR_BTNTEXT);
     } else {
-        paintBitmap(item.hDC, module, pressed ? face->pressed : face->normal);
+        paintBitmap(item.hDC, window, module, pressed ? face->pressed : face->normal,
+                    USER_DEFAULT_SCREEN_DPI);
     }
     drawLabel(item.hDC, item.hwndItem, buttonCaption(*face), colour,
               (item.itemState & ODS_NOACCEL) != 0);
@@ -114,12 +117,12 @@ DialogResult DefaultStatusDialog::onCtlColorStatic(WindowHandle window, MessageW
     const auto nothingElse = reinterpret_cast<DialogResult>(::GetStockObject(NULL_BRUSH));
     const int id = ::GetDlgCtrlID(control);
     if (id == IDC_ALERT_BANNER) {
-        paintBanner(dc, control, module, _printerName);
+        paintBanner(dc, window, control, module, _printerName);
         return nothingElse;
     }
     for (std::size_t step = 0; step < kDuplexSteps; ++step) {
         if (id != kDuplexPictureControls[step]) continue;
-        paintBitmap(dc, module, _duplexPictures[step]);
+        paintBitmap(dc, window, module, _duplexPictures[step], USER_DEFAULT_SCREEN_DPI);
         return nothingElse;
     }
     return StatusDialog::dlgProc(window, WM_CTLCOLORSTATIC, wParam, lParam);

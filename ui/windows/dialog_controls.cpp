@@ -113,7 +113,8 @@ void setIcons(HWND window, void* module, int icon) {
 void setPicture(HWND window, int control, void* module, int bitmap) {
     const HWND found = controlOf(window, control);
     if (found == nullptr) return;
-    WindowResources::of(window).showPicture(found, loadBitmap(asModule(module), bitmap));
+    WindowResources::of(window).showPicture(
+        found, makeBitmap(window, asModule(module), bitmap, USER_DEFAULT_SCREEN_DPI));
 }
 
 void setFont(HWND window, int control, Emphasis emphasis) {

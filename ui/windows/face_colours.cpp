@@ -1,14 +1,20 @@
 #include "ui/windows/face_colours.h"
 
+#include "ui/stored_picture.h"
 #include "ui/windows/display_settings.h"
 #include "ui/windows/window_resources.h"
 
 namespace {
 
-constexpr COLORREF kFace = RGB(240, 240, 240);
+constexpr COLORREF kFace =
+    RGB(kFaceColour >> 16 & 0xFF, kFaceColour >> 8 & 0xFF, kFaceColour & 0xFF);
 constexpr COLORREF kText = RGB(0, 0, 0);
 
 }  // namespace
+
+COLORREF faceColour() {
+    return isHighContrast() ? ::GetSysColor(COLOR_3DFACE) : kFace;
+}
 
 bool isColourRequest(UINT message) {
     return message == WM_CTLCOLORDLG || message == WM_CTLCOLORSTATIC;

@@ -1,41 +1,59 @@
 #include "ui/windows/picture_painting.h"
 
+#include "ui/windows/window_resources.h"
+
 namespace {
 
-SIZE sizeOf(HBITMAP bitmap) {
-    BITMAP description{};
-    ::GetObjectW(bitmap, sizeof(description), &description);
-    return {description.bmWidth, description.bmHeight};
+// A picture with 32 bits for each pixel, as the system takes it.
+struct PaintedPicture {
+    explicit PaintedPicture(const ScaledPicture& picture)
+        : size(picture.size()), pixels(picture.pixels()) {
+        info.bmiHeader.biSize = sizeof(info.bmiHeader);
+        info.bmiHeader.biWidth = size.width;
+        info.bmiHeader.biHeight = -size.height;  // the first line is the upper one
+        info.bmiHeader.biPlanes = 1;
+        info.bmiHeader.biBitCount = 8 * sizeof(Rgb);
+    }
+    PictureSize size;
+    std::vector<Rgb> pixels;
+    BITMAPINFO info{};
+};
+
+PaintedPicture paintedPicture(HWND dialog, HINSTANCE module, int bitmapId, int dpi) {
+    return PaintedPicture(WindowResources::of(dialog).pictures().of(module, bitmapId, dpi));
 }
 
 }  // namespace
 
-Bitmap loadBitmap(HINSTANCE module, int bitmapId) {
-    if (bitmapId == 0) return nullptr;
-    return Bitmap(static_cast<HBITMAP>(
-        ::LoadImageW(module, MAKEINTRESOURCEW(bitmapId), IMAGE_BITMAP, 0, 0, LR_DEFAULTCOLOR)));
+// Made for the screen and not as a section: with 32 bits of its own a section could count as a
+// picture with transparency, of which the control makes a copy.
+Bitmap makeBitmap(HWND dialog, HINSTANCE module, int bitmapId, int dpi) {
+    const PaintedPicture picture = paintedPicture(dialog, module, bitmapId, dpi);
+    if (picture.pixels.empty()) return nullptr;
+    const WindowDc screen(nullptr);
+    return Bitmap(::CreateDIBitmap(screen.get(), &picture.info.bmiHeader, CBM_INIT,
+                                   picture.pixels.data(), &picture.info, DIB_RGB_COLORS));
 }
 
-void paintBitmap(HDC dc, HINSTANCE module, int bitmapId) {
-    const Bitmap bitmap = loadBitmap(module, bitmapId);
-    if (bitmap == nullptr) return;
-    const MemoryDc memory(::CreateCompatibleDC(dc));
-    const SelectedObject selected(memory.get(), bitmap.get());
+void paintBitmap(HDC dc, HWND dialog, HINSTANCE module, int bitmapId, int dpi) {
+    const PaintedPicture picture = paintedPicture(dialog, module, bitmapId, dpi);
+    if (picture.pixels.empty()) return;
     const SavedDc saved(dc);
     ::SetLayout(dc, 0);  // in a mirrored dialog the picture would be mirrored as well
-    const SIZE size = sizeOf(bitmap.get());
-    ::BitBlt(dc, 0, 0, size.cx, size.cy, memory.get(), 0, 0, SRCCOPY);
+    const auto width = static_cast<DWORD>(picture.size.width);
+    const auto height = static_cast<DWORD>(picture.size.height);
+    ::SetDIBitsToDevice(dc, 0, 0, width, height, 0, 0, 0, height, picture.pixels.data(),
+                        &picture.info, DIB_RGB_COLORS);
 }
 
-void sizeButtonToBitmap(HWND dialog, HWND button, HINSTANCE module, int bitmapId) {
-    const Bitmap bitmap = loadBitmap(module, bitmapId);
-    if (bitmap == nullptr || button == nullptr) return;
-    const SIZE size = sizeOf(bitmap.get());
+void sizeButtonToBitmap(HWND dialog, HWND button, HINSTANCE module, int bitmapId, int dpi) {
+    const PictureSize size = storedPicture(module, bitmapId).sizeAt(dpi);
+    if (size.width == 0 || button == nullptr) return;
     RECT place{};
     ::GetWindowRect(button, &place);
     ::MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
-    if (place.right - place.left == size.cx && place.bottom - place.top == size.cy) return;
-    ::MoveWindow(button, place.left, place.top, size.cx, size.cy, TRUE);
+    if (place.right - place.left == size.width && place.bottom - place.top == size.height) return;
+    ::MoveWindow(button, place.left, place.top, size.width, size.height, TRUE);
 }
 
 void drawLabel(HDC dc, HWND control, const std::wstring& text, COLORREF colour, bool hidesMark) {

@@ -4,16 +4,18 @@
 
 #include <string>
 
-// Drawing of pictures and captions. Pictures are bitmaps of `module`, copied one to one and never
-// mirrored; one that is missing paints nothing. Main thread.
+// Drawing of pictures and captions. Pictures are bitmaps of `module`, painted in their size at
+// `dpi` dots per inch and never mirrored; one that is missing paints nothing. Main thread. What
+// paints or makes a picture may throw std::bad_alloc.
 
-[[nodiscard]] Bitmap loadBitmap(HINSTANCE module, int bitmapId);
+// A bitmap for a control that paints it itself; null if the picture is missing.
+[[nodiscard]] Bitmap makeBitmap(HWND dialog, HINSTANCE module, int bitmapId, int dpi);
 
-// Copies a picture to the origin of a control whose device context is `dc`.
-void paintBitmap(HDC dc, HINSTANCE module, int bitmapId);
+// Paints a picture at the origin of a control of `dialog` whose device context is `dc`.
+void paintBitmap(HDC dc, HWND dialog, HINSTANCE module, int bitmapId, int dpi);
 
 // Gives a button of `dialog` the size of a picture; its place stays.
-void sizeButtonToBitmap(HWND dialog, HWND button, HINSTANCE module, int bitmapId);
+void sizeButtonToBitmap(HWND dialog, HWND button, HINSTANCE module, int bitmapId, int dpi);
 
 // Writes `text` on one line in the middle of `control`; "&" marks its letter. `hidesMark` leaves
 // the mark out, as the user's settings may ask.

@@ -60,8 +60,8 @@ DialogResult StatusDialog::dlgProc(WindowHandle window, WindowMessage message, M
     auto* dc = reinterpret_cast<HDC>(wParam);
     const int control = ::GetDlgCtrlID(reinterpret_cast<HWND>(lParam));
     if (control != IDC_ALERT_PICTURE && control != IDC_ALERT_ICON) return FALSE;
-    paintBitmap(dc, static_cast<HINSTANCE>(_module),
-                control == IDC_ALERT_PICTURE ? _pictureId : _iconId);
+    paintBitmap(dc, window, static_cast<HINSTANCE>(_module),
+                control == IDC_ALERT_PICTURE ? _pictureId : _iconId, USER_DEFAULT_SCREEN_DPI);
     // The control fills itself with the brush of this answer. With any other brush it would wipe
     // the picture away.
     return reinterpret_cast<DialogResult>(::GetStockObject(NULL_BRUSH));

@@ -2,6 +2,7 @@
 
 #include "ui/windows/gdi_handles.h"
 #include "ui/windows/keyboard_filter.h"
+#include "ui/windows/scaled_pictures.h"
 
 #include <optional>
 #include <vector>
@@ -22,6 +23,7 @@ public:
     HICON keep(Icon icon);
     // A brush of this one colour, the same at every call.
     HBRUSH solidBrush(COLORREF colour);
+    [[nodiscard]] ScaledPictures& pictures() noexcept { return _scaled; }
     void showPicture(HWND control, Bitmap bitmap);
     void filterKeys(HWND dialog, LetterRules rules);
 
@@ -34,6 +36,7 @@ private:
     std::vector<Font> _fonts;
     std::vector<Icon> _icons;
     std::vector<Picture> _pictures;
+    ScaledPictures _scaled;
     Brush _brush;
     std::optional<KeyboardFilter> _keyboard;
 };
