@@ -172,4 +172,7 @@
 #define IDS_NAME_SUPPLIES_PICTURE            370  // picture 136
 #define IDS_NAME_NEEDS_ATTENTION             371  // condition icon 137
 #define IDS_NAME_NOT_QV_CARTRIDGE            372  // condition icon 137, not a QV cartridge
+#define IDS_NAME_STEP                        373  // icons 1021 to 1023; %s: 1 to 3
+#define IDS_NAME_STEP_PICTURE                374  // pictures 230 to 232; %s: 1 to 3
+#define IDS_NAME_LINK_ACTION                 375  // what a link does; a verb
 // clang-format on

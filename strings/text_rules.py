@@ -20,11 +20,14 @@ FIRST_ID = 107
 PRINTER_NAME_UNITS = 220
 PART_NUMBER_UNITS = 31
 MEDIA_NAME_UNITS = 40
+STEP_NUMBER_UNITS = 1
 ARGUMENT_UNITS = {
     107: PRINTER_NAME_UNITS,
     130: PART_NUMBER_UNITS,
     154: MEDIA_NAME_UNITS,
     223: PART_NUMBER_UNITS,
+    373: STEP_NUMBER_UNITS,
+    374: STEP_NUMBER_UNITS,
 }
 
 # The same for translators, in words.
@@ -33,6 +36,7 @@ INSERTED = {
     130: "a number, a question mark or dashes",
     154: "the paper type in use, then the paper type needed",
     223: "the part number, or the text for what is not known",
+    **dict.fromkeys((373, 374), "the number of the step, 1 to 3"),
 }
 # Letters for which a control has room in the usual scripts. Its buffer has room for many more.
 ROOM = {
@@ -41,7 +45,7 @@ ROOM = {
     **dict.fromkeys((1036, 1063, 1067), 19),
     115: 40,
     **dict.fromkeys((114, 116, 117, 122, 123, 124, 126, 127, 128), 44),
-    130: 70,
+    130: 66,
     **dict.fromkeys((177, 178, 180), 240),
 }
 
@@ -223,6 +227,9 @@ _ROWS = (
     (370, "caption", 0, 259),
     (371, "caption", 0, 259),
     (372, "caption", 0, 259),
+    (373, "caption", 1, 259),
+    (374, "caption", 1, 259),
+    (375, "caption", 0, 259),
 )
 # fmt: on
 
