@@ -17,7 +17,7 @@ constexpr unsigned short kGerman = 1031;
 constexpr unsigned short kChinese = 2052;
 constexpr unsigned short kArabic = 1025;
 constexpr unsigned short kHebrew = 1037;
-constexpr std::size_t kTextsInEachLanguage = 142;
+constexpr std::size_t kTextsInEachLanguage = 145;
 
 std::wstring_view textOf(unsigned id, unsigned short language) {
     for (unsigned index = 0; index < kStringRowCount; ++index) {
