@@ -46,6 +46,8 @@ private:
     void showSuppliesBlock(WindowHandle window) const;
     void showSnoozeList(WindowHandle window) const;
     void nameControls(WindowHandle window) const;
+    // What is shown in pixels of its own, anew for the window's scale.
+    void renewPictures(WindowHandle window) const;
     // Each of these two is the last statement of a rule: this object may be gone when it returns.
     void acceptOk(WindowHandle window);
     void showHelp(WindowHandle window) const;

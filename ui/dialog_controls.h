@@ -25,7 +25,8 @@ void setName(WindowHandle window, int control, const std::wstring& name);
 
 void show(WindowHandle window, int control, bool visible);
 void hideWindow(WindowHandle window);
-// Moves the window to a place on the screen, in pixels; its size stays.
+// Opens the window at a place of the screen, in pixels of 96 dots per inch, or as near as shows all
+// of it.
 void moveWindow(WindowHandle window, int x, int y);
 // Puts a control at the top left corner of another one; its size stays.
 void placeAt(WindowHandle window, int control, int where);

@@ -3,11 +3,15 @@
 # removed afterwards. The prefix is a copy of TEMPLATE, which make-prefix.sh makes at the first use.
 # With BEAMLINE_SPOOLER=FILE the prefix gets this file as its spooler (see place-spooler.sh).
 # With BEAMLINE_KEEP_DISPLAY=1, windows appear on the user's DISPLAY if there is one.
+# With BEAMLINE_DPI=NUMBER the screen has this many dots per inch instead of 96, and as much room as before.
 set -eu
 template=$1
 shift
 here=$(cd "$(dirname "$0")" && pwd)
 sh "$here/make-prefix.sh" "$template"
+
+dpi=${BEAMLINE_DPI:-96}
+screen=$((1280 * dpi / 96))x$((1024 * dpi / 96))
 
 work=$(mktemp -d "${TMPDIR:-/tmp}/beamline-wine.XXXXXX")
 xpid=
@@ -36,7 +40,7 @@ copy_prefix() {
 }
 
 if [ "${BEAMLINE_KEEP_DISPLAY:-0}" != 1 ] || [ -z "${DISPLAY:-}" ]; then
-    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
+    Xvfb -displayfd 3 -screen 0 "${screen}x24" -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
     xpid=$!
     tries=0
     while ! [ -s "$work/display" ]; do
@@ -53,6 +57,11 @@ fi
 export DISPLAY WINEPREFIX="$work/prefix" WINEARCH=win64 WINEDEBUG="${WINEDEBUG:--all}"
 export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=}" LC_ALL="${LC_ALL:-C.UTF-8}"
 copy_prefix "$(cd "$template" && pwd)" "$WINEPREFIX"
+# Before the server reads it for the first time.
+if [ "$dpi" -ne 96 ]; then
+    sed -i -e "s/^\\[Control Panel\\\\\\\\Desktop\\].*/&\n\"LogPixels\"=dword:$(printf %08x "$dpi")/" \
+        -e "s/^\"Default\"=\"1280x1024\"/\"Default\"=\"$screen\"/" "$WINEPREFIX/user.reg"
+fi
 [ -z "${BEAMLINE_SPOOLER:-}" ] || sh "$here/place-spooler.sh" "$BEAMLINE_SPOOLER"
 # The first process starts service processes that keep its input and output open. It gets neither of
 # ours, because whoever reads our output would then wait for the services to end.

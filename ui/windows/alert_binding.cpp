@@ -3,6 +3,7 @@
 #include "platform/trace.h"
 #include "ui/resource_ids.h"
 #include "ui/status_dialog.h"
+#include "ui/windows/dialog_scale.h"
 #include "ui/windows/dialog_template.h"
 #include "ui/windows/face_colours.h"
 #include "ui/windows/window_properties.h"
@@ -76,6 +77,7 @@ void AlertBinding::attach(HWND window, StatusDialog& dialog) {
     dialog.setWindow(window);
     WindowResources::of(window).filterKeys(window, LetterRules::OfTheDialog);
     keepPicturesUnmirrored(window);
+    DialogScale::of(window).begin();
 }
 
 INT_PTR AlertBinding::open(HWND window, WPARAM wParam, Opening& opening) {

@@ -3,21 +3,12 @@
 #include "ui/dialog_controls.h"
 #include "ui/resource_ids.h"
 #include "ui/windows/alert_binding.h"
+#include "ui/windows/dialog_scale.h"
 
 namespace {
 
 constexpr int kOkRise = 330;        // pixels by which the OK button of a compact alert is higher
 constexpr int kWindowShrink = 300;  // pixels by which its window is lower
-
-void raise(HWND window, HWND button) {
-    if (button == nullptr) return;
-    RECT place{};
-    RECT size{};
-    ::GetWindowRect(button, &place);
-    ::GetClientRect(button, &size);
-    ::MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&place), 2);
-    ::MoveWindow(button, place.left, place.top - kOkRise, size.right, size.bottom, TRUE);
-}
 
 }  // namespace
 
@@ -45,11 +36,9 @@ void compactAlertWindow(WindowHandle window, bool detailIsLink) {
     }
     dialog_controls::show(window, IDC_ALERT_SHOP, false);
     dialog_controls::show(window, IDC_ALERT_RECYCLE, false);
-    raise(window, ::GetDlgItem(window, IDC_ALERT_OK));
-    RECT place{};
-    ::GetWindowRect(window, &place);
-    ::MoveWindow(window, place.left, place.top, place.right - place.left,
-                 place.bottom - place.top - kWindowShrink, TRUE);
+    DialogScale& scale = DialogScale::of(window);
+    scale.raise(::GetDlgItem(window, IDC_ALERT_OK), kOkRise);
+    scale.shrink(kWindowShrink);
     ::InvalidateRect(window, nullptr, TRUE);
     ::ShowWindow(window, SW_SHOW);
 }

@@ -1,8 +1,11 @@
 #include "ui/dialog_controls.h"
 
+#include "ui/windows/dialog_scale.h"
 #include "ui/windows/hyperlink.h"
+#include "ui/windows/icon_loading.h"
 #include "ui/windows/picture_painting.h"
 #include "ui/windows/window_resources.h"
+#include "ui/windows/window_scale.h"
 
 namespace dialog_controls {
 
@@ -16,12 +19,6 @@ HWND controlOf(HWND window, int control) {
 
 HINSTANCE asModule(void* module) {
     return static_cast<HINSTANCE>(module);
-}
-
-Icon loadIcon(HINSTANCE module, int icon, int widthMetric, int heightMetric) {
-    return Icon(static_cast<HICON>(
-        ::LoadImageW(module, MAKEINTRESOURCEW(icon), IMAGE_ICON, ::GetSystemMetrics(widthMetric),
-                     ::GetSystemMetrics(heightMetric), LR_DEFAULTCOLOR)));
 }
 
 void setHeadlineFont(HWND headline) {
@@ -83,38 +80,30 @@ void hideWindow(HWND window) {
 }
 
 void moveWindow(HWND window, int x, int y) {
-    ::SetWindowPos(window, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    DialogScale::of(window).standAt({x, y});
 }
 
 void placeAt(HWND window, int control, int where) {
     const HWND moved = controlOf(window, control);
     const HWND target = controlOf(window, where);
-    if (moved == nullptr || target == nullptr) return;
-    RECT place{};
-    RECT size{};
-    ::GetWindowRect(target, &place);
-    ::GetClientRect(moved, &size);
-    // Both corners in one call: in a mirrored window the system then exchanges left and right.
-    ::MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&place), 2);
-    ::MoveWindow(moved, place.left, place.top, size.right, size.bottom, TRUE);
+    DialogScale::of(window).putAt(moved, target);
 }
 
 void setIcons(HWND window, void* module, int icon) {
     WindowResources& resources = WindowResources::of(window);
-    const auto set = [&](WPARAM which, int widthMetric, int heightMetric) {
-        const HICON loaded =
-            resources.keep(loadIcon(asModule(module), icon, widthMetric, heightMetric));
-        ::SendMessageW(window, WM_SETICON, which, reinterpret_cast<LPARAM>(loaded));
+    const auto set = [&](WPARAM kind, int sizeMetric) {
+        const int size = metricAt(sizeMetric, DialogScale::of(window).dpi());
+        resources.showIcon(window, kind, loadIcon(asModule(module), icon, size));
     };
-    set(ICON_BIG, SM_CXICON, SM_CYICON);
-    set(ICON_SMALL, SM_CXSMICON, SM_CYSMICON);
+    set(ICON_BIG, SM_CXICON);
+    set(ICON_SMALL, SM_CXSMICON);
 }
 
 void setPicture(HWND window, int control, void* module, int bitmap) {
     const HWND found = controlOf(window, control);
     if (found == nullptr) return;
     WindowResources::of(window).showPicture(
-        found, makeBitmap(window, asModule(module), bitmap, USER_DEFAULT_SCREEN_DPI));
+        found, makeBitmap(window, asModule(module), bitmap, DialogScale::of(window).dpi()));
 }
 
 void setFont(HWND window, int control, Emphasis emphasis) {

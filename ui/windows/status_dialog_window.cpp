@@ -3,6 +3,7 @@
 #include "ui/resource_ids.h"
 #include "ui/status_dialog.h"
 #include "ui/windows/alert_binding.h"
+#include "ui/windows/dialog_scale.h"
 #include "ui/windows/display_settings.h"
 #include "ui/windows/picture_painting.h"
 
@@ -55,13 +56,13 @@ DialogResult StatusDialog::dlgProc(WindowHandle window, WindowMessage message, M
         case WM_CTLCOLORSTATIC:
             break;
         default:
-            return FALSE;
+            return DialogScale::answer(window, message, wParam, lParam) ? TRUE : FALSE;
     }
     auto* dc = reinterpret_cast<HDC>(wParam);
     const int control = ::GetDlgCtrlID(reinterpret_cast<HWND>(lParam));
     if (control != IDC_ALERT_PICTURE && control != IDC_ALERT_ICON) return FALSE;
     paintBitmap(dc, window, static_cast<HINSTANCE>(_module),
-                control == IDC_ALERT_PICTURE ? _pictureId : _iconId, USER_DEFAULT_SCREEN_DPI);
+                control == IDC_ALERT_PICTURE ? _pictureId : _iconId, DialogScale::of(window).dpi());
     // The control fills itself with the brush of this answer. With any other brush it would wipe
     // the picture away.
     return reinterpret_cast<DialogResult>(::GetStockObject(NULL_BRUSH));

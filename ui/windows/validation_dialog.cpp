@@ -8,11 +8,14 @@
 #include "ui/localized_text.h"
 #include "ui/resource_ids.h"
 #include "ui/validation_texts.h"
+#include "ui/windows/dialog_scale.h"
 #include "ui/windows/dialog_template.h"
 #include "ui/windows/display_settings.h"
 #include "ui/windows/face_colours.h"
 #include "ui/windows/hyperlink.h"
+#include "ui/windows/window_place.h"
 #include "ui/windows/window_resources.h"
+#include "ui/windows/window_scale.h"
 
 #include <algorithm>
 #include <exception>
@@ -21,10 +24,10 @@ namespace {
 
 constexpr COLORREF kBannerColour = RGB(0, 0, 200);
 constexpr COLORREF kBannerText = RGB(255, 255, 255);
-constexpr int kBannerHeight = 28, kBannerLeft = 12;  // dialog units
-constexpr int kBannerFontHeight = 24;                // pixels
+// Pixels of the design
+constexpr int kBannerHeight = 46, kBannerLeft = 18, kBannerFontHeight = 24;
+constexpr int kLinkGap = 4;  // between the halves of the learn-more line
 constexpr wchar_t kBannerFont[] = L"MS Shell Dlg 2";
-constexpr int kLinkGap = 4;  // pixels between the halves of the learn-more line
 
 // The check that is open, and what showValidationDialog() was called with for it. There is one at a
 // time: two of them would ask the same question, and submitting either ends the process.
@@ -57,6 +60,8 @@ void showTexts(HWND dialog, std::span<const ControlText> rows) {
 }
 
 void prepare(HWND dialog, std::uint32_t title, std::span<const ControlText> rows) {
+    DialogScale::of(dialog).begin();
+    stayOnScreen(dialog);
     const std::wstring shown = text(title);
     if (!shown.empty()) dialog_controls::setTitle(dialog, shown);
     dialog_controls::setIcons(dialog, state().module, IDI_PROGRAM);
@@ -89,25 +94,22 @@ void joinLearnMore(HWND dialog) {
     const RECT line = placeIn(dialog, link);
     const int height = line.bottom - line.top;
     const int width = std::min<int>(textWidth(link), line.right - line.left);
-    const int restLeft = line.left + width + kLinkGap;
+    const int restLeft = line.left + width + scaled(kLinkGap, DialogScale::of(dialog).dpi());
     ::MoveWindow(link, line.left, line.top, width, height, TRUE);
     ::MoveWindow(rest, restLeft, line.top, std::max<int>(line.right - restLeft, 0), height, TRUE);
 }
 
 void paintBanner(HDC dc, HWND dialog) {
-    RECT area{kBannerLeft, 0, 0, kBannerHeight};
-    ::MapDialogRect(dialog, &area);
-    RECT client{};
-    ::GetClientRect(dialog, &client);
-    const int textLeft = area.left;
-    area.left = 0;
-    area.right = client.right;
+    const int dpi = DialogScale::of(dialog).dpi();
+    const int textLeft = scaled(kBannerLeft, dpi);
+    RECT area{0, 0, clientSizeOf(dialog).cx, scaled(kBannerHeight, dpi)};
     const bool contrast = isHighContrast();
     const Brush brush(::CreateSolidBrush(contrast ? ::GetSysColor(COLOR_WINDOW) : kBannerColour));
     ::FillRect(dc, &area, brush.get());
-    const Font font(::CreateFontW(kBannerFontHeight, 0, 0, 0, FW_SEMIBOLD, FALSE, FALSE, FALSE,
-                                  DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
-                                  CLEARTYPE_QUALITY, DEFAULT_PITCH | FF_DONTCARE, kBannerFont));
+    const Font font(::CreateFontW(scaled(kBannerFontHeight, dpi), 0, 0, 0, FW_SEMIBOLD, FALSE,
+                                  FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
+                                  CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY,
+                                  DEFAULT_PITCH | FF_DONTCARE, kBannerFont));
     const SavedDc saved(dc);
     const SelectedObject selected(dc, font.get());
     ::SetBkMode(dc, TRANSPARENT);
@@ -135,13 +137,19 @@ INT_PTR paint(HWND dialog) {
 }
 
 // What both windows do with every message but their own commands.
-INT_PTR commonAnswer(HWND dialog, UINT message, WPARAM wParam) {
+INT_PTR commonAnswer(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     if (isColourRequest(message)) return paintFace(dialog, message, wParam);
     if (message == WM_NCDESTROY) {
         WindowResources::release(dialog);
         if (dialog == state().window) state().window = nullptr;
+        return FALSE;
     }
-    return FALSE;
+    if (!DialogScale::answer(dialog, message, wParam, lParam)) return FALSE;
+    if (message == kScaleChanged) {
+        dialog_controls::setIcons(dialog, state().module, IDI_PROGRAM);
+        joinLearnMore(dialog);
+    }
+    return TRUE;
 }
 
 // A link sends STN_CLICKED for the first click of a double click and STN_DBLCLK for the second.
@@ -149,7 +157,7 @@ bool isSecondClick(WPARAM wParam) {
     return HIWORD(wParam) == STN_DBLCLK;
 }
 
-INT_PTR answerDetails(HWND dialog, UINT message, WPARAM wParam) {
+INT_PTR answerDetails(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_INITDIALOG:
             prepare(dialog, IDS_DETAILS_TITLE, cartridgeCheckDetailTexts());
@@ -163,15 +171,15 @@ INT_PTR answerDetails(HWND dialog, UINT message, WPARAM wParam) {
             }
             return TRUE;
         default:
-            return commonAnswer(dialog, message, wParam);
+            return commonAnswer(dialog, message, wParam, lParam);
     }
 }
 
 // No exception may leave this function: the system that calls it does not know exceptions.
-template <INT_PTR (*answer)(HWND, UINT, WPARAM)>
-INT_PTR CALLBACK guarded(HWND dialog, UINT message, WPARAM wParam, LPARAM) noexcept {
+template <INT_PTR (*answer)(HWND, UINT, WPARAM, LPARAM)>
+INT_PTR CALLBACK guarded(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     try {
-        return answer(dialog, message, wParam);
+        return answer(dialog, message, wParam, lParam);
     } catch (const std::exception& error) {
         platform::trace("TERNA - error: %s", error.what());
         // A page that lacks some of its texts must not ask. A modal page that is ended here is
@@ -199,7 +207,7 @@ INT_PTR answerCheckCommand(HWND dialog, int control) {
     }
 }
 
-INT_PTR answerCheck(HWND dialog, UINT message, WPARAM wParam) {
+INT_PTR answerCheck(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_INITDIALOG:
             WindowResources::of(dialog).filterKeys(dialog, LetterRules::OfTheCaptions);
@@ -214,7 +222,7 @@ INT_PTR answerCheck(HWND dialog, UINT message, WPARAM wParam) {
         case WM_PAINT:
             return paint(dialog);
         default:
-            return commonAnswer(dialog, message, wParam);
+            return commonAnswer(dialog, message, wParam, lParam);
     }
 }
 

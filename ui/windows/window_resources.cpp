@@ -2,6 +2,7 @@
 
 #include "ui/windows/window_properties.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -11,6 +12,14 @@ constexpr wchar_t kProperty[] = L"_Window_Resources_";
 
 WindowResources* kept(HWND dialog) noexcept {
     return static_cast<WindowResources*>(::GetPropW(dialog, kProperty));
+}
+
+// Takes `bitmap` out of its control, which shows a copy of its own when the bitmap has
+// transparency.
+void detach(HWND control, HBITMAP bitmap) noexcept {
+    const LRESULT before = ::SendMessageW(control, STM_SETIMAGE, IMAGE_BITMAP, 0);
+    auto* shown = reinterpret_cast<HBITMAP>(before);
+    if (shown != nullptr && shown != bitmap) ::DeleteObject(shown);
 }
 
 }  // namespace
@@ -25,12 +34,8 @@ WindowResources& WindowResources::of(HWND dialog) {
 void WindowResources::detachPictures(HWND dialog) noexcept {
     WindowResources* resources = kept(dialog);
     if (resources == nullptr) return;
-    for (const Picture& picture : resources->_pictures) {
-        const LRESULT shown = ::SendMessageW(picture.control, STM_SETIMAGE, IMAGE_BITMAP, 0);
-        // The control shows a copy of its own when the bitmap has transparency.
-        auto* bitmap = reinterpret_cast<HBITMAP>(shown);
-        if (bitmap != nullptr && bitmap != picture.bitmap.get()) ::DeleteObject(bitmap);
-    }
+    for (const Picture& picture : resources->_pictures)
+        detach(picture.control, picture.bitmap.get());
 }
 
 void WindowResources::release(HWND dialog) noexcept {
@@ -43,9 +48,26 @@ HFONT WindowResources::keep(Font font) {
     return _fonts.emplace_back(std::move(font)).get();
 }
 
-HICON WindowResources::keep(Icon icon) {
-    if (icon == nullptr) return nullptr;
-    return _icons.emplace_back(std::move(icon)).get();
+void WindowResources::replaceFonts(std::vector<Font> fonts) noexcept {
+    _fonts = std::move(fonts);
+}
+
+void WindowResources::showIcon(HWND dialog, WPARAM kind, Icon icon) {
+    showIcon(dialog, WM_SETICON, kind, std::move(icon));
+}
+
+void WindowResources::showIcon(HWND control, Icon icon) {
+    showIcon(control, STM_SETIMAGE, IMAGE_ICON, std::move(icon));
+}
+
+void WindowResources::showIcon(HWND window, UINT message, WPARAM kind, Icon icon) {
+    if (icon == nullptr) return;
+    auto shown = std::find_if(_icons.begin(), _icons.end(), [=](const ShownIcon& each) {
+        return each.window == window && each.kind == kind;
+    });
+    if (shown == _icons.end()) shown = _icons.insert(shown, ShownIcon{window, kind, nullptr});
+    ::SendMessageW(window, message, kind, reinterpret_cast<LPARAM>(icon.get()));
+    shown->icon = std::move(icon);  // nothing shows the one before any more
 }
 
 HBRUSH WindowResources::solidBrush(COLORREF colour) {
@@ -55,9 +77,21 @@ HBRUSH WindowResources::solidBrush(COLORREF colour) {
 
 void WindowResources::showPicture(HWND control, Bitmap bitmap) {
     if (bitmap == nullptr) return;
-    const Picture& picture = _pictures.emplace_back(Picture{control, std::move(bitmap)});
+    auto shown = std::find_if(_pictures.begin(), _pictures.end(),
+                              [=](const Picture& each) { return each.control == control; });
+    if (shown == _pictures.end()) {
+        shown = _pictures.insert(shown, Picture{control, nullptr});
+    } else {
+        detach(control, shown->bitmap.get());
+    }
+    shown->bitmap = std::move(bitmap);
     ::SendMessageW(control, STM_SETIMAGE, IMAGE_BITMAP,
-                   reinterpret_cast<LPARAM>(picture.bitmap.get()));
+                   reinterpret_cast<LPARAM>(shown->bitmap.get()));
+}
+
+DialogScale& WindowResources::scale(HWND dialog) {
+    if (!_scale) _scale.emplace(dialog);
+    return *_scale;
 }
 
 void WindowResources::filterKeys(HWND dialog, LetterRules rules) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/windows/dialog_scale.h"
 #include "ui/windows/gdi_handles.h"
 #include "ui/windows/keyboard_filter.h"
 #include "ui/windows/scaled_pictures.h"
@@ -18,25 +19,40 @@ public:
     static void detachPictures(HWND dialog) noexcept;
     static void release(HWND dialog) noexcept;
 
-    // Null is not kept. The handles stay valid as long as the window.
+    // Null is not kept. The handle stays valid until replaceFonts(), at the latest with the window.
     HFONT keep(Font font);
-    HICON keep(Icon icon);
+    // Ends all fonts that are kept, once no control uses them any more.
+    void replaceFonts(std::vector<Font> fonts) noexcept;
+    // Gives the dialog an icon (ICON_BIG, ICON_SMALL) instead of the one it has; null leaves that.
+    void showIcon(HWND dialog, WPARAM kind, Icon icon);
+    // The same for a control that shows an icon.
+    void showIcon(HWND control, Icon icon);
     // A brush of this one colour, the same at every call.
     HBRUSH solidBrush(COLORREF colour);
     [[nodiscard]] ScaledPictures& pictures() noexcept { return _scaled; }
+    // Instead of the picture that the control shows; null leaves that.
     void showPicture(HWND control, Bitmap bitmap);
     void filterKeys(HWND dialog, LetterRules rules);
+    // See DialogScale::of().
+    DialogScale& scale(HWND dialog);
 
 private:
     struct Picture {
         HWND control;
         Bitmap bitmap;
     };
+    struct ShownIcon {
+        HWND window;
+        WPARAM kind;
+        Icon icon;
+    };
+    void showIcon(HWND window, UINT message, WPARAM kind, Icon icon);
 
     std::vector<Font> _fonts;
-    std::vector<Icon> _icons;
+    std::vector<ShownIcon> _icons;
     std::vector<Picture> _pictures;
     ScaledPictures _scaled;
     Brush _brush;
     std::optional<KeyboardFilter> _keyboard;
+    std::optional<DialogScale> _scale;
 };
