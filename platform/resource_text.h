@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 // Texts in the string tables of a module, and the languages of the system. Any thread may call.
 namespace platform {
@@ -17,6 +18,10 @@ using LanguageId = std::uint16_t;  // low 10 bits: primary language
 
 // Whether the module has the string block of `id` in exactly this language.
 [[nodiscard]] bool hasTexts(NativeHandle module, std::uint32_t id, LanguageId language) noexcept;
+
+// The names of the user's languages, such as L"pt-AO", the preferred one first. If the system does
+// not tell them, that of the user's dates and numbers; empty if there is none either.
+[[nodiscard]] std::vector<std::wstring> preferredLanguages();
 
 // The language of the user interface; if the system names none, the user's default language.
 [[nodiscard]] LanguageId userInterfaceLanguage() noexcept;

@@ -1,6 +1,7 @@
 #include "ui/localized_text.h"
 
 #include "strings/string_ids.h"
+#include "ui/language_choice.h"
 
 #include <algorithm>
 #include <array>
@@ -8,47 +9,23 @@
 namespace {
 
 constexpr platform::LanguageId kEnglish = 1033;
-constexpr int kPrimaryBits = 10;  // of a language id; the rest is the variant
-constexpr platform::LanguageId kPrimaryMask = (1 << kPrimaryBits) - 1;
-// Equally right with 65: a language id has no room for it: it is variant 0 again.
-constexpr unsigned kVariants = 64;
 constexpr std::uint32_t kHighestId = 0xFFFF;  // of a resource
 constexpr std::size_t kBuffers = 4;
-
-platform::LanguageId withVariant(platform::LanguageId language, unsigned variant) {
-    return static_cast<platform::LanguageId>((language & kPrimaryMask) | (variant << kPrimaryBits));
-}
 
 // Any text tells whether a language is there: the build checks that each has them all.
 bool speaks(platform::NativeHandle module, platform::LanguageId language) {
     return platform::hasTexts(module, IDS_TITLE, language);
 }
 
-platform::LanguageId choose(platform::NativeHandle module, platform::LanguageId wanted) {
-    if (speaks(module, wanted)) return wanted;
-    // Equally right with <=: a language id has no room for it: it is variant 0 again.
-    for (unsigned variant = 0; variant < kVariants; ++variant) {
-        const platform::LanguageId relative = withVariant(wanted, variant);
-        if (speaks(module, relative)) return relative;
-    }
-    return kEnglish;
-}
-
 }  // namespace
 
 platform::LanguageId chosenLanguage(platform::NativeHandle module) {
-    static platform::NativeHandle chosenFor = nullptr;
-    // Equally right with 1: it counts only once a library was given.
-    static platform::LanguageId wanted = 0;
-    static platform::LanguageId chosen = kEnglish;
-    const platform::LanguageId userLanguage = platform::userInterfaceLanguage();
-    if (chosenFor != module || wanted != userLanguage) {
-        // Equally right after the next: nothing throws in between, so all three are set.
-        chosen = choose(module, userLanguage);
-        chosenFor = module;
-        wanted = userLanguage;
+    for (const std::wstring& name : platform::preferredLanguages()) {
+        for (const platform::LanguageId language : languagesFor(name)) {
+            if (speaks(module, language)) return language;
+        }
     }
-    return chosen;
+    return kEnglish;
 }
 
 const wchar_t* loadText(platform::NativeHandle module, std::uint32_t id) {

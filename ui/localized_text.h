@@ -13,8 +13,9 @@ inline constexpr std::size_t kTextUnits = 1024;        // of a loaded text, term
 inline constexpr std::size_t kFactoryTextUnits = 512;  // the same where an alert is described
 inline constexpr std::size_t kHelpTextUnits = 2048;    // the same for help
 
-// The language in which every text of `module` is shown: that of the user interface, else another
-// variant of the same language, else English.
+// The language in which a text of `module` is shown: the best one for the first of the user's
+// languages that the module can serve, else English. It is chosen again for each text, so that a
+// question that fails once does not decide for the whole run.
 [[nodiscard]] platform::LanguageId chosenLanguage(platform::NativeHandle module);
 
 // Loads a text into the next of four buffers and returns the buffer: copy it before four further
@@ -25,7 +26,7 @@ inline constexpr std::size_t kHelpTextUnits = 2048;    // the same for help
 [[nodiscard]] std::wstring localizedText(platform::NativeHandle module, std::uint32_t id,
                                          std::size_t units = kTextUnits);
 
-// Whether the user's language is read from right to left: Arabic and Hebrew.
+// Whether the language of the user interface is read from right to left: Arabic and Hebrew.
 [[nodiscard]] bool isRightToLeftUI();
 
 // Simplified Chinese systems check a new cartridge on the maker's site.

@@ -34,6 +34,7 @@ enum class Call {
     TextLookup,
     TextProbe,
     InterfaceLanguage,
+    PreferredLanguages,
     SystemVersion,
     ResourceLibraryOpen,
     AddressOpen,

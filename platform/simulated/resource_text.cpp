@@ -18,6 +18,14 @@ bool hasTexts(NativeHandle module, std::uint32_t id, LanguageId language) noexce
     return !world().faults.strikes(Call::TextProbe) && world().texts.hasBlock(module, id, language);
 }
 
+std::vector<std::wstring> preferredLanguages() {
+    std::vector<std::wstring> names;
+    if (!world().faults.strikes(Call::PreferredLanguages)) names = world().texts.preferred();
+    if (names.empty()) names.push_back(world().texts.userLocale());
+    if (names.back().empty()) names.clear();
+    return names;
+}
+
 LanguageId userInterfaceLanguage() noexcept {
     const bool isUnknown = world().faults.strikes(Call::InterfaceLanguage);
     const LanguageId language = isUnknown ? LanguageId{0} : world().texts.userInterfaceLanguage();

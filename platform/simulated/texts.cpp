@@ -41,6 +41,16 @@ void Texts::add(NativeHandle module, LanguageId language, std::uint32_t id,
     if (found != nullptr) found->texts.insert_or_assign({language, id}, std::wstring(text));
 }
 
+void Texts::setPreferredLanguages(std::vector<std::wstring> names) {
+    const SpinScope scope(_lock);
+    _state.preferred = std::move(names);
+}
+
+void Texts::setUserLocale(std::wstring name) {
+    const SpinScope scope(_lock);
+    _state.userLocale = std::move(name);
+}
+
 void Texts::setUserInterfaceLanguage(LanguageId language) {
     const SpinScope scope(_lock);
     _state.userInterface = language;
@@ -90,6 +100,16 @@ bool Texts::hasBlock(NativeHandle module, std::uint32_t id, LanguageId language)
     const auto next = found->texts.lower_bound({language, first});
     return next != found->texts.end() && next->first.first == language &&
            next->first.second - first < kTextsPerBlock;
+}
+
+std::vector<std::wstring> Texts::preferred() const {
+    const SpinScope scope(_lock);
+    return _state.preferred;
+}
+
+std::wstring Texts::userLocale() const {
+    const SpinScope scope(_lock);
+    return _state.userLocale;
 }
 
 LanguageId Texts::userInterfaceLanguage() const noexcept {

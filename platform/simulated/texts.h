@@ -24,6 +24,11 @@ public:
     NativeHandle addModule(std::wstring_view name);
     void add(NativeHandle module, LanguageId language, std::uint32_t id, std::wstring_view text);
 
+    // The names of the user's languages, the preferred one first.
+    void setPreferredLanguages(std::vector<std::wstring> names);
+    // The name of the user's language for dates and numbers. It is used if no language is
+    // preferred.
+    void setUserLocale(std::wstring name);
     void setUserInterfaceLanguage(LanguageId language);
     // The user's language for dates and numbers. It is used if there is no interface language.
     void setUserLanguage(LanguageId language);
@@ -36,6 +41,8 @@ public:
                             std::wstring& out) const;
     [[nodiscard]] bool hasBlock(NativeHandle module, std::uint32_t id,
                                 LanguageId language) const noexcept;
+    [[nodiscard]] std::vector<std::wstring> preferred() const;
+    [[nodiscard]] std::wstring userLocale() const;
     [[nodiscard]] LanguageId userInterfaceLanguage() const noexcept;
     [[nodiscard]] LanguageId userLanguage() const noexcept;
     [[nodiscard]] LanguageId systemLanguage() const noexcept;
@@ -47,6 +54,8 @@ private:
     };
     struct State {
         std::vector<Module> modules;  // the handle of a module is made of its position here
+        std::vector<std::wstring> preferred = {L"en-US"};
+        std::wstring userLocale = L"en-US";
         LanguageId userInterface = kEnglish;
         LanguageId user = kEnglish;
         LanguageId system = kEnglish;

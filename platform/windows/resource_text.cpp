@@ -1,6 +1,7 @@
 #include "platform/resource_text.h"
 
 #include <windows.h>
+#include <array>
 #include <cstddef>
 #include <limits>
 #include <string_view>
@@ -32,6 +33,22 @@ std::wstring_view entryOf(std::wstring_view block, std::uint32_t index) noexcept
     return {};
 }
 
+// The languages of the user interface, the preferred one first. Empty when the system fails.
+std::vector<std::wstring> interfaceLanguages() {
+    ULONG count = 0;
+    ULONG units = 0;
+    if (!::GetUserPreferredUILanguages(MUI_LANGUAGE_NAME, &count, nullptr, &units)) return {};
+    std::wstring list(units, L'\0');
+    if (!::GetUserPreferredUILanguages(MUI_LANGUAGE_NAME, &count, list.data(), &units)) return {};
+
+    // Each name ends with a NUL, the list with another one.
+    std::vector<std::wstring> names;
+    for (const wchar_t* name = list.c_str(); *name != L'\0'; name += names.back().size() + 1) {
+        names.emplace_back(name);
+    }
+    return names;
+}
+
 }  // namespace
 
 bool resourceText(NativeHandle module, std::uint32_t id, LanguageId language, std::wstring& text) {
@@ -51,6 +68,15 @@ bool resourceText(NativeHandle module, std::uint32_t id, LanguageId language, st
 
 bool hasTexts(NativeHandle module, std::uint32_t id, LanguageId language) noexcept {
     return findBlock(static_cast<HMODULE>(module), id, language) != nullptr;
+}
+
+std::vector<std::wstring> preferredLanguages() {
+    std::vector<std::wstring> names = interfaceLanguages();
+    std::array<wchar_t, LOCALE_NAME_MAX_LENGTH> name = {};
+    if (names.empty() && ::GetUserDefaultLocaleName(name.data(), LOCALE_NAME_MAX_LENGTH) > 1) {
+        names.emplace_back(name.data());
+    }
+    return names;
 }
 
 LanguageId userInterfaceLanguage() noexcept {

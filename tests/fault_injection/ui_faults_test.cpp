@@ -186,11 +186,11 @@ TEST_P(UiFaultsTest, AnAlertThatCannotReadItsButtonDoesNotAskThePrinterToGoOn) {
 }
 
 // Every kind of platform call that the creation of an alert with a supplies block makes.
-constexpr Call kCalls[] = {Call::TextLookup,      Call::TextProbe,          Call::InterfaceLanguage,
-                           Call::RegistryCreate,  Call::RegistryWrite,      Call::PrinterOpen,
-                           Call::PrinterDataRead, Call::LibraryLoad,        Call::FunctionLookup,
-                           Call::DeviceOpen,      Call::DevicePage,         Call::XmlQuery,
-                           Call::SystemVersion,   Call::ResourceLibraryOpen};
+constexpr Call kCalls[] = {
+    Call::TextLookup,     Call::TextProbe,          Call::PreferredLanguages, Call::RegistryCreate,
+    Call::RegistryWrite,  Call::PrinterOpen,        Call::PrinterDataRead,    Call::LibraryLoad,
+    Call::FunctionLookup, Call::DeviceOpen,         Call::DevicePage,         Call::XmlQuery,
+    Call::SystemVersion,  Call::ResourceLibraryOpen};
 
 TEST_P(UiFaultsTest, WithAPlatformFaultAsWellAnAlertIsMadeWholeOrNotAtAll) {
     cleanPlatform();

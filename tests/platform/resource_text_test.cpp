@@ -76,6 +76,16 @@ TEST(ResourceLibraryTest, AMissingLibraryIsNull) {
     EXPECT_EQ(platform::openResourceLibrary(L"contract-never-made.dll"), nullptr);
 }
 
+TEST(LanguageTest, TheUserPrefersLanguagesWithNames) {
+    const std::vector<std::wstring> names = platform::preferredLanguages();
+
+    ASSERT_FALSE(names.empty());
+    for (const std::wstring& name : names) {
+        EXPECT_GE(name.size(), 2U);
+        EXPECT_EQ(name.find(L'\0'), std::wstring::npos);
+    }
+}
+
 TEST(LanguageTest, TheSystemHasLanguagesAndAVersion) {
     EXPECT_NE(platform::userInterfaceLanguage(), 0);
     EXPECT_NE(platform::systemDefaultLanguage(), 0);

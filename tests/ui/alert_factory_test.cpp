@@ -237,7 +237,7 @@ TEST_F(AlertFactoryTest, OffersReturnsForUsedUpAndFaultyCartridgesOnly) {
 
 TEST_F(AlertFactoryTest, SaysInTheUsersLanguageThatTheDeviceDoesNotKnow) {
     world().device.reset();
-    world().texts.setUserInterfaceLanguage(1031);
+    world().texts.setPreferredLanguages({L"de-DE"});
 
     open(4, 10209);
 
@@ -247,7 +247,7 @@ TEST_F(AlertFactoryTest, SaysInTheUsersLanguageThatTheDeviceDoesNotKnow) {
 }
 
 TEST_F(AlertFactoryTest, KeepsLettersThatTheCodePageHasNot) {
-    world().texts.setUserInterfaceLanguage(2052);
+    world().texts.setPreferredLanguages({L"zh-CN"});
 
     open(4, 10209);
 

@@ -41,6 +41,7 @@ TEST_F(DefaultStatusDialogTest, ShowsTheHelpOfTonerUnderItsOwnCaption) {
 
 TEST_F(DefaultStatusDialogTest, ShowsItsHelpFromRightToLeftWhereTheUserReadsSo) {
     world().texts.setUserInterfaceLanguage(1037);
+    world().texts.setPreferredLanguages({L"he-IL"});
     openQuietly(0, 41100);
 
     headless::press(window(), 131);

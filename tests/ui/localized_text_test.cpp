@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -13,9 +15,8 @@ using platform::simulated::Call;
 using platform::simulated::Fault;
 using platform::simulated::world;
 
-constexpr platform::LanguageId kEnglish = 1033, kGerman = 1031, kFrench = 1036;
-constexpr platform::LanguageId kSwissGerman = 2055, kAustrian = 3079, kGermanAlone = 7;
-constexpr platform::LanguageId kLastGerman = 0xFC07;  // the variant with the highest number
+constexpr platform::LanguageId kEnglish = 1033, kGerman = 1031;
+constexpr platform::LanguageId kBokmal = 0x0414, kNynorsk = 0x0814;
 constexpr platform::LanguageId kArabic = 1025, kEgyptian = 3073, kHebrew = 1037, kPersian = 1065;
 constexpr unsigned kProbe = 107;  // a text that every language has
 
@@ -33,68 +34,90 @@ protected:
     }
     void TearDown() override { cleanPlatform(); }
 
+    void prefer(std::vector<std::wstring> names) {
+        world().texts.setPreferredLanguages(std::move(names));
+    }
     void speak(platform::LanguageId language) { world().texts.setUserInterfaceLanguage(language); }
 
     platform::NativeHandle module = nullptr;
 };
 
-TEST_F(LocalizedTextTest, IsInTheLanguageOfTheUserInterface) {
-    speak(kGerman);
-
-    EXPECT_EQ(localizedText(module, 200), L"Hilfe");
-}
-
-TEST_F(LocalizedTextTest, IsInAnotherVariantOfTheLanguageWhereTheExactOneIsMissing) {
-    speak(kAustrian);
+TEST_F(LocalizedTextTest, IsInTheLanguageThatTheUserPrefers) {
+    prefer({L"de-AT"});
 
     EXPECT_EQ(chosenLanguage(module), kGerman);
     EXPECT_EQ(localizedText(module, 200), L"Hilfe");
 }
 
-TEST_F(LocalizedTextTest, FindsTheLanguageFromEveryVariantOfIt) {
-    for (const platform::LanguageId user : {kGermanAlone, kSwissGerman, kAustrian, kLastGerman}) {
-        speak(user);
-        EXPECT_EQ(chosenLanguage(module), kGerman) << user;
-    }
+TEST_F(LocalizedTextTest, IsInTheNextPreferredLanguageWhereTheLibraryLacksTheFirst) {
+    prefer({L"fa-IR", L"fr-CA", L"de-DE", L"en-US"});
+
+    EXPECT_EQ(chosenLanguage(module), kGerman);
 }
 
-TEST_F(LocalizedTextTest, FindsEveryVariantThatALibraryMayHave) {
-    for (const platform::LanguageId there : {kGermanAlone, kSwissGerman, kAustrian, kLastGerman}) {
-        const std::wstring name = L"variant" + std::to_wstring(there);
-        const platform::NativeHandle library = world().texts.addModule(name);
-        world().texts.add(library, there, kProbe, L"probe");
+TEST_F(LocalizedTextTest, IsInEnglishWhereThatIsPreferredToALanguageOfTheLibrary) {
+    prefer({L"fa-IR", L"en-GB", L"de-DE"});
 
-        speak(kGerman);
-
-        EXPECT_EQ(chosenLanguage(library), there);
-    }
+    EXPECT_EQ(chosenLanguage(module), kEnglish);
 }
 
-TEST_F(LocalizedTextTest, PrefersTheExactVariantToTheOthers) {
-    world().texts.add(module, kAustrian, kProbe, L"probe");
-    speak(kAustrian);
+TEST_F(LocalizedTextTest, IsInARelatedLanguageBeforeTheNextPreferredOne) {
+    world().texts.add(module, kNynorsk, kProbe, L"probe");
+    prefer({L"nb-NO", L"de-DE"});
 
-    EXPECT_EQ(chosenLanguage(module), kAustrian);
+    EXPECT_EQ(chosenLanguage(module), kNynorsk);
+}
+
+TEST_F(LocalizedTextTest, IsInTheLanguageItselfBeforeARelatedOne) {
+    world().texts.add(module, kNynorsk, kProbe, L"probe");
+    world().texts.add(module, kBokmal, kProbe, L"probe");
+    prefer({L"nb-NO"});
+
+    EXPECT_EQ(chosenLanguage(module), kBokmal);
 }
 
 TEST_F(LocalizedTextTest, IsChosenForEachLibraryOfItsOwn) {
     const platform::NativeHandle english = world().texts.addModule(L"english.dll");
     world().texts.add(english, kEnglish, kProbe, L"probe");
-    speak(kGerman);
+    prefer({L"de-DE"});
 
     EXPECT_EQ(chosenLanguage(module), kGerman);
     EXPECT_EQ(chosenLanguage(english), kEnglish);
-    EXPECT_EQ(chosenLanguage(module), kGerman);
 }
 
-TEST_F(LocalizedTextTest, IsEnglishForALanguageThatTheLibraryDoesNotSpeak) {
-    speak(kFrench);
+TEST_F(LocalizedTextTest, IsEnglishWhereNoPreferredLanguageIsThere) {
+    prefer({L"fr-FR", L"fa-IR"});
+    world().texts.setUserLocale(L"de-DE");
 
     EXPECT_EQ(localizedText(module, 200), L"Help");
 }
 
+TEST_F(LocalizedTextTest, IsInTheLanguageOfDatesWhereNoneIsPreferred) {
+    prefer({});
+    world().texts.setUserLocale(L"de-LI");
+
+    EXPECT_EQ(chosenLanguage(module), kGerman);
+}
+
+TEST_F(LocalizedTextTest, IsEnglishOnlyAsLongAsTheSystemTellsNoLanguage) {
+    prefer({L"de-DE"});
+    world().texts.setUserLocale(L"");
+    world().faults.add(Fault{Call::PreferredLanguages});
+
+    EXPECT_EQ(localizedText(module, 200), L"Help");
+    EXPECT_EQ(localizedText(module, 200), L"Hilfe");
+}
+
+TEST_F(LocalizedTextTest, IsEnglishOnlyAsLongAsALanguageCannotBeFound) {
+    prefer({L"de-DE"});
+    world().faults.add(Fault{Call::TextProbe});
+
+    EXPECT_EQ(localizedText(module, 200), L"Help");
+    EXPECT_EQ(localizedText(module, 200), L"Hilfe");
+}
+
 TEST_F(LocalizedTextTest, NeverMixesLanguages) {
-    speak(kGerman);
+    prefer({L"de-DE"});
 
     EXPECT_EQ(localizedText(module, 500), L"");
 }

@@ -177,6 +177,9 @@ TEST_F(FaultsTest, TextAndLanguageCallsFail) {
     EXPECT_FALSE(platform::resourceText(library, 300, 0x0409, text));
     fail(Call::TextProbe);
     EXPECT_FALSE(platform::hasTexts(library, 300, 0x0409));
+    world().texts.setUserLocale(L"de-DE");
+    fail(Call::PreferredLanguages);
+    EXPECT_EQ(platform::preferredLanguages(), std::vector<std::wstring>{L"de-DE"});
     fail(Call::InterfaceLanguage);
     EXPECT_EQ(platform::userInterfaceLanguage(), 0x0407) << "the user's own stands in";
     fail(Call::SystemVersion);
