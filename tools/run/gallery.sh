@@ -1,6 +1,7 @@
 #!/bin/sh
 # usage: gallery [LANGUAGE...]   pictures of every alert (en zh de ar he, or those named) in out/gallery/
-# Plays the scenarios of scenarios/gallery on the real monitor in each language.
+# Plays the scenarios of scenarios/gallery on the real monitor in each language, and shows one alert of each
+# template in two high-contrast schemes.
 set -eu
 cd "$(dirname "$0")/../.."
 root=$(pwd)
@@ -10,6 +11,7 @@ for language in "$@"; do
 done
 
 sh tools/build-player.sh
+sh tools/build-quietly.sh windows alert_gallery
 
 for language in "$@"; do
     sh tools/gallery/make-locale.sh "$(sh tools/gallery/locale-of.sh "$language")"
@@ -18,5 +20,7 @@ sh tools/gallery/make-locale.sh zh_CN
 
 sh tools/wine/with-wine.sh "$root/build/wine-template" \
     sh tools/gallery/play.sh "$root/build/windows/bin" "$root/out/gallery" "$@"
+sh tools/wine/with-wine.sh "$root/build/wine-template" \
+    sh tools/gallery/high-contrast.sh "$root/build/windows/tests" "$root/out/gallery"
 sh tools/gallery/make-page.sh "$root/out/gallery"
 echo "Page: out/gallery/index.html"

@@ -1,10 +1,15 @@
 // alert_gallery FOLDER [TYPE...]: opens the alerts of the given dialog types, or all alerts if none
-// is given, on the real desktop and writes a picture of each to FOLDER. The strings library must be
-// in the program's folder. The pictures are for people; the tests in this folder check the alerts.
+// is given, on the real desktop and writes a picture of each to FOLDER. With --high-contrast as
+// TYPE it opens one alert of each template as under a high-contrast scheme, whose colours the
+// desktop must have. The strings library must be in the program's folder. The pictures are for
+// people; the tests in this folder check the alerts.
 
 #include "tests/ui/windows/alert_desktop.h"
+#include "ui/alert_factory.h"
+#include "ui/alert_keys.h"
 #include "ui/localized_text.h"
 #include "ui/validation_dialog.h"
+#include "ui/windows/display_settings.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -15,6 +20,8 @@
 namespace {
 
 constexpr int kTypes = 33;
+constexpr int kOfEachTemplate[] = {0, 4, 3};  // the first three; the others have no type
+constexpr int kManualFeedTemplate = 138, kLoadPaperText = 265;
 constexpr int kMillisecondsToPaint = 150;
 constexpr unsigned kCheckTitle = 1064, kDetailsTitle = 1066, kLearnMore = 1051;
 
@@ -27,6 +34,17 @@ void showType(const std::wstring& folder, int type) {
     auto alert = alert_desktop::openAlert(type, 0);
     if (alert == nullptr) return;
     save(folder, std::to_wstring(type), alert->window());
+}
+
+// Nothing in the monitor opens this one; it is for a listener that asks for it.
+void showManualFeed(const std::wstring& folder) {
+    arbor::PropertyHolder description;
+    alert_desktop::describe(description, 2, 0);
+    if (createAlertDialog(description) == nullptr) return;
+    description.setInt(alert_key::kTemplate, kManualFeedTemplate);
+    description.setInt(alert_key::kMessage, kLoadPaperText);
+    const DefaultStatusDialog alert(description, true);
+    save(folder, L"manual-feed", alert.window());
 }
 
 std::wstring detailsFolder;
@@ -53,8 +71,15 @@ void showCheck(const std::wstring& folder) {
 
 int wmain(int argumentCount, wchar_t** arguments) {
     if (argumentCount < 2) return EXIT_FAILURE;
+    const std::wstring folder = arguments[1];
+    const bool isHighContrast =
+        argumentCount > 2 && arguments[2] == std::wstring(L"--high-contrast");
     std::vector<int> types;
-    for (int i = 2; i < argumentCount; ++i)
+    if (isHighContrast) {
+        setHighContrastQuery([] { return true; });
+        types.assign(std::begin(kOfEachTemplate), std::end(kOfEachTemplate));
+    }
+    for (int i = 2; !isHighContrast && i < argumentCount; ++i)
         types.push_back(std::stoi(arguments[i]));
     if (types.empty()) {
         for (int type = 0; type < kTypes; ++type)
@@ -63,7 +88,8 @@ int wmain(int argumentCount, wchar_t** arguments) {
     std::optional<alert_desktop::MirroredDesktop> mirrored;
     if (isRightToLeftUI()) mirrored.emplace();
     for (const int type : types)
-        showType(arguments[1], type);
-    showCheck(arguments[1]);
+        showType(folder, type);
+    if (isHighContrast) showManualFeed(folder);
+    showCheck(folder);
     return EXIT_SUCCESS;
 }
