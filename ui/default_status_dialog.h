@@ -46,7 +46,7 @@ private:
     void showSuppliesBlock(WindowHandle window) const;
     void showSnoozeList(WindowHandle window) const;
     void nameControls(WindowHandle window) const;
-    // What is shown in pixels of its own, anew for the window's scale.
+    // What is shown in pixels of its own, anew for the window's scale and colours.
     void renewPictures(WindowHandle window) const;
     // Each of these two is the last statement of a rule: this object may be gone when it returns.
     void acceptOk(WindowHandle window);

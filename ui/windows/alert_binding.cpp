@@ -110,6 +110,7 @@ INT_PTR AlertBinding::procedure(HWND window, UINT message, WPARAM wParam, LPARAM
         // Also when the alert is cut off from its object: it is painted until it is gone.
         if (result == FALSE && isColourRequest(message))
             result = paintFace(window, message, wParam);
+        if (isColourChange(message, wParam)) followColourChange(window, message);
     } catch (const std::exception& error) {
         platform::trace("TERNA - error: %s", error.what());
     }

@@ -5,6 +5,7 @@
 #include "ui/resource_ids.h"
 #include "ui/windows/dialog_scale.h"
 #include "ui/windows/display_settings.h"
+#include "ui/windows/face_colours.h"
 #include "ui/windows/icon_loading.h"
 #include "ui/windows/picture_painting.h"
 #include "ui/windows/window_resources.h"
@@ -41,6 +42,11 @@ void paintFocus(const DRAWITEMSTRUCT& item, int dpi) {
     RECT area = item.rcItem;
     const int margin = scaled(kFocusMargin, dpi);
     ::InflateRect(&area, -margin, -margin);
+    if (isHighContrast()) {
+        // The dots of the usual rectangle are too faint on some faces.
+        ::FrameRect(item.hDC, &area, ::GetSysColorBrush(COLOR_BTNTEXT));
+        return;
+    }
     const SavedDc saved(item.hDC);
     ::SetTextColor(item.hDC, kBlack);
     ::SetBkColor(item.hDC, kWhite);
@@ -87,6 +93,7 @@ void paintBanner(HDC dc, HWND dialog, HWND banner, HINSTANCE module,
 
 DialogResult DefaultStatusDialog::dlgProc(WindowHandle window, WindowMessage message,
                                           MessageWord wParam, MessageLong lParam) {
+    if (isColourChange(message, wParam)) renewPictures(window);
     switch (message) {
         case WM_INITDIALOG:
             showStepIcons(window, static_cast<HINSTANCE>(_module));

@@ -29,3 +29,20 @@ INT_PTR paintFace(HWND dialog, UINT message, WPARAM wParam) {
     }
     return reinterpret_cast<INT_PTR>(WindowResources::of(dialog).solidBrush(kFace));
 }
+
+bool isColourChange(UINT message, WPARAM wParam) {
+    return message == WM_SYSCOLORCHANGE || message == WM_THEMECHANGED ||
+           (message == WM_SETTINGCHANGE && wParam == SPI_SETHIGHCONTRAST);
+}
+
+void followColourChange(HWND dialog, UINT message) {
+    if (message == WM_SYSCOLORCHANGE) {
+        // The system tells only top-level windows, and some controls keep brushes of their own.
+        const auto tell = [](HWND control, LPARAM) -> BOOL {
+            ::SendMessageW(control, WM_SYSCOLORCHANGE, 0, 0);
+            return TRUE;
+        };
+        ::EnumChildWindows(dialog, tell, 0);
+    }
+    ::RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}

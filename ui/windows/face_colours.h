@@ -13,3 +13,10 @@
 
 // Answers a colour request of `dialog` with the brush of the face; FALSE: let the system paint.
 INT_PTR paintFace(HWND dialog, UINT message, WPARAM wParam);
+
+// Whether the user may have chosen other colours: a scheme began, ended or changed.
+[[nodiscard]] bool isColourChange(UINT message, WPARAM wParam);
+
+// Has the dialog and its controls painted in the new colours. Before, a control that shows a bitmap
+// needs one with the new face.
+void followColourChange(HWND dialog, UINT message);

@@ -139,6 +139,7 @@ INT_PTR paint(HWND dialog) {
 // What both windows do with every message but their own commands.
 INT_PTR commonAnswer(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     if (isColourRequest(message)) return paintFace(dialog, message, wParam);
+    if (isColourChange(message, wParam)) followColourChange(dialog, message);
     if (message == WM_NCDESTROY) {
         WindowResources::release(dialog);
         if (dialog == state().window) state().window = nullptr;

@@ -3,6 +3,7 @@
 #include "platform/registry.h"
 #include "tests/support/trace_lines.h"
 #include "tests/ui/windows/alert_desktop.h"
+#include "tests/ui/windows/high_contrast.h"
 #include "ui/validation_texts.h"
 #include "ui/windows/display_settings.h"
 #include "ui/windows/gdi_handles.h"
@@ -65,6 +66,18 @@ TEST_F(ValidationDialogTest, PaintsItsBanner) {
     EXPECT_EQ(::GetPixel(dc.get(), 400, 4), kBannerColour);
     EXPECT_EQ(::GetPixel(dc.get(), 2, 44), kBannerColour);
     EXPECT_NE(::GetPixel(dc.get(), 2, 48), kBannerColour);
+}
+
+TEST_F(ValidationDialogTest, FollowsAHighContrastSchemeThatBegins) {
+    alert_desktop::pumpFor(50);
+    const HighContrast scheme;
+
+    ::SendMessageW(check, WM_SYSCOLORCHANGE, 0, 0);
+    alert_desktop::pumpFor(50);
+
+    const WindowDc dc(check);
+    EXPECT_EQ(::GetPixel(dc.get(), 400, 4), HighContrast::kBack);
+    EXPECT_EQ(::GetPixel(dc.get(), 2, 60), HighContrast::kBack);
 }
 
 TEST_F(ValidationDialogTest, EndsWhenTheUserDeclines) {
