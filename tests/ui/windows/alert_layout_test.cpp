@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,6 +20,7 @@
 namespace {
 
 constexpr int kTypes = 33;
+constexpr unsigned long kEnglish = 0x0409;
 constexpr int kNameUnits = 220, kPartNumberUnits = 31;
 constexpr int kFaceMargin = 6;  // pixels between a caption and each side of its button
 constexpr unsigned kFirstMedia = 301, kLastMedia = 321;
@@ -173,6 +175,17 @@ protected:
 private:
     std::optional<alert_desktop::MirroredDesktop> _mirrored;
 };
+
+// Without its texts, or in a locale that the system does not know, a language would be tested in
+// English.
+TEST_F(AlertLayoutTest, IsTestedInTheLanguageThatTheRunIsFor) {
+    const char* const language = std::getenv("BEAMLINE_LANGUAGE");
+
+    const unsigned long expected =
+        language != nullptr ? std::strtoul(language, nullptr, 16) : kEnglish;
+
+    EXPECT_EQ(chosenLanguage(alert_desktop::strings()), expected);
+}
 
 TEST_P(AlertLayoutTest, ShowsEverythingWholeAndApart) {
     const auto alert = openFullest(GetParam());
