@@ -1,6 +1,7 @@
 // How alerts look on the screen.
 #include "tests/ui/windows/alert_window_fixture.h"
 
+#include "tests/ui/windows/window_order.h"
 #include "ui/alert_factory.h"
 #include "ui/alert_keys.h"
 
@@ -49,20 +50,25 @@ TEST_F(AlertWindowTest, OpensAtItsPosition) {
     EXPECT_EQ(place.top, 160);
 }
 
+HWND otherProgram = nullptr;
+
+// Another program comes to the front while the alert opens, and keeps the user's attention.
 BOOL WINAPI refuseTheForeground(HWND) {
+    ::SetWindowPos(otherProgram, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     return FALSE;
 }
 
 TEST_F(AlertWindowTest, IsPutOnTopWhereTheSystemRefusesTheForeground) {
+    otherProgram = ::CreateWindowExW(0, L"Static", L"", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50,
+                                     nullptr, nullptr, nullptr, nullptr);
     setForegroundFunction(&refuseTheForeground);
 
     open(0);
 
     EXPECT_TRUE(::IsWindowVisible(alert->window()));
     EXPECT_EQ(::GetWindowLongPtrW(alert->window(), GWL_EXSTYLE) & WS_EX_TOPMOST, 0);
-    EXPECT_EQ(::GetTopWindow(nullptr) == alert->window() ||
-                  ::GetWindow(alert->window(), GW_HWNDPREV) != nullptr,
-              true);
+    EXPECT_TRUE(isAbove(alert->window(), otherProgram));
+    ::DestroyWindow(otherProgram);
 }
 
 TEST_F(AlertWindowTest, NamesItsPicturesForScreenReaders) {

@@ -1,0 +1,77 @@
+// What alerts ask of the system where Wine shows no difference, and what they do when it refuses. A
+// program of its own, because it replaces functions of the system for the whole program.
+#include "tests/ui/windows/alert_window_fixture.h"
+
+#include "ui/windows/hyperlink.h"
+#include "ui/windows/picture_painting.h"
+
+namespace {
+
+UINT askedFormat = 0;
+bool handIsMissing = false;
+
+int WINAPI recordFormat(HDC dc, LPCWSTR text, int units, LPRECT area, UINT format) {
+    askedFormat = format;
+    return ::DrawTextExW(dc, const_cast<LPWSTR>(text), units, area, format, nullptr);
+}
+
+HCURSOR WINAPI loadCursor(HINSTANCE module, LPCWSTR name) {
+    if (handIsMissing && name == IDC_HAND) return nullptr;
+    return static_cast<HCURSOR>(
+        ::LoadImageW(module, name, IMAGE_CURSOR, 0, 0, LR_DEFAULTSIZE | LR_SHARED));
+}
+
+}  // namespace
+
+// In this program every call of these functions goes through these pointers instead of those in the
+// system's import library.
+extern "C" {
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the linker's names
+decltype(&::DrawTextW) __imp_DrawTextW = &recordFormat;
+decltype(&::LoadCursorW) __imp_LoadCursorW = &loadCursor;
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+}
+
+namespace {
+
+constexpr UINT kOneLineInTheMiddle = DT_CENTER | DT_VCENTER | DT_SINGLELINE;
+
+class SystemCallsTest : public AlertWindowTest {
+protected:
+    // The format in which a button's caption is drawn.
+    UINT captionFormat(bool hidesMark) {
+        const WindowDc dc(control(1018));
+        drawLabel(dc.get(), control(1018), L"s&upplies", 0, hidesMark);
+        return askedFormat;
+    }
+};
+
+TEST_F(SystemCallsTest, LeaveOutTheMarkOfALetterWhereTheUserWantsNone) {
+    open(0);
+
+    EXPECT_EQ(captionFormat(false), kOneLineInTheMiddle);
+    EXPECT_EQ(captionFormat(true), kOneLineInTheMiddle | DT_HIDEPREFIX);
+}
+
+TEST_F(SystemCallsTest, ReadACaptionFromRightToLeftInAMirroredAlert) {
+    const alert_desktop::MirroredDesktop desktop;
+    open(0);
+
+    EXPECT_EQ(captionFormat(false), kOneLineInTheMiddle | DT_RTLREADING);
+}
+
+TEST_F(SystemCallsTest, ShowAnArrowOverALinkWhereTheSystemHasNoHand) {
+    open(0);
+    SetHyperLink(control(1012));
+    handIsMissing = true;
+    ::SetCursor(nullptr);
+
+    ::SendMessageW(control(1012), WM_SETCURSOR, reinterpret_cast<WPARAM>(control(1012)),
+                   MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+
+    handIsMissing = false;
+    EXPECT_EQ(::GetCursor(), loadCursor(nullptr, IDC_ARROW));
+    EXPECT_NE(::GetCursor(), nullptr);
+}
+
+}  // namespace
