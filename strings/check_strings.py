@@ -2,9 +2,11 @@
 """Checks the texts of every language. Usage: check_strings.py [FOLDER]
 
 Prints one line for each thing that is wrong, with file, line, id and reason, and exits with 1.
-msgfmt and msgcmp of gettext check what they can; the rules below are those they do not have.
+msgfmt and msgcmp of gettext check what they can, and fontconfig knows the letters of the fonts.
+The rules below are those that no other program has.
 """
 
+import functools
 import os
 import re
 import subprocess
@@ -233,6 +235,31 @@ def free_keys(table):
     return problems
 
 
+@functools.cache
+def letters_of(family):
+    """The letters that a font has in both weights; empty when it is not installed."""
+    command = ("fc-list", "--format", "%{charset}\\n", f"{family}:slant=0")
+    faces = subprocess.run(command, capture_output=True, encoding="ascii", check=True).stdout
+    sets = []
+    for face in faces.splitlines():
+        ends = [[int(end, 16) for end in span.split("-")] for span in face.split()]
+        sets.append({chr(code) for span in ends for code in range(span[0], span[-1] + 1)})
+    return set.intersection(*sets) if sets else set()
+
+
+def check_letters(table, macros):
+    """A letter that the fonts of the dialogs lack would be a box."""
+    known = {"\n"}
+    for family in (text_rules.DIALOG_FONT, text_rules.FONTS.get(table.number)):
+        if family and not letters_of(family):
+            yield f'{table.name}:1: the font "{family}" is not installed'
+        known |= letters_of(family) if family else set()
+    for text_id, text in table.texts.items():
+        for letter in sorted(set(text) - known):
+            where = f"{table.name}:{table.lines.get(text_id, 1)}: {macros.get(text_id, text_id)}"
+            yield f'{where}: no font of the dialogs has "{letter}", U+{ord(letter):04X}'
+
+
 def check_language(folder, language, ids):
     """The table of a language, or None if it cannot be read, and what is wrong with it."""
     problems = []
@@ -246,7 +273,8 @@ def check_language(folder, language, ids):
     except TableError as problem:
         return None, [*problems, Problem(str(problem), False)]
     macros = {entry.number: entry.macro for entry in ids}
-    return table, problems + [Problem(text, False) for text in check_table(table, macros)]
+    found = [*check_table(table, macros), *check_letters(table, macros)]
+    return table, problems + [Problem(text, False) for text in found]
 
 
 def checked_tables(folder, leave_out_unfinished=False):

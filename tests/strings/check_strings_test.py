@@ -8,6 +8,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import unittest.mock
 from pathlib import Path
 
 STRINGS = Path(__file__).resolve().parents[2] / "strings"
@@ -188,6 +189,37 @@ class TableChecks(unittest.TestCase):
         self.assertEqual(problems_with({166: "Terror"}, GERMAN), [])
 
 
+class Letters(unittest.TestCase):
+    def problems(self, text, language=GERMAN):
+        table = string_tables.Table("some.po", language, {149: text})
+        return list(check_strings.check_letters(table, {149: "IDS_PAPER"}))
+
+    def test_letters_of_the_dialog_font_pass(self):
+        self.assertEqual(self.problems("\u00e4 \u0416 \u05d0 \u0627\n"), [])
+
+    def test_a_letter_that_no_font_has_is_refused(self):
+        reason = "no font of the dialogs has \"\u5e2e\", U+5E2E"
+        self.assertEqual(self.problems("\u5e2e"), [f"some.po:1: IDS_PAPER: {reason}"])
+
+    def test_a_script_with_a_font_of_its_own_passes_in_its_language_only(self):
+        self.assertEqual(self.problems("\u0916 Go \u200d", HINDI), [])
+        self.assertEqual(len(self.problems("\u0916", GERMAN)), 1)
+
+    def test_a_letter_that_only_the_regular_weight_has_is_refused(self):
+        regular = check_strings.letters_of(f"{text_rules.DIALOG_FONT}:weight=80")
+        both = check_strings.letters_of(text_rules.DIALOG_FONT)
+
+        only = min(regular - both)
+
+        self.assertEqual(len(self.problems(only)), 1)
+
+    def test_a_font_that_is_not_there_is_named(self):
+        with unittest.mock.patch.object(text_rules, "DIALOG_FONT", "No Such Font"):
+            found = self.problems("a")
+
+        self.assertEqual(found[0], 'some.po:1: the font "No Such Font" is not installed')
+
+
 class ChecksOfTheLanguages(unittest.TestCase):
     HEAD = "# A comment\n\nen\t0409\tEnglish\tEnglish\ten_US\n"
 
@@ -336,6 +368,10 @@ class Checks(Folder):
 
         self.assertEqual(code, 1)
         self.assertRegex(report, "^de.po: IDS_TITLE: format specifications .* are not the same")
+
+    def test_a_letter_that_would_be_a_box_is_refused(self):
+        reason = 'no font of the dialogs has "\u5e2e", U+5E2E'
+        self.assert_refused('"&Hilfe"', '"&Hilfe\u5e2e"', f"de.po: IDS_HELP: {reason}")
 
     def test_a_key_without_its_mark_is_refused(self):
         reason = "msgstr lacks the keyboard accelerator mark '&'"
