@@ -3,6 +3,7 @@
 #include "platform/trace.h"
 #include "ui/windows/display_settings.h"
 #include "ui/windows/gdi_handles.h"
+#include "ui/windows/subclass.h"
 #include "ui/windows/window_properties.h"
 #include "ui/windows/window_resources.h"
 
@@ -19,39 +20,10 @@ unsigned shown(const void* handle) {
     return static_cast<unsigned>(reinterpret_cast<UINT_PTR>(handle));
 }
 
-WNDPROC originalProcedure(HWND window) {
-    return reinterpret_cast<WNDPROC>(::GetPropW(window, kOriginalProcedure));
-}
-
-LRESULT callOriginal(WNDPROC original, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    return original != nullptr ? ::CallWindowProcW(original, window, message, wParam, lParam)
-                               : ::DefWindowProcW(window, message, wParam, lParam);
-}
-
-// At WM_DESTROY, because the system asks that a window has no properties left when it is gone. What
-// comes after that message goes to the original procedure.
-void restoreProcedure(HWND window, WNDPROC original) {
-    if (original == nullptr) return;
-    ::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(original));
-    ::RemovePropW(window, kOriginalProcedure);
-    ::RemovePropW(window, kBlueText);
-}
-
-// The original procedure is kept before ours is installed, because the next message needs it.
-void subclass(HWND window, WNDPROC procedure) {
-    const LONG_PTR before = ::GetWindowLongPtrW(window, GWLP_WNDPROC);
-    setWindowProperty(window, kOriginalProcedure, reinterpret_cast<HANDLE>(before));
-    ::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure));
-}
-
 void setHandCursor() {
     HCURSOR cursor = ::LoadCursorW(nullptr, IDC_HAND);
     if (cursor == nullptr) cursor = ::LoadCursorW(nullptr, IDC_ARROW);
     ::SetCursor(cursor);
-}
-
-bool isLink(HWND window) {
-    return ::GetPropW(window, kBlueText) != nullptr;
 }
 
 bool opensLink(WPARAM key) {
@@ -95,7 +67,6 @@ void paintFocus(HWND link) {
 }
 
 LRESULT CALLBACK linkProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    const WNDPROC original = originalProcedure(window);
     switch (message) {
         case WM_SETCURSOR:
             setHandCursor();
@@ -114,17 +85,18 @@ LRESULT CALLBACK linkProcedure(HWND window, UINT message, WPARAM wParam, LPARAM 
             ::InvalidateRect(window, nullptr, TRUE);
             break;
         case WM_PAINT: {
-            const LRESULT result = callOriginal(original, window, message, wParam, lParam);
+            const LRESULT result =
+                callOriginal(window, kOriginalProcedure, message, wParam, lParam);
             paintFocus(window);
             return result;
         }
         case WM_DESTROY:
-            restoreProcedure(window, original);
+            ::RemovePropW(window, kBlueText);
             break;
         default:
             break;
     }
-    return callOriginal(original, window, message, wParam, lParam);
+    return callOriginal(window, kOriginalProcedure, message, wParam, lParam);
 }
 
 // The trace says blue under a high-contrast scheme too: people search for its words.
@@ -138,14 +110,12 @@ void paintBlue(HDC dc, HWND control) {
 }
 
 LRESULT CALLBACK parentProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    const WNDPROC original = originalProcedure(window);
-    if (message == WM_DESTROY) restoreProcedure(window, original);
     // The dialog answers first: its brush is the answer, and the black that it sets for its texts
     // would replace our blue.
-    const LRESULT result = callOriginal(original, window, message, wParam, lParam);
+    const LRESULT result = callOriginal(window, kOriginalProcedure, message, wParam, lParam);
     if (message == WM_CTLCOLORSTATIC) {
         auto* control = reinterpret_cast<HWND>(lParam);
-        if (isLink(control)) {
+        if (isHyperLink(control)) {
             paintBlue(reinterpret_cast<HDC>(wParam), control);
         }
     }
@@ -154,29 +124,33 @@ LRESULT CALLBACK parentProcedure(HWND window, UINT message, WPARAM wParam, LPARA
 
 }  // namespace
 
+bool isHyperLink(HWND control) {
+    return ::GetPropW(control, kBlueText) != nullptr;
+}
+
 void SetHyperLink(HWND control) {
     platform::trace("TERNA - SetHyperLink hwndCtl=%#x", shown(control));
-    if (isLink(control)) return;  // already
+    if (isHyperLink(control)) return;  // already
     // Without SS_NOTIFY the mouse passes through a static control to the dialog.
     const LONG_PTR style = ::GetWindowLongPtrW(control, GWL_STYLE);
     ::SetWindowLongPtrW(control, GWL_STYLE, style | SS_NOTIFY | WS_TABSTOP);
-    subclass(control, linkProcedure);
+    subclass(control, kOriginalProcedure, linkProcedure);
     setWindowProperty(control, kBlueText, reinterpret_cast<HANDLE>(static_cast<INT_PTR>(1)));
 
     const HWND parent = ::GetParent(control);
-    if (parent == nullptr || originalProcedure(parent) != nullptr) return;
+    if (parent == nullptr || isSubclassed(parent, kOriginalProcedure)) return;
     // A dialog that was taken over twice would have our procedure as its original one, and that
     // would call itself without end.
     if (::GetWindowLongPtrW(parent, GWLP_WNDPROC) == reinterpret_cast<LONG_PTR>(parentProcedure)) {
         return;
     }
-    subclass(parent, parentProcedure);
+    subclass(parent, kOriginalProcedure, parentProcedure);
 }
 
 bool focusPastLinks(HWND dialog) {
     const HWND first = ::GetNextDlgTabItem(dialog, nullptr, FALSE);
     HWND control = first;
-    while (control != nullptr && isLink(control)) {
+    while (control != nullptr && isHyperLink(control)) {
         control = ::GetNextDlgTabItem(dialog, control, FALSE);
         if (control == first) return false;
     }

@@ -8,6 +8,7 @@
 // when they are destroyed. std::bad_alloc when the system cannot keep what belongs to the link,
 // which is then not or only partly one.
 void SetHyperLink(HWND control);
+[[nodiscard]] bool isHyperLink(HWND control);
 
 // A dialog whose first tab stop is a link would open with the focus on it, and Enter would leave
 // the dialog's question unanswered. Gives the focus to the first tab stop that is no link. False
