@@ -26,11 +26,26 @@ using dialog_controls::Emphasis;
 constexpr DialogResult kHandled = 1;
 
 constexpr int kDuplexTextControls[] = {IDC_DUPLEX_STEP_1, IDC_DUPLEX_STEP_2, IDC_DUPLEX_STEP_3};
+constexpr int kDuplexIconControls[] = {IDC_DUPLEX_ICON_1, IDC_DUPLEX_ICON_2, IDC_DUPLEX_ICON_3};
+
+constexpr int kTextControls[] = {IDC_ALERT_HEADLINE,   IDC_ALERT_DETAIL,  IDC_ALERT_MESSAGE,
+                                 IDC_SUPPLIES_DETAIL,  IDC_SUPPLIES_NAME, IDC_SUPPLIES_PAGES,
+                                 IDC_SUPPLIES_COMMENT, IDC_DUPLEX_TITLE,  IDC_DUPLEX_STEP_1,
+                                 IDC_DUPLEX_STEP_2,    IDC_DUPLEX_STEP_3};
 
 // The prompt comes first; the hours of the others are in the cartridge store, in the same order.
 constexpr std::uint32_t kSnoozeTexts[] = {IDS_SNOOZE_CHOOSE, IDS_SNOOZE_1_HOUR,  IDS_SNOOZE_4_HOURS,
                                           IDS_SNOOZE_1_DAY,  IDS_SNOOZE_2_DAYS,  IDS_SNOOZE_3_DAYS,
                                           IDS_SNOOZE_1_WEEK, IDS_SNOOZE_2_WEEKS, IDS_SNOOZE_NEVER};
+
+// Nobody sees an empty text, but screen readers would stop at it and have nothing to say.
+void hideEmptyTexts(WindowHandle window) {
+    for (const int control : kTextControls) {
+        if (dialog_controls::text(window, control).empty()) {
+            dialog_controls::show(window, control, false);
+        }
+    }
+}
 
 // Only exactly 1 switches something on.
 bool isSwitchedOn(const arbor::IPropertyHolder& description, const wchar_t* key) {
@@ -109,10 +124,8 @@ DialogResult DefaultStatusDialog::onInitDialog(WindowHandle window, MessageWord,
     nameControls(window);
     if (hasSnoozeList(_dialogType)) showSnoozeList(window);
     dialog_controls::setTextIfAny(window, IDC_ALERT_DETAIL, _detail);
-    if (_message.empty()) dialog_controls::show(window, IDC_ALERT_MESSAGE, false);
-    if (_detail.empty() && dialog_controls::exists(window, IDC_ALERT_DETAIL)) {
-        // Equally right after the next: a hidden control still has its place.
-        dialog_controls::show(window, IDC_ALERT_DETAIL, false);
+    hideEmptyTexts(window);
+    if (_detail.empty()) {
         // Where the headline says all, the picture stands below it in place of the texts.
         dialog_controls::placeAt(window, _message.empty() ? IDC_ALERT_PICTURE : IDC_ALERT_MESSAGE,
                                  IDC_ALERT_DETAIL);
@@ -180,7 +193,17 @@ void DefaultStatusDialog::nameControls(WindowHandle window) const {
         // Equally right with 1: the text of id 0 is empty, and so is no name.
         if (name != 0) dialog_controls::setName(window, picture.control, text(name));
     }
-    dialog_controls::setName(window, IDC_ALERT_BANNER, _printerName);
+    dialog_controls::setName(window, IDC_ALERT_BANNER,
+                             _printerName.empty() ? text(IDS_NAME_PRINTER_PICTURE) : _printerName);
+    for (std::size_t step = 0; step < kDuplexSteps; ++step) {
+        const auto named = [this, step](std::uint32_t name) {
+            return formatText(text(name), {std::to_wstring(step + 1)}, kTextUnits);
+        };
+        dialog_controls::setName(window, kDuplexIconControls[step], named(IDS_NAME_STEP));
+        dialog_controls::setName(window, kDuplexPictureControls[step],
+                                 named(IDS_NAME_STEP_PICTURE));
+    }
+    dialog_controls::describe(window, text(IDS_NAME_LINK_ACTION));
 }
 
 std::wstring DefaultStatusDialog::buttonCaption(const ButtonFace& face) const {

@@ -22,6 +22,8 @@ inline void setTextIfAny(WindowHandle window, int control, const std::wstring& t
 void setTitle(WindowHandle window, const std::wstring& title);
 // The name by which a screen reader knows a picture.
 void setName(WindowHandle window, int control, const std::wstring& name);
+// Tells screen readers what the controls are; what a link does is `linkAction`, a verb.
+void describe(WindowHandle window, const std::wstring& linkAction);
 
 void show(WindowHandle window, int control, bool visible);
 void hideWindow(WindowHandle window);

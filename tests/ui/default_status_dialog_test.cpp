@@ -1,4 +1,6 @@
 #include "ui/default_status_dialog.h"
+#include "ui/localized_text.h"
+#include "ui/text_format.h"
 
 #include "tests/support/slot_of.h"
 #include "tests/ui/default_status_dialog_fixture.h"
@@ -55,6 +57,49 @@ TEST_F(DefaultStatusDialogTest, NamesButtonsAndPicturesForScreenReaders) {
     EXPECT_EQ(control(136).name, text(370));
     EXPECT_EQ(control(137).name, text(372));
     EXPECT_EQ(control(236).name, kPrinter);
+}
+
+TEST_F(DefaultStatusDialogTest, NamesTheStepsOfTwoSidedPrintingForScreenReaders) {
+    open(3, 40120);
+
+    for (int step = 0; step < 3; ++step) {
+        const std::wstring number = std::to_wstring(step + 1);
+        EXPECT_EQ(control(1021 + step).name, formatText(text(373), {number}, kTextUnits));
+        EXPECT_EQ(control(230 + step).name, formatText(text(374), {number}, kTextUnits));
+    }
+}
+
+TEST_F(DefaultStatusDialogTest, NamesItsBannerLikeAPictureWhereThePrinterHasNoName) {
+    describe(7, 10403);
+    description.setWString(L"idsPrinter", L"");
+    openDescribed();
+
+    EXPECT_EQ(control(236).name, text(369));
+}
+
+TEST_F(DefaultStatusDialogTest, TellsScreenReadersWhatALinkDoes) {
+    open(26, 100000);
+
+    EXPECT_EQ(frame().linkAction, text(375));
+}
+
+TEST_F(DefaultStatusDialogTest, HidesTextsThatAreEmpty) {
+    open(5, 40600);
+    for (const int empty : {132, 1060, 1061, 1062})
+        EXPECT_FALSE(control(empty).visible) << empty;
+    EXPECT_TRUE(control(1004).visible);
+    EXPECT_TRUE(control(1059).visible);
+    alert.reset();
+
+    open(3, 40120);
+    alert.reset();
+    for (const wchar_t* const key :
+         {L"idsManual1", L"idsManual2", L"idsManual3", L"idsManualTitle"})
+        description.setInt(key, 0);
+    alert = std::make_unique<DefaultStatusDialog>(description, true);
+
+    for (const int empty : {1014, 1015, 1016, 1017})
+        EXPECT_FALSE(control(empty).visible) << empty;
 }
 
 TEST_F(DefaultStatusDialogTest, HidesPicturesThatItDoesNotHave) {

@@ -1,5 +1,6 @@
 #include "ui/dialog_controls.h"
 
+#include "ui/windows/accessible_control.h"
 #include "ui/windows/dialog_scale.h"
 #include "ui/windows/hyperlink.h"
 #include "ui/windows/icon_loading.h"
@@ -68,6 +69,10 @@ void setName(HWND window, int control, const std::wstring& name) {
     const HWND found = controlOf(window, control);
     if (found == nullptr) return;
     ::DefWindowProcW(found, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name.c_str()));
+}
+
+void describe(HWND window, const std::wstring& linkAction) {
+    describeControls(window, linkAction);
 }
 
 void show(HWND window, int control, bool visible) {

@@ -67,6 +67,7 @@ void prepare(HWND dialog, std::uint32_t title, std::span<const ControlText> rows
     dialog_controls::setIcons(dialog, state().module, IDI_PROGRAM);
     keepPicturesUnmirrored(dialog);
     showTexts(dialog, rows);
+    dialog_controls::describe(dialog, text(IDS_NAME_LINK_ACTION));
 }
 
 RECT placeIn(HWND dialog, HWND control) {
@@ -94,6 +95,9 @@ void joinLearnMore(HWND dialog) {
     const RECT line = placeIn(dialog, link);
     const int height = line.bottom - line.top;
     const int width = std::min<int>(textWidth(link), line.right - line.left);
+    // A language may put the whole sentence into the link; its rest is then a blank.
+    const bool hasRest = dialog_controls::text(dialog, IDC_CHECK_LEARN_MORE_REST) != L" ";
+    dialog_controls::show(dialog, IDC_CHECK_LEARN_MORE_REST, hasRest);
     const int restLeft = line.left + width + scaled(kLinkGap, DialogScale::of(dialog).dpi());
     ::MoveWindow(link, line.left, line.top, width, height, TRUE);
     ::MoveWindow(rest, restLeft, line.top, std::max<int>(line.right - restLeft, 0), height, TRUE);

@@ -6,6 +6,8 @@
 #include "ui/windows/scaled_pictures.h"
 
 #include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 // What a dialog window needs for as long as it lives: fonts of its controls, pictures, icons, and
@@ -35,6 +37,9 @@ public:
     void filterKeys(HWND dialog, LetterRules rules);
     // See DialogScale::of().
     DialogScale& scale(HWND dialog);
+    // The verb that screen readers speak for what a link of the dialog does.
+    void setLinkAction(std::wstring verb) { _linkAction = std::move(verb); }
+    [[nodiscard]] const std::wstring& linkAction() const { return _linkAction; }
 
 private:
     struct Picture {
@@ -55,4 +60,5 @@ private:
     Brush _brush;
     std::optional<KeyboardFilter> _keyboard;
     std::optional<DialogScale> _scale;
+    std::wstring _linkAction;
 };

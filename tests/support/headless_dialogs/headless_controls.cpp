@@ -43,6 +43,10 @@ void setName(WindowHandle window, int control, const std::wstring& name) {
     if (headless::Control* entry = found(window, control)) entry->name = name;
 }
 
+void describe(WindowHandle window, const std::wstring& linkAction) {
+    if (headless::Window* owner = headless::find(window)) owner->linkAction = linkAction;
+}
+
 void show(WindowHandle window, int control, bool visible) {
     if (headless::Control* entry = found(window, control)) entry->visible = visible;
 }

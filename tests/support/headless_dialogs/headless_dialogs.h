@@ -40,6 +40,7 @@ struct Window {
     int y = 0;
     bool visible = false;
     bool compact = false;
+    std::wstring linkAction;      // what screen readers are told that a link does
     bool detailMadeLink = false;  // whether the detail became a link when it was made compact
     int icon = 0;
     void* iconModule = nullptr;

@@ -1,6 +1,7 @@
 // An allocation or a call of the system fails while an alert window opens. This program has an
 // `operator new` that fails on demand.
 #include "tests/support/allocation_faults.h"
+#include "tests/ui/windows/accessible_reading.h"
 #include "tests/ui/windows/alert_desktop.h"
 #include "ui/alert_factory.h"
 #include "ui/validation_dialog.h"
@@ -120,6 +121,26 @@ TEST_P(AlertWindowFaultsTest, ACartridgeCheckForWhichMemoryRunsOutOpensWholeOrNo
 
 INSTANTIATE_TEST_SUITE_P(OnceAndForGood, AlertWindowFaultsTest,
                          testing::Values(Mode::Once, Mode::FromThenOn));
+
+TEST_P(AlertWindowFaultsTest, AReaderForWhomMemoryRunsOutGetsTheSystemsAnswer) {
+    constexpr int kPicture = 133;
+    ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    const std::unique_ptr<DefaultStatusDialog> alert = newAlert(kTonerLowType);
+    ASSERT_TRUE(alert->create());
+    const HWND picture = ::GetDlgItem(alert->window(), kPicture);
+    LONG role = 0;
+    const auto scene = [&] { return [&] { role = accessible::Object(picture).role(); }; };
+    const auto check = [&](long failed) {
+        EXPECT_EQ(role == ROLE_SYSTEM_GRAPHIC, failed == 0) << failed;
+        EXPECT_GT(role, 0) << failed;
+    };
+
+    const fault_injection::Outcome outcome =
+        fault_injection::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_EQ(outcome.points, 1);
+    ::CoUninitialize();
+}
 
 int propertiesUntilFailure = 0;
 
