@@ -1,13 +1,8 @@
 #!/bin/sh
-# locale-of.sh LANGUAGE: prints the locale in which the monitor shows its texts in this language.
-case $1 in
-en) echo en_US ;;
-zh) echo zh_CN ;;
-de) echo de_DE ;;
-ar) echo ar_SA ;;
-he) echo he_IL ;;
-*)
-    echo "locale-of.sh: the monitor does not speak $1; it speaks en, zh, de, ar and he" >&2
+# locale-of.sh LANGUAGE: prints the locale in which the monitor shows its texts in this language, which is
+# named as in strings/languages.tsv.
+row=$(grep "^$1	" "$(dirname "$0")/../../strings/languages.tsv") || {
+    echo "locale-of.sh: the monitor does not speak $1; ./run languages lists what it speaks" >&2
     exit 2
-    ;;
-esac
+}
+printf '%s\n' "$row" | cut -f 5

@@ -10,7 +10,7 @@ montage en/*.png -tile 6x -geometry 250x+5+5 -background white miff:- |
     convert - +dither -colors 200 "png8:$docs/gallery.png"
 set --
 for name in 04-toner-low 03-second-sides 33-cartridge-check; do
-    for language in en de zh ar he; do
+    for language in en de zh_CN ar he; do
         set -- "$@" "$language/$name.png"
     done
 done

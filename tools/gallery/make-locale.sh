@@ -3,9 +3,12 @@
 # the system and of the user from two categories of the locale, and only if the locale exists.
 set -eu
 cd "$(dirname "$0")/../.."
-folder=build/locales/$1.UTF-8
+folder=build/locales/$1
 [ -d "$folder" ] && exit 0
 mkdir -p build/locales
 rm -rf "$folder.new"
-localedef -i "$1" -f UTF-8 "$folder.new"
+# Some locales that Wine tells apart have one source: bs_BA and bs_BA@latin.
+source=$(printf '%s' "$1" | sed 's/\.UTF-8//')
+[ -f "/usr/share/i18n/locales/$source" ] || source=${source%@*}
+localedef -i "$source" -f UTF-8 "$folder.new"
 mv "$folder.new" "$folder"

@@ -31,7 +31,7 @@ play() {
 for language in "$@"; do
     begin=$(date +%s)
     mkdir "$work/pictures"
-    locale=$(sh "$here/locale-of.sh" "$language").UTF-8
+    locale=$(sh "$here/locale-of.sh" "$language")
     play "$language" alerts LC_ALL="$locale"
     play "$language" other-printer LC_ALL="$locale"
     # The cartridge check is offered on systems whose language is Chinese, whatever the user's language is.
