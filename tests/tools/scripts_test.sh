@@ -53,6 +53,21 @@ wanted_packages() {
     return "$ended"
 }
 
+# Where Wine is told to make a prefix that is named from the folder.
+place_of_a_prefix() {
+    place=$(mktemp -d)
+    for program in wine wineboot wineserver; do
+        printf '#!/bin/sh\necho "$WINEPREFIX" >>%s/told\n' "$place" >"$place/$program"
+        chmod +x "$place/$program"
+    done
+    cp tools/wine/make-prefix.sh "$place/"
+    (cd "$place" && PATH=$place:$PATH sh ./make-prefix.sh build/template) &&
+        [ "$(sort -u "$place/told")" = "$place/build/template" ] && echo whole
+    ended=$?
+    rm -rf "$place"
+    return "$ended"
+}
+
 # A night in which the commands only say how they ended: one is missing, one lies, one finds something.
 nightly_of_stubs() {
     place=$(mktemp -d)
@@ -187,4 +202,5 @@ check "a night does not believe a count against the exit code" 1 '^soak  *NOT OK
 check "the change log begins with the version of the project" 0 '^same$' the_change_log_has_the_version
 check "packages are those of the purpose and of this release" 1 '^Installing: a b d$' wanted_packages
 check "every package is listed with its purpose" 0 '^all$' every_package_has_a_purpose
+check "a prefix that is named from the folder is made there" 0 "^whole$" place_of_a_prefix
 exit "$failed"

@@ -2,8 +2,8 @@
 # make-prefix.sh DIR: a Wine prefix with fonts, virtual desktop and no crash dialog, to be copied by
 # with-wine.sh. Does nothing when DIR is complete already; safe to call from several tests at once.
 set -eu
-dir=$1
-mkdir -p "$(dirname "$dir")"
+mkdir -p "$(dirname "$1")"
+dir=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")  # Wine wants the whole path
 exec 9>"$dir.lock"
 flock 9
 # A prefix that another version of this script has made is made anew.
