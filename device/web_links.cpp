@@ -1,5 +1,6 @@
 #include "device/web_links.h"
 
+#include "platform/machine_settings.h"
 #include "platform/native_handle.h"
 #include "platform/registry.h"
 #include "platform/shell.h"
@@ -16,7 +17,6 @@
 namespace {
 
 // Key and names of values are kept: see decision 0012.
-constexpr wchar_t kConfigurationKey[] = L"SOFTWARE\\Corvane\\QVBL7400 SM";
 constexpr std::size_t kSettingUnits = 512;  // longer addresses are not taken
 
 struct Site {
@@ -57,7 +57,8 @@ enum class Setting { Absent, Unusable, Present };
 
 Setting readSetting(const wchar_t* name, std::wstring& text) {
     platform::RegistryKey key;
-    if (key.openForReading(platform::Hive::LocalMachine, kConfigurationKey) != platform::kSuccess) {
+    if (key.openForReading(platform::Hive::LocalMachine, platform::kMachineSettings) !=
+        platform::kSuccess) {
         return Setting::Absent;
     }
     std::array<char16_t, kSettingUnits> units{};

@@ -10,9 +10,10 @@
 #define PLATFORM_PRINTF_LIKE(text, first)
 #endif
 
-// The trace of the program: off unless the environment variable QVSM_TRACE names a file, to which
-// each line is appended with its time and thread. Any thread may call; nothing here fails or
-// throws. People search traces for their texts, so these are kept to the letter: see decision 0012.
+// The trace of the program: off unless the environment variable QVSM_TRACE or, without it, the
+// machine's setting "TraceFile" names a file, to which each line is appended with its time and
+// thread (see decision 0002). Any thread may call; nothing here fails or throws. People search
+// traces for their texts, so these are kept to the letter: see decision 0012.
 namespace platform {
 
 // One line; a line feed at the end of the text is not doubled. At most kTraceLimit characters.

@@ -1,52 +1,121 @@
 #include "platform/trace_line.h"
 
+#include "platform/machine_settings.h"
 #include "platform/trace.h"
+#include "platform/trace_path.h"
 #include "platform/windows/handles.h"
 
 #include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <cstdio>
+#include <iterator>
+#include <new>
+#include <string>
 
 namespace platform {
 namespace {
 
-// Null until the first line or question; invalidHandle() if no trace is wanted. The file is never
-// closed before the process ends, because any thread may still write a line.
-std::atomic<HANDLE> traceFile{nullptr};
+constexpr DWORD kPathUnits = 1024;
+constexpr wchar_t kOlderFile[] = L".old";
 
-// Finding the end of a file and writing there is not one step on every system (on Wine it is not).
-// Without this lock two threads could write to the same place, and one line would be lost.
-SRWLOCK oneLineAtATime = SRWLOCK_INIT;
+enum class Wanted { NotYetKnown, No, Yes };
+std::atomic<Wanted> wanted{Wanted::NotYetKnown};
 
-HANDLE openWantedFile() noexcept {
-    constexpr DWORD kPathUnits = 1024;
-    wchar_t path[kPathUnits];
-    const DWORD units = ::GetEnvironmentVariableW(L"QVSM_TRACE", path, kPathUnits);
-    if (units == 0 || units >= kPathUnits) return invalidHandle();
-    // FILE_APPEND_DATA alone makes every write go to the end of the file, so that one process does
-    // not overwrite the lines of another.
-    return ::CreateFileW(path, FILE_APPEND_DATA,
-                         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                         OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+// Guards what follows. Besides, finding the end of a file and writing there is not one step on
+// every system (on Wine it is not): without the lock two lines could be written to the same place.
+SRWLOCK oneAtATime = SRWLOCK_INIT;
+// Never closed at the end of the process, because any thread may still write a line.
+HANDLE traceFile = invalidHandle();
+wchar_t tracePathOfThisProcess[kPathUnits];
+
+// The product may write a trace line between a failed call and the question for its error number.
+class TraceScope {
+public:
+    TraceScope() noexcept : _lastError(::GetLastError()) { ::AcquireSRWLockExclusive(&oneAtATime); }
+    ~TraceScope() {
+        ::ReleaseSRWLockExclusive(&oneAtATime);
+        ::SetLastError(_lastError);
+    }
+    TraceScope(const TraceScope&) = delete;
+    TraceScope& operator=(const TraceScope&) = delete;
+
+private:
+    DWORD _lastError;
+};
+
+bool environmentVariable(const std::wstring& name, std::wstring& value) {
+    wchar_t text[kPathUnits];
+    const DWORD units = ::GetEnvironmentVariableW(name.c_str(), text, kPathUnits);
+    if (units == 0 || units >= kPathUnits) return false;
+    value.assign(text, units);
+    return true;
 }
 
-HANDLE openedFile() noexcept {
-    HANDLE known = traceFile.load(std::memory_order_acquire);
-    if (known != nullptr) return known;
-    // Keep the last error, because the product may write a trace line between a failed call and
-    // the question for its error number.
-    const DWORD lastError = ::GetLastError();
-    FileHandle mine(openWantedFile());
-    if (traceFile.compare_exchange_strong(known, mine.get())) known = mine.release();
-    ::SetLastError(lastError);
-    return known;  // another thread's file if it was faster; `mine` then closes ours
+// What the administrator wants for all processes, also for those whose environment nobody sets.
+std::wstring machinePath() {
+    wchar_t pattern[kPathUnits];
+    DWORD bytes = sizeof pattern;
+    if (::RegGetValueW(HKEY_LOCAL_MACHINE, kMachineSettings, L"TraceFile", RRF_RT_REG_SZ, nullptr,
+                       pattern, &bytes) != ERROR_SUCCESS)
+        return {};
+    return tracePath(pattern, ::GetCurrentProcessId(), environmentVariable);
+}
+
+bool findPath() noexcept try {
+    std::wstring path;
+    if (!environmentVariable(L"QVSM_TRACE", path)) path = machinePath();
+    if (path.empty() || path.size() + std::size(kOlderFile) > kPathUnits) return false;
+    tracePathOfThisProcess[path.copy(tracePathOfThisProcess, path.size())] = L'\0';
+    return true;
+} catch (const std::bad_alloc&) {
+    return false;
+}
+
+// FILE_APPEND_DATA makes every write go to the end of the file, so that one process does not
+// overwrite the lines of another. The file may be renamed meanwhile.
+bool openFile() noexcept {
+    traceFile = ::CreateFileW(tracePathOfThisProcess, FILE_APPEND_DATA | FILE_READ_ATTRIBUTES,
+                              FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                              OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    return traceFile != invalidHandle();
+}
+
+bool isFull() noexcept {
+    LARGE_INTEGER size;
+    return ::GetFileSizeEx(traceFile, &size) != 0 && size.QuadPart >= kTraceFileLimit;
+}
+
+// The full file becomes the older one, and the older one before it goes.
+bool setAside() noexcept {
+    wchar_t older[kPathUnits];
+    ::lstrcpyW(older, tracePathOfThisProcess);
+    ::lstrcatW(older, kOlderFile);
+    return ::MoveFileExW(tracePathOfThisProcess, older, MOVEFILE_REPLACE_EXISTING) != 0;
+}
+
+// A file with room, or none. Another process may have set the full one aside already: then the name
+// stands for a new file.
+bool makeRoom() noexcept {
+    for (int attempt = 0; isFull(); ++attempt) {
+        ::CloseHandle(traceFile);
+        traceFile = invalidHandle();
+        const bool isStillFull = attempt > 0;
+        if ((isStillFull && !setAside()) || attempt > 1 || !openFile()) return false;
+    }
+    return true;
 }
 
 }  // namespace
 
 bool isTraceKept() noexcept {
-    return openedFile() != invalidHandle();
+    if (wanted.load(std::memory_order_acquire) == Wanted::NotYetKnown) {
+        const TraceScope scope;
+        if (wanted.load(std::memory_order_relaxed) == Wanted::NotYetKnown)
+            wanted.store(findPath() && openFile() ? Wanted::Yes : Wanted::No,
+                         std::memory_order_release);
+    }
+    return wanted.load(std::memory_order_acquire) == Wanted::Yes;
 }
 
 void keepTraceLine(std::string_view line) noexcept {
@@ -64,13 +133,15 @@ void keepTraceLine(std::string_view line) noexcept {
     end = std::copy_n(line.data(), std::min<std::size_t>(line.size(), kTraceLimit), end);
     *end++ = '\r';
     *end++ = '\n';
-    const DWORD lastError = ::GetLastError();
+
+    const TraceScope scope;
+    if (traceFile == invalidHandle()) return;
+    if (!makeRoom()) {
+        wanted.store(Wanted::No, std::memory_order_release);
+        return;
+    }
     DWORD written = 0;
-    const HANDLE file = openedFile();
-    ::AcquireSRWLockExclusive(&oneLineAtATime);
-    ::WriteFile(file, text, static_cast<DWORD>(end - text), &written, nullptr);
-    ::ReleaseSRWLockExclusive(&oneLineAtATime);
-    ::SetLastError(lastError);
+    ::WriteFile(traceFile, text, static_cast<DWORD>(end - text), &written, nullptr);
 }
 
 void debugOutput(const char* text) noexcept {

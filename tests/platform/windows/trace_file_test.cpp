@@ -3,6 +3,7 @@
 #include "platform/file.h"
 #include "platform/lock.h"
 #include "platform/thread.h"
+#include "platform/trace_line.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -26,12 +27,12 @@ std::string tracePath() {
     return ::SetEnvironmentVariableA("QVSM_TRACE", tracePath().c_str()) != 0;
 }();
 
-std::string content() {
+std::string content(const std::string& path = tracePath()) {
     std::string bytes;
     // Share the file for writing, as a program does that reads a trace while it is written.
     const HANDLE file =
-        ::CreateFileA(tracePath().c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                      nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+        ::CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     EXPECT_NE(file, platform::invalidHandle());
     char buffer[1 << 16];
     DWORD got = 0;
@@ -84,6 +85,65 @@ TEST(TraceFileTest, LinesOfSeveralThreadsDoNotMix) {
     for (auto at = all.find(whole); at != std::string::npos; at = all.find(whole, at + 1))
         ++count;
     EXPECT_EQ(count, 3 * kLinesOfAThread);
+}
+
+std::string olderPath() {
+    return tracePath() + ".old";
+}
+
+std::int64_t sizeOf(const std::string& path) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    ::GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &data);
+    return data.nFileSizeLow;
+}
+
+void fillFile() {
+    const std::string line(platform::kTraceLimit, 'x');
+    while (platform::isTraceKept() && sizeOf(tracePath()) < platform::kTraceFileLimit)
+        platform::trace("%s", line.c_str());
+}
+
+bool endsWith(const std::string& text, const std::string& end) {
+    return text.size() >= end.size() &&
+           text.compare(text.size() - end.size(), end.size(), end) == 0;
+}
+
+TEST(TraceFileTest, AFullFileBecomesTheOlderOneAndTheOneBeforeGoes) {
+    ASSERT_TRUE(platform::writeFile(olderPath().c_str(), "from long ago"));
+    fillFile();
+
+    platform::trace("the first line of the new file");
+
+    EXPECT_GE(sizeOf(olderPath()), platform::kTraceFileLimit);
+    EXPECT_LT(sizeOf(tracePath()), 100);
+    EXPECT_TRUE(endsWith(content(), " the first line of the new file\r\n"));
+}
+
+TEST(TraceFileTest, AFileThatAnotherProcessHasSetAsideIsNotSetAsideAgain) {
+    const std::string elsewhere = tracePath() + ".elsewhere";
+    fillFile();
+    ASSERT_TRUE(platform::writeFile(olderPath().c_str(), "kept"));
+    ASSERT_TRUE(::MoveFileExA(tracePath().c_str(), elsewhere.c_str(), MOVEFILE_REPLACE_EXISTING));
+
+    platform::trace("into the file of that name");
+
+    EXPECT_TRUE(endsWith(content(), " into the file of that name\r\n"));
+    EXPECT_EQ(content(olderPath()), "kept");
+    ::DeleteFileA(elsewhere.c_str());
+}
+
+// The last test of this program: after it the trace is off.
+TEST(TraceFileTest, WhereTheFullFileCannotBeSetAsideTheTraceEnds) {
+    fillFile();
+    ::DeleteFileA(olderPath().c_str());
+    ASSERT_TRUE(::CreateDirectoryA(olderPath().c_str(), nullptr));
+    const std::int64_t size = sizeOf(tracePath());
+
+    platform::trace("one too many");
+
+    EXPECT_EQ(sizeOf(tracePath()), size);
+    EXPECT_FALSE(platform::isTraceKept());
+    ::RemoveDirectoryA(olderPath().c_str());
 }
 
 }  // namespace
