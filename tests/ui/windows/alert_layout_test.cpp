@@ -6,6 +6,7 @@
 #include "ui/text_format.h"
 #include "ui/validation_dialog.h"
 #include "ui/windows/gdi_handles.h"
+#include "ui/windows/window_scale.h"
 
 #include <gtest/gtest.h>
 
@@ -117,7 +118,7 @@ void expectChoicesFit(const Shown& list) {
     }
 }
 
-void expectNeat(HWND dialog) {
+void expectNeatAsItIs(HWND dialog) {
     const std::vector<Shown> all = visibleControls(dialog);
     for (std::size_t i = 0; i < all.size(); ++i) {
         expectInside(dialog, all[i]);
@@ -130,6 +131,18 @@ void expectNeat(HWND dialog) {
             EXPECT_FALSE(matters && ::IntersectRect(&both, &all[i].place, &all[j].place))
                 << nameOf(all[i]) << " and " << nameOf(all[j]);
         }
+    }
+}
+
+// As the dialog was opened and at the scales to which its screen may change.
+void expectNeat(HWND dialog) {
+    alert_desktop::pump();
+    expectNeatAsItIs(dialog);
+    for (const int dpi : {120, 144, 168, 192}) {
+        const testing::ScopedTrace scale(__FILE__, __LINE__, std::to_string(dpi) + " per inch");
+        ::SendMessageW(dialog, kScaleChanged, MAKEWPARAM(dpi, dpi), 0);
+        alert_desktop::pump();  // buttons get their size when they are painted
+        expectNeatAsItIs(dialog);
     }
 }
 
@@ -190,7 +203,6 @@ TEST_F(AlertLayoutTest, IsTestedInTheLanguageThatTheRunIsFor) {
 TEST_P(AlertLayoutTest, ShowsEverythingWholeAndApart) {
     const auto alert = openFullest(GetParam());
     ASSERT_NE(alert, nullptr);
-    alert_desktop::pump();
 
     expectNeat(alert->window());
 }
@@ -202,7 +214,6 @@ TEST_F(AlertLayoutTest, ShowsTheCompactFormWholeAndApart) {
         const auto alert = openFullest(type);
         ASSERT_NE(alert, nullptr);
         compactAlertWindow(alert->window(), type == 27);
-        alert_desktop::pump();
 
         expectNeat(alert->window());
     }
@@ -224,7 +235,6 @@ TEST_F(AlertLayoutTest, ShowsTheCartridgeCheckAndItsDetailsWholeAndApart) {
     showValidationDialog(::GetModuleHandleW(nullptr), alert_desktop::strings(), L"Hall");
     const HWND check = ::FindWindowW(nullptr, alert_desktop::text(kCheckTitle).c_str());
     ASSERT_NE(check, nullptr);
-    alert_desktop::pump();
 
     expectNeat(check);
     ::SetTimer(nullptr, 0, 50, checkDetails);
