@@ -4,13 +4,15 @@ set -u
 root=$(cd "$(dirname "$0")/../.." && pwd)
 cd "$root" || exit 1
 sh tools/install-packages.sh test || { echo "0 passed, 1 failed"; exit 1; }
-sh tools/build-quietly.sh windows-checked alert_layout_tests || { echo "0 passed, 1 failed"; exit 1; }
+sh tools/build-quietly.sh windows-checked alert_layout_tests accessible_control_tests || { echo "0 passed, 1 failed"; exit 1; }
+tests=build/windows-checked/tests
+programs="$tests/alert_layout_tests.exe $tests/accessible_control_tests.exe"
 passed=0 failed=0
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 for dpi in 96 192; do
     BEAMLINE_DPI=$dpi sh tools/wine/with-wine.sh "$root/build/wine-template" \
-        sh tests/ui/windows/layout_of_languages.sh build/windows-checked/tests/alert_layout_tests.exe "$@" >"$log" 2>&1
+        sh tests/ui/windows/layout_of_languages.sh "$programs" "$@" >"$log" 2>&1
     sed "\$d; s/^== .*/& at $dpi dots per inch/" "$log"
     counts=$(tail -n 1 "$log")
     case $counts in

@@ -76,6 +76,15 @@ TEST_F(AlertWindowPlacesTest, PutsTheLabelRightAboveTheListOfTimes) {
     EXPECT_LE(gap, 4);
 }
 
+TEST_F(AlertWindowPlacesTest, HasTheLabelDirectlyBeforeTheListInEveryTemplate) {
+    for (const int type : {kDetailOnly, kSnoozed}) {
+        open(type);
+
+        EXPECT_EQ(::GetWindow(control(kChoices), GW_HWNDPREV), control(kLabel)) << type;
+        alert.reset();
+    }
+}
+
 TEST_F(AlertWindowPlacesTest, HasItsButtonsInOneRow) {
     open(kDetailOnly);
 
