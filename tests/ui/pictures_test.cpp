@@ -122,23 +122,26 @@ TEST(PicturesTest, APressedButtonIsDarkerThanANormalOne) {
     EXPECT_EQ(pixelOf(loadBitmap(IDB_SHOP_PRESSED).get(), kMiddleX, kMiddleY), RGB(195, 206, 221));
 }
 
-TEST(PicturesTest, TheProgramIconLoadsInEverySize) {
-    for (const int size : kIconSizes) {
-        const IconHandle icon = loadIcon(IDI_PROGRAM, size);
-
-        ASSERT_NE(icon.get(), nullptr) << size << " pixels";
-        ICONINFO parts{};
-        ASSERT_TRUE(::GetIconInfo(icon.get(), &parts));
-        const BitmapHandle mask(parts.hbmMask);
-        const BitmapHandle colours(parts.hbmColor);
-        EXPECT_EQ(factsOf(colours.get()).bmWidth, size);
-    }
+// The width in pixels of what is loaded for a size; 0 if nothing is.
+LONG loadedWidth(int id, int size) {
+    const IconHandle icon = loadIcon(id, size);
+    ICONINFO parts{};
+    if (icon.get() == nullptr || !::GetIconInfo(icon.get(), &parts)) return 0;
+    const BitmapHandle mask(parts.hbmMask);
+    const BitmapHandle colours(parts.hbmColor);
+    return factsOf(colours.get()).bmWidth;
 }
 
-TEST(PicturesTest, TheThreeStepIconsLoad) {
-    EXPECT_NE(loadIcon(IDI_STEP_1, 32).get(), nullptr);
-    EXPECT_NE(loadIcon(IDI_STEP_2, 32).get(), nullptr);
-    EXPECT_NE(loadIcon(IDI_STEP_3, 32).get(), nullptr);
+TEST(PicturesTest, TheProgramIconLoadsInEverySize) {
+    for (const int size : kIconSizes)
+        EXPECT_EQ(loadedWidth(IDI_PROGRAM, size), size);
+}
+
+TEST(PicturesTest, TheThreeStepIconsLoadInEveryLargeSize) {
+    for (const int id : {IDI_STEP_1, IDI_STEP_2, IDI_STEP_3}) {
+        for (const int size : kLargeIconSizes)
+            EXPECT_EQ(loadedWidth(id, size), size) << id;
+    }
 }
 
 }  // namespace

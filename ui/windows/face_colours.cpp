@@ -44,5 +44,5 @@ void followColourChange(HWND dialog, UINT message) {
         };
         ::EnumChildWindows(dialog, tell, 0);
     }
-    ::RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    ::InvalidateRect(dialog, nullptr, TRUE);
 }

@@ -37,7 +37,6 @@ Bitmap makeBitmap(HWND dialog, HINSTANCE module, int bitmapId, int dpi) {
 
 void paintBitmap(HDC dc, HWND dialog, HINSTANCE module, int bitmapId, int dpi) {
     const PaintedPicture picture = paintedPicture(dialog, module, bitmapId, dpi);
-    if (picture.pixels.empty()) return;
     const SavedDc saved(dc);
     ::SetLayout(dc, 0);  // in a mirrored dialog the picture would be mirrored as well
     const auto width = static_cast<DWORD>(picture.size.width);

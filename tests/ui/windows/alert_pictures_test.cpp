@@ -5,6 +5,7 @@
 #include "tests/ui/windows/high_contrast.h"
 #include "tests/ui/windows/window_pixels.h"
 
+#include "ui/windows/picture_painting.h"
 #include "ui/windows/scaled_pictures.h"
 #include "ui/windows/window_scale.h"
 
@@ -58,6 +59,7 @@ protected:
     // Dots per inch of the screen, and of the expected pictures.
     int dpi = screenDpi();
     Rgb behind = kFaceColour;
+    UINT captionFormat = DT_CENTER | DT_VCENTER | DT_SINGLELINE;
 
     [[nodiscard]] Pixels expected(int bitmap) const { return picture(bitmap, dpi, behind); }
     void expectPicturesOf(int type) const {
@@ -88,8 +90,7 @@ protected:
         const SelectedObject selected(dc, font);
         ::SetBkMode(dc, TRANSPARENT);
         ::SetTextColor(dc, colour);
-        ::DrawTextW(dc, alert_desktop::text(row.caption).c_str(), -1, &area,
-                    DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+        ::DrawTextW(dc, alert_desktop::text(row.caption).c_str(), -1, &area, captionFormat);
     }
 };
 
@@ -159,6 +160,16 @@ TEST_F(AlertPicturesTest, DoesNotMirrorItsPicturesOnADesktopFromRightToLeft) {
     expectPicturesOf(4);
 }
 
+TEST_F(AlertPicturesTest, DoesNotMirrorTheFacesOfItsButtonsOnADesktopFromRightToLeft) {
+    const alert_desktop::MirroredDesktop desktop;
+    open(4);
+    captionFormat |= DT_RTLREADING;
+
+    for (const ButtonRow& row : kButtons) {
+        EXPECT_EQ(differences(shown(row.control), face(row, row.normal)), 0U) << row.control;
+    }
+}
+
 TEST_F(AlertPicturesTest, PaintsNothingWhereAnAlertHasNoPicture) {
     open(26);
 
@@ -177,23 +188,6 @@ TEST_F(AlertPicturesTest, PutsTheFaceOfAHighContrastSchemeBehindItsPictures) {
 
         expectPicturesOf(type);
     }
-}
-
-TEST_F(AlertPicturesTest, FollowsASchemeThatBeginsAndEnds) {
-    open(4);
-    {
-        const HighContrast scheme;
-        behind = asRgb(HighContrast::kBack);
-
-        ::SendMessageW(alert->window(), WM_SYSCOLORCHANGE, 0, 0);
-
-        expectPicturesOf(4);
-    }
-    behind = kFaceColour;
-
-    ::SendMessageW(alert->window(), WM_SYSCOLORCHANGE, 0, 0);
-
-    expectPicturesOf(4);
 }
 
 // What a button of the system looks like, with our caption and the mark of the focus.
@@ -247,36 +241,83 @@ TEST_F(AlertPicturesTest, PaintsTheBannerInTheColoursOfAHighContrastScheme) {
     EXPECT_NE(std::ranges::find(found.colours, asRgb(HighContrast::kText)), found.colours.end());
 }
 
+TEST_F(AlertPicturesTest, LeavesAButtonAsLargeAsItIsWhereItsPictureIsMissing) {
+    open(0);
+    RECT before{}, after{};
+    ::GetClientRect(control(130), &before);
+
+    sizeButtonToBitmap(alert->window(), control(130), ::GetModuleHandleW(nullptr), 999, dpi);
+
+    ::GetClientRect(control(130), &after);
+    EXPECT_TRUE(::EqualRect(&before, &after));
+}
+
+TEST_F(AlertPicturesTest, HasNoBitmapForAControlWhereThePictureIsMissing) {
+    open(0);
+
+    EXPECT_EQ(makeBitmap(alert->window(), ::GetModuleHandleW(nullptr), 999, dpi), nullptr);
+}
+
 struct ColourMessage {
     UINT message;
     WPARAM wParam;
-    bool isColourChange;
 };
 
-class ColourMessageTest : public AlertPicturesTest,
+class PaintedAnewTest : public AlertPicturesTest {
+protected:
+    // Whether the dialog and these controls of it are to be painted.
+    [[nodiscard]] std::vector<bool> toBePainted() const {
+        std::vector<bool> result{::GetUpdateRect(alert->window(), nullptr, FALSE) != FALSE};
+        for (const int id : kWatched)
+            result.push_back(::GetUpdateRect(control(id), nullptr, FALSE) != FALSE);
+        return result;
+    }
+    // What toBePainted() says after a message to a dialog that has been painted.
+    [[nodiscard]] std::vector<bool> toBePaintedAfter(const ColourMessage& sent) {
+        open(4);
+        alert_desktop::pumpFor(50);
+        for (const int id : kWatched)
+            ::ValidateRect(control(id), nullptr);
+        ::ValidateRect(alert->window(), nullptr);
+        ::SendMessageW(alert->window(), sent.message, sent.wParam, 0);
+        return toBePainted();
+    }
+
+    static constexpr int kWatched[] = {130, 133, 1004, 1008};
+};
+
+class ColourMessageTest : public PaintedAnewTest,
                           public testing::WithParamInterface<ColourMessage> {};
 
 TEST_P(ColourMessageTest, HasEverythingPaintedAnewAfterAChangeOfColours) {
+    EXPECT_EQ(toBePaintedAfter(GetParam()), std::vector<bool>(5, true));
+}
+
+TEST_F(PaintedAnewTest, LeavesEverythingAsItIsAfterAChangeOfAnotherSetting) {
+    EXPECT_EQ(toBePaintedAfter({WM_SETTINGCHANGE, SPI_SETWORKAREA}), std::vector<bool>(5, false));
+}
+
+TEST_P(ColourMessageTest, ShowsItsPicturesOnTheNewFaceAfterAChangeOfColours) {
     open(4);
-    alert_desktop::pumpFor(50);
-    for (const int id : {130, 133, 1004, 1008})
-        ::ValidateRect(control(id), nullptr);
-    ::ValidateRect(alert->window(), nullptr);
+    {
+        const HighContrast scheme;
+        behind = asRgb(HighContrast::kBack);
+
+        ::SendMessageW(alert->window(), GetParam().message, GetParam().wParam, 0);
+
+        expectPicturesOf(4);
+    }
+    behind = kFaceColour;
 
     ::SendMessageW(alert->window(), GetParam().message, GetParam().wParam, 0);
 
-    EXPECT_EQ(::GetUpdateRect(alert->window(), nullptr, FALSE) != FALSE, GetParam().isColourChange);
-    for (const int id : {130, 133, 1004, 1008}) {
-        EXPECT_EQ(::GetUpdateRect(control(id), nullptr, FALSE) != FALSE, GetParam().isColourChange)
-            << id;
-    }
+    expectPicturesOf(4);
 }
 
 INSTANTIATE_TEST_SUITE_P(OfTheSystem, ColourMessageTest,
-                         testing::Values(ColourMessage{WM_SYSCOLORCHANGE, 0, true},
-                                         ColourMessage{WM_THEMECHANGED, 0, true},
-                                         ColourMessage{WM_SETTINGCHANGE, SPI_SETHIGHCONTRAST, true},
-                                         ColourMessage{WM_SETTINGCHANGE, SPI_SETWORKAREA, false}));
+                         testing::Values(ColourMessage{WM_SYSCOLORCHANGE, 0},
+                                         ColourMessage{WM_THEMECHANGED, 0},
+                                         ColourMessage{WM_SETTINGCHANGE, SPI_SETHIGHCONTRAST}));
 
 WNDPROC ofTheControl = nullptr;
 int colourChangesHeard = 0;

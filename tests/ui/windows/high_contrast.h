@@ -5,12 +5,12 @@
 #include <windows.h>
 #include <array>
 
-// As long as this object exists, the user has a high-contrast scheme: white and yellow on black.
-// The messages that tell of a change are sent by the test.
+// As long as this object exists, the user has a high-contrast scheme: yellow on dark blue, so that
+// no colour is one of ours. The messages that tell of a change are sent by the test.
 class HighContrast {
 public:
-    static constexpr COLORREF kBack = RGB(0, 0, 0), kText = RGB(255, 255, 255);
-    static constexpr COLORREF kLink = RGB(255, 255, 0);
+    static constexpr COLORREF kBack = RGB(0, 0, 64), kText = RGB(255, 255, 0);
+    static constexpr COLORREF kLink = RGB(0, 255, 255);
 
     HighContrast() {
         for (std::size_t i = 0; i < kElements.size(); ++i)
