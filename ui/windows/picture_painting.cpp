@@ -38,7 +38,8 @@ Bitmap makeBitmap(HWND dialog, HINSTANCE module, int bitmapId, int dpi) {
 void paintBitmap(HDC dc, HWND dialog, HINSTANCE module, int bitmapId, int dpi) {
     const PaintedPicture picture = paintedPicture(dialog, module, bitmapId, dpi);
     const SavedDc saved(dc);
-    ::SetLayout(dc, 0);  // in a mirrored dialog the picture would be mirrored as well
+    // In a mirrored dialog Windows would mirror the picture as well; Wine does not.
+    ::SetLayout(dc, 0);
     const auto width = static_cast<DWORD>(picture.size.width);
     const auto height = static_cast<DWORD>(picture.size.height);
     ::SetDIBitsToDevice(dc, 0, 0, width, height, 0, 0, 0, height, picture.pixels.data(),

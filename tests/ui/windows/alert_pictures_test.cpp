@@ -170,6 +170,19 @@ TEST_F(AlertPicturesTest, DoesNotMirrorTheFacesOfItsButtonsOnADesktopFromRightTo
     }
 }
 
+TEST_F(AlertPicturesTest, DoesNotMirrorAPictureOnAMirroredDeviceContext) {
+    open(0);
+    const Pixels whole = expected(205);
+
+    const Pixels found = drawn(whole.size, [&](HDC dc) {
+        ::SetLayout(dc, LAYOUT_RTL);
+        paintBitmap(dc, alert->window(), ::GetModuleHandleW(nullptr), 205, dpi);
+        EXPECT_EQ(::GetLayout(dc), static_cast<DWORD>(LAYOUT_RTL));
+    });
+
+    EXPECT_EQ(differences(found, whole), 0U);
+}
+
 TEST_F(AlertPicturesTest, PaintsNothingWhereAnAlertHasNoPicture) {
     open(26);
 
