@@ -104,7 +104,9 @@ LRESULT CALLBACK onMessage(int code, WPARAM removal, LPARAM lParam) noexcept {
 
 KeyboardFilter::KeyboardFilter(HWND dialog, LetterRules rules) : _dialog(dialog) {
     setWindowProperty(_dialog, kProperty, reinterpret_cast<HANDLE>(static_cast<INT_PTR>(rules)));
-    if (users++ == 0) {
+    ++users;
+    // Asked again where the system has refused it to an earlier dialog.
+    if (installed == nullptr) {
         installed = ::SetWindowsHookExW(WH_GETMESSAGE, onMessage, nullptr, ::GetCurrentThreadId());
     }
 }

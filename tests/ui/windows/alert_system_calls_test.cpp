@@ -9,6 +9,7 @@ namespace {
 
 UINT askedFormat = 0;
 bool handIsMissing = false;
+bool hooksAreRefused = false;
 
 int WINAPI recordFormat(HDC dc, LPCWSTR text, int units, LPRECT area, UINT format) {
     askedFormat = format;
@@ -21,6 +22,14 @@ HCURSOR WINAPI loadCursor(HINSTANCE module, LPCWSTR name) {
         ::LoadImageW(module, name, IMAGE_CURSOR, 0, 0, LR_DEFAULTSIZE | LR_SHARED));
 }
 
+HHOOK WINAPI setHook(int kind, HOOKPROC procedure, HINSTANCE module, DWORD thread) {
+    if (hooksAreRefused) return nullptr;
+    static const auto real =
+        reinterpret_cast<decltype(&::SetWindowsHookExW)>(reinterpret_cast<void*>(
+            ::GetProcAddress(::GetModuleHandleW(L"user32.dll"), "SetWindowsHookExW")));
+    return real(kind, procedure, module, thread);
+}
+
 }  // namespace
 
 // In this program every call of these functions goes through these pointers instead of those in the
@@ -29,6 +38,7 @@ extern "C" {
 // NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the linker's names
 decltype(&::DrawTextW) __imp_DrawTextW = &recordFormat;
 decltype(&::LoadCursorW) __imp_LoadCursorW = &loadCursor;
+decltype(&::SetWindowsHookExW) __imp_SetWindowsHookExW = &setHook;
 // NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 }
 
@@ -58,6 +68,17 @@ TEST_F(SystemCallsTest, ReadACaptionFromRightToLeftInAMirroredAlert) {
     open(0);
 
     EXPECT_EQ(captionFormat(false), kOneLineInTheMiddle | DT_RTLREADING);
+}
+
+TEST_F(SystemCallsTest, AreMadeAgainForAHookThatTheSystemRefusedAnEarlierAlert) {
+    hooksAreRefused = true;
+    const auto earlier = alert_desktop::openAlert(0, 0, &broker);
+    hooksAreRefused = false;
+    open(0);
+
+    pressKey(130, VK_ESCAPE);
+
+    EXPECT_EQ(codes, (Codes{1}));
 }
 
 TEST_F(SystemCallsTest, ShowAnArrowOverALinkWhereTheSystemHasNoHand) {
