@@ -7,6 +7,7 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 
 set(BEAMLINE_SANITIZER "" CACHE STRING "Sanitizer of a native build: empty, address or thread")
 option(BEAMLINE_COVERAGE "Count executed lines and branches" OFF)
+option(BEAMLINE_RELEASE "The files of a release: with lines for a debugger, without tests" OFF)
 option(BEAMLINE_WINDOWS_UBSAN "Stop a Windows build at undefined behaviour" OFF)
 
 find_program(BEAMLINE_CCACHE ccache)
@@ -43,6 +44,17 @@ if(WIN32)
     add_compile_options(-ffunction-sections -fdata-sections)
     add_link_options(-Wl,--gc-sections)
   endif()
+endif()
+
+# Lines for debuggers and names of sources come without the folders of the machine that builds.
+if(BEAMLINE_RELEASE)
+  execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=include/c++
+    OUTPUT_VARIABLE library_headers OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  cmake_path(GET library_headers PARENT_PATH library_headers)
+  cmake_path(GET library_headers PARENT_PATH compiler_folder)
+  add_compile_options(-g1 -ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${compiler_folder}=compiler)
+  # The maps say which run-time libraries are linked in; the release lists them.
+  add_link_options(-Wl,-Map,$<TARGET_PROPERTY:NAME>.map)
 endif()
 
 # The warnings for our own sources. Code that we only build, such as GoogleTest, has its own settings. The

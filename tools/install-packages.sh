@@ -1,13 +1,14 @@
 #!/bin/sh
-# install-packages.sh run|test|ci|nightly: installs the packages of tools/packages.txt that are missing,
-# with sudo when it is not root. Each purpose needs what the ones before it need. Says nothing when
-# nothing is missing.
+# install-packages.sh run|release|test|ci|nightly: installs the packages of tools/packages.txt that are
+# missing, with sudo when it is not root. "release" and "test" need what "run" needs, "ci" what all of these
+# need, "nightly" everything. Says nothing when nothing is missing.
 set -eu
 case $1 in
 run) purposes=' run ' ;;
+release) purposes=' run release ' ;;
 test) purposes=' run test ' ;;
-ci) purposes=' run test ci ' ;;
-*) purposes=' run test ci nightly ' ;;
+ci) purposes=' run release test ci ' ;;
+*) purposes=' run release test ci nightly ' ;;
 esac
 list=$(dirname "$0")/packages.txt
 release=$(sed -n 's/^VERSION_ID="\{0,1\}\([^"]*\)"\{0,1\}$/\1/p' /etc/os-release)

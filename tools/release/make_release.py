@@ -1,0 +1,145 @@
+#!/usr/bin/env python3
+"""Makes the files of a release. Everybody who makes them from the same commit gets the same bytes."""
+import argparse
+import getpass
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+
+import building
+import differences
+import linked_parts
+import msi_package
+import packing
+import signing
+
+OUT = building.ROOT / "out" / "release"
+WORK = building.ROOT / "build" / "release-work"
+
+
+def package(stage, out, epoch, signer=None):
+    """Makes all files of a release in `out` from what building.stage() and linked_parts.describe() have
+    collected."""
+    version = (stage / "version").read_text().strip()
+    changes = packing.changes_of(version, (stage / "CHANGELOG.md").read_text())
+    shutil.rmtree(out, ignore_errors=True)
+    out.mkdir(parents=True)
+
+    def file(kind, ending):
+        return out / f"beamline-k7400-{kind}-{version}-x64.{ending}"
+
+    with tempfile.TemporaryDirectory() as temporary:
+        parts = pathlib.Path(temporary) / "parts"
+        shutil.copytree(stage, parts)
+        for place in (parts / "product", parts / "tools", out):
+            shutil.copyfile(stage / linked_parts.NOTICES, place / linked_parts.NOTICES)
+        if signer:
+            for program in building.PROGRAMS:
+                signer.sign(parts / "product" / program)
+        installer = file("monitor", "msi")
+        msi_package.make(version, epoch, [*(parts / "product").iterdir(), parts / "program.ico"], installer)
+        if signer:
+            signer.sign(installer)
+        packing.zip_folder(parts / "product", file("monitor", "zip"), epoch)
+        packing.zip_folder(parts / "tools", file("tools", "zip"), epoch)
+        packing.zip_folder(parts / "symbols", file("symbols", "zip"), epoch)
+    shutil.copyfile(stage / linked_parts.SBOM, file("monitor", "spdx.json"))
+    (out / "release-notes.md").write_text(packing.release_notes(version, changes, signer is not None))
+    if signer:
+        package_unsigned(stage, out / "SHA256SUMS.unsigned", epoch)
+    (out / "SHA256SUMS").write_text(packing.checksums(out))
+
+
+def package_unsigned(stage, sums, epoch):
+    """Who has no key makes these files, and can compare them with what was signed."""
+    with tempfile.TemporaryDirectory() as folder:
+        package(stage, pathlib.Path(folder) / "out", epoch)
+        shutil.copyfile(pathlib.Path(folder) / "out" / "SHA256SUMS", sums)
+
+
+def build_stage(folder):
+    """Builds in `folder` and returns the folder of what a release needs of the build."""
+    shutil.rmtree(folder, ignore_errors=True)
+    building.copy_sources(folder / "source")
+    building.build(folder / "source")
+    building.stage(folder / "source", folder / "stage")
+    linked_parts.describe(folder / "source" / building.BUILD, folder / "stage", building.commit_time())
+    return folder / "stage"
+
+
+def make(folder):
+    """Builds and packs in `folder`; returns the folder of the files of the release."""
+    package(build_stage(folder), folder / "out", building.commit_time())
+    return folder / "out"
+
+
+def check():
+    """Makes the release twice, the second time as differently as one machine can, and compares."""
+    first, second = WORK / "first", WORK / "the-second-one-elsewhere"
+    print("Making the release for the first time ...", flush=True)
+    make(first)
+    print("Making it again, in another folder, at another time, with other settings ...", flush=True)
+    subprocess.run(["sh", "tools/gallery/make-locale.sh", "de_DE.UTF-8"], cwd=building.ROOT, check=True)
+    elsewhere = {**os.environ, "TZ": "Asia/Tokyo", "LC_ALL": "de_DE.UTF-8",
+                 "LOCPATH": str(building.ROOT / "build" / "locales")}
+    subprocess.run(["faketime", "-f", "+400d", sys.executable, __file__, "--make", second], check=True,
+                   env=elsewhere, umask=0o077)
+    found = differences.between(first / "out", second / "out")
+    print("".join(f"{line}\n" for line in found), end="")
+    print("The two are not equal." if found else "Every file is the same, byte by byte.")
+    return 1 if found else 0
+
+
+def release(signer):
+    changes = building.uncommitted_changes()
+    if changes:
+        raise SystemExit("A release is made of a commit, and these files are not as in the last one. Commit or "
+                         "remove them first:\n" + "\n".join(changes[:20]))
+    package(build_stage(WORK / "release"), OUT, building.commit_time(), signer)
+    print(f"The release is in {OUT.relative_to(building.ROOT)}/:")
+    print("".join(f"  {file.name}\n" for file in sorted(OUT.iterdir())), end="")
+    if not signer:
+        print("The files are not signed. ./release --sign FILE.p12 signs them.")
+    return 0
+
+
+def signed_release(options):
+    with tempfile.TemporaryDirectory() as folder:
+        password = options.password_file
+        if not password:
+            password = pathlib.Path(folder) / "password"
+            password.touch(0o600)
+            password.write_text(getpass.getpass(f"Password of {options.sign}: "))
+        return release(signing.Signer(options.sign, password, building.commit_time(), options.timestamp_server))
+
+
+def main(arguments):
+    parser = argparse.ArgumentParser(
+        prog="./release", description="Makes the files of a release in out/release/ of the last commit. "
+        "Installs what is missing.")
+    task = parser.add_mutually_exclusive_group()
+    task.add_argument("--check", action="store_true",
+                      help="make it twice, from the files as they are, and compare byte by byte; out/ is left alone")
+    task.add_argument("--sign", type=pathlib.Path, metavar="FILE.p12",
+                      help="sign the programs and the package with this certificate and key")
+    task.add_argument("--make", type=pathlib.Path, help=argparse.SUPPRESS)
+    parser.add_argument("--password-file", type=pathlib.Path, metavar="FILE",
+                        help="the first line is the password of FILE.p12 (otherwise it is asked for)")
+    parser.add_argument("--timestamp-server", metavar="URL",
+                        help="has the time of signing confirmed, so that signatures outlive the certificate")
+    options = parser.parse_args(arguments)
+    if not options.sign and (options.password_file or options.timestamp_server):
+        parser.error("--password-file and --timestamp-server are for --sign")
+    if options.make:
+        make(options.make)
+        return 0
+    if options.check:
+        return check()
+    return signed_release(options) if options.sign else release(None)
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))
