@@ -7,6 +7,7 @@ sh "$root/tools/series.sh" ci <<'COMMANDS'
 all
 languages
 coverage
+release
 fuzz_coverage
 memory
 threads --schedules 2000 --rounds 30
