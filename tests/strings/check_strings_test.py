@@ -454,7 +454,8 @@ class Checks(Folder):
 
     def test_the_head_tells_who_has_looked_at_the_texts(self):
         path = self.folder / GERMAN_FILE
-        line = next(line for line in path.read_text(encoding="utf-8").split("\n") if "X-Rev" in line)
+        text = path.read_text(encoding="utf-8")
+        line = next(line for line in text.split("\n") if "X-Review" in line)
 
         reason = '"X-Review:" does not say who has looked at the texts'
         self.assert_refused(line + "\n", "", f"de.po: {reason}")
