@@ -16,7 +16,9 @@ void loadAndLetGo() {
 
 // The monitor loads the library of the device for every question.
 TEST(SimulatedDeviceTest, LeavesNoMemoryBehindWhenItIsLetGo) {
-    loadAndLetGo();
+    // The system's loader keeps blocks of its own from the first rounds.
+    for (int round = 0; round < kRounds; ++round)
+        loadAndLetGo();
     static_cast<void>(readGauges());
     const Gauges before = readGauges();
 
