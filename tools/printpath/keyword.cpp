@@ -219,6 +219,15 @@ const Keyword* findKeyword(std::string_view name) {
     return nullptr;
 }
 
+std::string usageOf(const Keyword& keyword) {
+    std::string text(keyword.name);
+    for (const Parameter& parameter : keyword.parameters) {
+        const std::string name(parameter.name);
+        text += parameter.required ? " <" + name + ">" : " [" + name + "=...]";
+    }
+    return text;
+}
+
 const std::vector<ControlName>& controlNames() {
     // clang-format off
     static const std::vector<ControlName> names = {

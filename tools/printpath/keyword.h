@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -56,6 +57,9 @@ const std::vector<Keyword>& keywords();
 
 // The keyword of this name, or null.
 const Keyword* findKeyword(std::string_view name);
+
+// How a step is written, such as "status <status> [id=...]".
+std::string usageOf(const Keyword& keyword);
 
 // Names for controls, so that a scenario can be read without knowing their numbers.
 struct ControlName {

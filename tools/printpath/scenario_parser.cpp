@@ -19,16 +19,6 @@ std::string quoted(std::string_view text) {
     return "\"" + std::string(text) + "\"";
 }
 
-// How a step is written, for error messages: "status CODE [id=...]".
-std::string usage(const Keyword& keyword) {
-    std::string text(keyword.name);
-    for (const Parameter& parameter : keyword.parameters) {
-        const std::string name(parameter.name);
-        text += parameter.required ? " <" + name + ">" : " [" + name + "=...]";
-    }
-    return text;
-}
-
 std::size_t parameterNamed(const Keyword& keyword, std::string_view name) {
     for (std::size_t i = 0; i < keyword.parameters.size(); ++i)
         if (!keyword.parameters[i].required && keyword.parameters[i].name == name) return i;
@@ -46,14 +36,15 @@ std::string readArguments(Step& step, const std::vector<Word>& words) {
         if (!word.name.empty()) {
             place = parameterNamed(keyword, word.name);
             if (place == keyword.parameters.size())
-                return quoted(word.name + "=") + " is no option here; expected: " + usage(keyword) +
+                return quoted(word.name + "=") +
+                       " is no option here; expected: " + usageOf(keyword) +
                        " (put a text that holds '=' in quotes)";
             if (step.values[place].given) return quoted(word.name + "=") + " is given twice";
         } else {
             while (next < keyword.parameters.size() && !keyword.parameters[next].required)
                 ++next;
             if (next == keyword.parameters.size())
-                return quoted(word.text) + " is too much; expected: " + usage(keyword);
+                return quoted(word.text) + " is too much; expected: " + usageOf(keyword);
             place = next++;
         }
         std::string error = readValue(keyword.parameters[place], word, step.values[place]);
@@ -62,8 +53,21 @@ std::string readArguments(Step& step, const std::vector<Word>& words) {
     for (std::size_t i = 0; i < keyword.parameters.size(); ++i)
         if (keyword.parameters[i].required && !step.values[i].given)
             return "<" + std::string(keyword.parameters[i].name) +
-                   "> is missing; expected: " + usage(keyword);
+                   "> is missing; expected: " + usageOf(keyword);
     return {};
+}
+
+std::string readStep(std::string_view line, const std::vector<Word>& words, Step& step) {
+    const Word& first = words.front();
+    const Keyword* const keyword =
+        first.quoted || !first.name.empty() ? nullptr : findKeyword(first.text);
+    if (keyword == nullptr)
+        return "a step must begin with a keyword, and " + quoted(first.text) +
+               " is none (printpath --keywords lists them)";
+    step.keyword = keyword;
+    step.written = line.substr(line.find_first_not_of(" \t"));
+    const std::string error = readArguments(step, words);
+    return error.empty() ? error : std::string(keyword->name) + ": " + error;
 }
 
 class ScenarioReader {
@@ -89,28 +93,11 @@ public:
 
 private:
     std::string readLine(std::string_view line) {
-        if (line.size() > kMostLineBytes) return "a line has at most 16 KiB";
-        if (!isUtf8(line)) return "the line is not UTF-8 text";
-        for (const char c : line)
-            if (static_cast<unsigned char>(c) < 0x20 && c != '\t')
-                return "the line holds a control character; write \\n, \\t or \\x.. in quotes";
-        LineWords split = splitWords(line);
-        if (!split.error.empty()) return split.error;
-        if (split.words.empty()) return {};
-        return readStep(line, split.words);
-    }
-
-    std::string readStep(std::string_view line, const std::vector<Word>& words) {
-        const Word& first = words.front();
         Step step;
+        std::string error = parseLine(line, step);
+        if (!error.empty() || step.keyword == nullptr) return error;
         step.line = _line;
-        step.keyword = first.quoted || !first.name.empty() ? nullptr : findKeyword(first.text);
-        if (step.keyword == nullptr)
-            return "a step must begin with a keyword, and " + quoted(first.text) +
-                   " is none (printpath --keywords lists them)";
-        step.written = line.substr(line.find_first_not_of(" \t"));
-        std::string error = readArguments(step, words);
-        if (error.empty()) error = _order.take(step);
+        error = _order.take(step);
         if (!error.empty()) return std::string(step.keyword->name) + ": " + error;
         if (step.keyword->name == "about" && _scenario.about.empty())
             _scenario.about = step["text"].text;
@@ -124,6 +111,17 @@ private:
 };
 
 }  // namespace
+
+std::string parseLine(std::string_view line, Step& step) {
+    if (line.size() > kMostLineBytes) return "a line has at most 16 KiB";
+    if (!isUtf8(line)) return "the line is not UTF-8 text";
+    for (const char c : line)
+        if (static_cast<unsigned char>(c) < 0x20 && c != '\t')
+            return "the line holds a control character; write \\n, \\t or \\x.. in quotes";
+    const LineWords split = splitWords(line);
+    if (!split.error.empty()) return split.error;
+    return split.words.empty() ? std::string() : readStep(line, split.words, step);
+}
 
 std::variant<Scenario, ScenarioError> parseScenario(std::string_view text) {
     return ScenarioReader().read(text);
