@@ -62,7 +62,8 @@ protected:
                    _folder.wstring() + L"\" " + options + L" \"" + scenario.wstring() + L"\"");
     }
 
-    int run(const std::wstring& arguments) {
+    // `input` is what printpath reads; an inheritable handle.
+    int run(const std::wstring& arguments, HANDLE input = nullptr) {
         const fs::path log = _folder / "output.txt";
         SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
         const HANDLE out = ::CreateFileW(log.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit,
@@ -71,6 +72,7 @@ protected:
         STARTUPINFOW startup{};
         startup.cb = sizeof startup;
         startup.dwFlags = STARTF_USESTDHANDLES;
+        startup.hStdInput = input;
         startup.hStdOutput = startup.hStdError = out;
         std::wstring line = L"\"" + windowsPath(PRINTPATH_PROGRAM).wstring() + L"\" " + arguments;
         PROCESS_INFORMATION process{};

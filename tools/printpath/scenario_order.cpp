@@ -54,6 +54,11 @@ std::string ScenarioOrder::take(const Step& step) {
     return "this step has no place";
 }
 
+std::string ScenarioOrder::missingEnd() const {
+    if (!_running) return {};
+    return std::string(_hungUp ? "" : "hang-up\n") + "expect-exit 0\n";
+}
+
 std::string ScenarioOrder::atEnd() const {
     if (_joined > 0) return "\"together\" still waits for " + std::to_string(_joined) + " records";
     if (!_repeats.empty()) return "\"repeat\" has no \"end\"";

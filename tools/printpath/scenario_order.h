@@ -17,6 +17,13 @@ public:
     // Returns what is missing at the end of the scenario, or an empty text.
     std::string atEnd() const;
 
+    // Whether a monitor runs after the steps so far.
+    bool running() const { return _running; }
+    // Whether the steps so far end within a part that is repeated.
+    bool repeats() const { return !_repeats.empty(); }
+    // The steps, one on each line, that must follow so that the monitor has ended.
+    std::string missingEnd() const;
+
 private:
     bool _started = false;  // at least one "start" so far
     bool _running = false;

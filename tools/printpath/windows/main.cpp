@@ -1,6 +1,7 @@
 // printpath.exe: plays the print path for the status monitor. docs/scenarios.md explains its use.
 #include "tools/printpath/scenario_parser.h"
 #include "tools/printpath/windows/failure.h"
+#include "tools/printpath/windows/live.h"
 #include "tools/printpath/windows/options.h"
 #include "tools/printpath/windows/player.h"
 #include "tools/printpath/windows/text_file.h"
@@ -19,6 +20,7 @@ namespace printpath {
 namespace {
 
 constexpr DWORD kPathUnits = 32768;
+constexpr std::size_t kOutputBytes = 65536;
 
 void print(FILE* stream, const std::string& text) {
     std::fputs(text.c_str(), stream);
@@ -53,6 +55,7 @@ Outcome run(const std::vector<std::wstring>& arguments) {
             print(stdout, std::string(keyword.name) + "\n");
         return Outcome::AsExpected;
     }
+    if (options.task == Task::Live) return playLive(options);
     const Scenario scenario = readScenario(options.scenario);
     if (options.task != Task::Play) return Outcome::AsExpected;
     return playScenario(scenario, options);
@@ -66,6 +69,8 @@ int wmain(int count, wchar_t** values) {
     // Binary mode keeps line ends as they are in the scenarios. The output is UTF-8.
     ::_setmode(::_fileno(stdout), _O_BINARY);
     ::_setmode(::_fileno(stderr), _O_BINARY);
+    // Without a buffer a console gets the bytes of a letter one by one and cannot show it.
+    std::setvbuf(stdout, nullptr, _IOFBF, printpath::kOutputBytes);
     try {
         return static_cast<int>(
             printpath::run(std::vector<std::wstring>(values + 1, values + count)));

@@ -74,6 +74,7 @@ private:
         if (!_options.scenario.empty())
             refuse("one scenario at a time, and " + shown(argument) + " is a second one");
         _options.scenario = std::filesystem::absolute(argument);
+        if (argument == L"live") _options.task = Task::Live;
     }
 
     const std::vector<std::wstring>& _arguments;
@@ -101,9 +102,11 @@ Options readOptions(const std::vector<std::wstring>& arguments,
 
 const char* usageText() {
     return R"(printpath [options] SCENARIO
+printpath [options] live
 
 Plays the print path: creates the status pipe, starts the monitor, writes the records of the
-scenario, does what the user does, and checks what the monitor shows.
+scenario, does what the user does, and checks what the monitor shows. "live" takes the steps of a
+scenario one by one from the keyboard; "help" there says more.
 
   --monitor FILE   the monitor (default: QVK7400SM.exe beside printpath)
   --pictures DIR   where screenshots go (default: they are not saved)
@@ -117,7 +120,7 @@ scenario, does what the user does, and checks what the monitor shows.
   --keywords       list the keywords of scenarios
   --help           this text
 
-Exit code: 0 all as expected, 1 not as expected, 2 wrong options or scenario,
+Exit code: 0 all as expected, or the end of "live", 1 not as expected, 2 wrong options or scenario,
 3 the monitor crashed, 4 the monitor hung. docs/scenarios.md explains scenarios.
 )";
 }

@@ -6,11 +6,11 @@
 
 namespace printpath {
 
-enum class Task { Play, Check, ListKeywords, Help };
+enum class Task { Play, Live, Check, ListKeywords, Help };
 
 struct Options {
     Task task = Task::Play;
-    std::filesystem::path scenario;
+    std::filesystem::path scenario;  // for Task::Live a name in the current folder
     std::filesystem::path monitor;   // default: QVK7400SM.exe beside printpath
     std::filesystem::path device;    // the folder simulated-device beside printpath
     std::filesystem::path recorder;  // recorder\recorder.exe beside printpath

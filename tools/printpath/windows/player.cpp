@@ -12,7 +12,6 @@ namespace printpath {
 namespace {
 
 constexpr std::size_t kTailBytes = 1500;
-constexpr ULONGLONG kProgressMs = 10000;
 
 bool isRepetition(const Keyword& keyword) {
     return keyword.phase == Phase::Repeat || keyword.phase == Phase::End;
@@ -122,7 +121,8 @@ private:
     ULONGLONG _shownAt = ::GetTickCount64();
 };
 
-// Called before the first step is played, so that a refused scenario has changed nothing.
+}  // namespace
+
 void requireAllowedChanges(const Scenario& scenario, const Options& options) {
     if (options.systemChanges) return;
     constexpr char kRefused[] =
@@ -136,14 +136,10 @@ void requireAllowedChanges(const Scenario& scenario, const Options& options) {
                           Outcome::Unusable);
 }
 
-}  // namespace
-
-Outcome playScenario(const Scenario& scenario, const Options& options) {
-    const std::map<std::string_view, Action> actions = allActions();
-    requireAllowedChanges(scenario, options);
-    Timeline timeline;
-    timeline.plain(pathText(options.scenario.filename()) + ": " + scenario.about);
-    ScenarioRun run(options, timeline);
+Outcome playSteps(const Scenario& scenario, ScenarioRun& run) {
+    static const std::map<std::string_view, Action> actions = allActions();
+    Timeline& timeline = run.timeline();
+    const Options& options = run.options();
     StepOrder order(scenario, run);
     while (const Step* const step = order.next()) {
         if (step->keyword->name == "about") continue;
@@ -159,8 +155,17 @@ Outcome playScenario(const Scenario& scenario, const Options& options) {
             return Outcome::Unusable;
         }
     }
-    timeline.note("all as expected");
     return Outcome::AsExpected;
+}
+
+Outcome playScenario(const Scenario& scenario, const Options& options) {
+    requireAllowedChanges(scenario, options);
+    Timeline timeline;
+    timeline.plain(pathText(options.scenario.filename()) + ": " + scenario.about);
+    ScenarioRun run(options, timeline);
+    const Outcome outcome = playSteps(scenario, run);
+    if (outcome == Outcome::AsExpected) timeline.note("all as expected");
+    return outcome;
 }
 
 }  // namespace printpath

@@ -120,8 +120,12 @@ MonitorProcess& ScenarioRun::monitor() {
 }
 
 DWORD ScenarioRun::awaitExit(const Step& step) {
+    if (!_monitor) throw Failure("no monitor runs");
     const ULONGLONG end = ::GetTickCount64() + static_cast<ULONGLONG>(timeoutMs(step));
+    const std::string what = "the end of the monitor";
+    WaitProgress progress(_timeline, what, timeoutMs(step));
     while (_monitor->running() && ::GetTickCount64() < end) {
+        progress.show();
         noticeDialogs();
         ::Sleep(kPollMs);
     }
@@ -148,6 +152,7 @@ void ScenarioRun::waitUntil(const Step& step, const std::string& what,
                             const std::function<bool()>& condition,
                             const std::function<std::string()>& found) {
     const ULONGLONG end = ::GetTickCount64() + static_cast<ULONGLONG>(timeoutMs(step));
+    WaitProgress progress(_timeline, what, timeoutMs(step));
     for (;;) {
         // Ask this before the condition: the last thing that the monitor did before its end may
         // fulfil the condition.
@@ -155,6 +160,7 @@ void ScenarioRun::waitUntil(const Step& step, const std::string& what,
         if (condition()) return;
         if (!alive) monitor();
         if (::GetTickCount64() >= end) break;
+        progress.show();
         noticeDialogs();
         ::Sleep(kPollMs);
     }

@@ -6,6 +6,8 @@
 #include "tools/printpath/windows/wide_text.h"
 #include "tools/printpath/windows/wine.h"
 
+#include <algorithm>
+
 namespace printpath {
 
 namespace {
@@ -13,6 +15,7 @@ namespace {
 constexpr wchar_t kDriverVariable[] = L"QVSM_PRINTER_DRIVER";
 constexpr wchar_t kSpoolerLibrary[] = L"winspool.drv";
 constexpr std::int64_t kReadings = 60;
+constexpr ULONGLONG kPauseMs = 1000;  // a longer pause is made of pauses of this length
 
 void about(ScenarioRun&, const Step&) {}  // the player has printed the text already
 
@@ -109,8 +112,13 @@ void expectRunning(ScenarioRun& run, const Step&) {
     run.monitor();
 }
 
-void pauseFor(ScenarioRun&, const Step& step) {
-    ::Sleep(numberOf(step["milliseconds"]));
+void pauseFor(ScenarioRun& run, const Step& step) {
+    const DWORD pauseMs = numberOf(step["milliseconds"]);
+    const std::string what = "the end of the pause";
+    WaitProgress progress(run.timeline(), what, static_cast<int>(pauseMs));
+    const ULONGLONG end = ::GetTickCount64() + pauseMs;
+    for (ULONGLONG now = 0; (now = ::GetTickCount64()) < end; progress.show())
+        ::Sleep(static_cast<DWORD>(std::min<ULONGLONG>(end - now, kPauseMs)));
 }
 
 void settle(ScenarioRun& run, const Step&) {

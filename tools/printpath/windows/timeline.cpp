@@ -37,4 +37,12 @@ void Timeline::print(const char* mark, const std::string& text) {
     plain(std::string(time) + mark + text);
 }
 
+void WaitProgress::show() {
+    const ULONGLONG now = ::GetTickCount64();
+    if (now - _shownAt < kProgressMs) return;
+    _shownAt = now;
+    _timeline.progress("waiting for " + _what + ", " + std::to_string((now - _begin) / 1000) +
+                       " of at most " + std::to_string(_limitMs / 1000) + " seconds");
+}
+
 }  // namespace printpath

@@ -6,6 +6,9 @@
 
 namespace printpath {
 
+// How often a long wait and a part with many rounds say how far they are.
+inline constexpr ULONGLONG kProgressMs = 5000;
+
 // Prints what happens in a run to standard output. Each line has the seconds since the beginning.
 class Timeline {
 public:
@@ -28,6 +31,24 @@ private:
 
     ULONGLONG _begin;
     bool _quiet = false;
+};
+
+// Says now and then how long somebody has waited, so that a long wait does not look like a hang.
+class WaitProgress {
+public:
+    // The objects must outlive this one.
+    WaitProgress(Timeline& timeline, const std::string& what, int limitMs)
+        : _timeline(timeline), _what(what), _limitMs(limitMs) {}
+
+    // Call it often while waiting.
+    void show();
+
+private:
+    Timeline& _timeline;
+    const std::string& _what;
+    int _limitMs;
+    ULONGLONG _begin = ::GetTickCount64();
+    ULONGLONG _shownAt = _begin;
 };
 
 }  // namespace printpath
