@@ -1,6 +1,6 @@
 #!/bin/sh
 # make-docs-pictures.sh: makes the small gallery of the documentation from the pictures that
-# "./run gallery" has left in out/gallery.
+# "./run gallery" has left in out/gallery, and the large picture from those of "./run gallery --dpi 192".
 set -eu
 cd "$(dirname "$0")/../../out/gallery"
 docs=../../docs/pictures
@@ -16,3 +16,4 @@ for name in 04-toner-low 03-second-sides 33-cartridge-check; do
 done
 montage "$@" -tile 5x -geometry 300x+5+5 -background white miff:- |
     convert - +dither -colors 200 "png8:$docs/gallery-languages.png"
+convert ../gallery-192/en/04-toner-low.png +dither -colors 64 "png8:$docs/toner-low-192.png"
