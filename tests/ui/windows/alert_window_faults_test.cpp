@@ -6,12 +6,14 @@
 #include "ui/alert_factory.h"
 #include "ui/validation_dialog.h"
 #include "ui/windows/window_properties.h"
+#include "ui/windows/window_scale.h"
 
 #include <gtest/gtest.h>
 
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -117,6 +119,58 @@ TEST_P(AlertWindowFaultsTest, ACartridgeCheckForWhichMemoryRunsOutOpensWholeOrNo
 
     EXPECT_GT(outcome.points, 10);
     EXPECT_FALSE(whole.empty());
+}
+
+// Every control, with its place and the height of its font; a font that has ended has none.
+std::map<HWND, std::pair<std::wstring, LONG>> layoutOf(HWND dialog) {
+    std::map<HWND, std::pair<std::wstring, LONG>> layout;
+    for (HWND child = ::GetWindow(dialog, GW_CHILD); child != nullptr;
+         child = ::GetWindow(child, GW_HWNDNEXT)) {
+        RECT place{};
+        ::GetWindowRect(child, &place);
+        ::MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
+        LOGFONTW font{};
+        ::GetObjectW(reinterpret_cast<HFONT>(::SendMessageW(child, WM_GETFONT, 0, 0)), sizeof(font),
+                     &font);
+        layout[child] = {std::to_wstring(place.left) + L"," + std::to_wstring(place.top) + L"," +
+                             std::to_wstring(place.right) + L"," + std::to_wstring(place.bottom),
+                         font.lfHeight};
+    }
+    return layout;
+}
+
+TEST_P(AlertWindowFaultsTest,
+       AnAlertForWhichMemoryRunsOutKeepsAllItsFontsAndCanChangeItsScaleLater) {
+    constexpr int kTypeWithSteps = 3;
+    const auto changeScale = [](HWND dialog, int dpi) {
+        ::SendMessageW(dialog, kScaleChanged, MAKEWPARAM(dpi, dpi), 0);
+    };
+    for (const int type : {kTonerLowType, kTypeWithSteps}) {
+        const std::unique_ptr<DefaultStatusDialog> alert = newAlert(type);
+        ASSERT_TRUE(alert->create());
+        changeScale(alert->window(), 96);
+        const auto small = layoutOf(alert->window());
+        changeScale(alert->window(), 192);
+        const auto large = layoutOf(alert->window());
+        const auto scene = [&] {
+            changeScale(alert->window(), 96);
+            return [&] { changeScale(alert->window(), 192); };
+        };
+        const auto check = [&](long failed) {
+            for (const auto& [control, look] : layoutOf(alert->window())) {
+                const LONG font = look.second;
+                EXPECT_TRUE(font == small.at(control).second || font == large.at(control).second)
+                    << failed;
+            }
+            changeScale(alert->window(), 192);
+            EXPECT_TRUE(layoutOf(alert->window()) == large) << failed;
+        };
+
+        const fault_injection::Outcome outcome =
+            fault_injection::everyAllocation(GetParam(), scene, check);
+
+        EXPECT_GE(outcome.points, 2);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(OnceAndForGood, AlertWindowFaultsTest,
