@@ -15,9 +15,9 @@ public:
 
 private:
     struct Kept {
-        int bitmapId;
-        int dpi;
-        Rgb face;
+        int bitmapId = 0;
+        int dpi = 0;
+        Rgb face = 0;
         ScaledPicture picture;
     };
     std::vector<Kept> _kept;
