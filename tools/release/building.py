@@ -19,7 +19,7 @@ def git(*arguments):
 
 def commit_time():
     """Seconds since 1970. It stands for "now" in every file, so that it does not matter when they are made."""
-    return int(git("log", "-1", "--format=%ct"))
+    return int(os.environ.get("SOURCE_DATE_EPOCH") or git("log", "-1", "--format=%ct"))
 
 
 def uncommitted_changes():

@@ -18,6 +18,8 @@ import signing
 
 OUT = building.ROOT / "out" / "release"
 WORK = building.ROOT / "build" / "release-work"
+SECOND_LOCALE = "de_DE.UTF-8"
+SECOND_UMASK = 0o077
 
 
 def package(stage, out, epoch, signer=None):
@@ -60,33 +62,38 @@ def package_unsigned(stage, sums, epoch):
         shutil.copyfile(pathlib.Path(folder) / "out" / "SHA256SUMS", sums)
 
 
-def build_stage(folder):
-    """Builds in `folder` and returns the folder of what a release needs of the build."""
+def copy_sources(folder):
+    """Begins anew in `folder`, with a copy of the sources as they are now."""
     shutil.rmtree(folder, ignore_errors=True)
     building.copy_sources(folder / "source")
+
+
+def build_stage(folder):
+    """Builds the copy of the sources in `folder`; returns the folder of what a release needs of the build."""
     building.build(folder / "source")
     building.stage(folder / "source", folder / "stage")
     linked_parts.describe(folder / "source" / building.BUILD, folder / "stage", building.commit_time())
     return folder / "stage"
 
 
-def make(folder):
-    """Builds and packs in `folder`; returns the folder of the files of the release."""
-    package(build_stage(folder), folder / "out", building.commit_time())
-    return folder / "out"
-
-
 def check():
     """Makes the release twice, the second time as differently as one machine can, and compares."""
     first, second = WORK / "first", WORK / "the-second-one-elsewhere"
-    print("Making the release for the first time ...", flush=True)
-    make(first)
-    print("Making it again, in another folder, at another time, with other settings ...", flush=True)
-    subprocess.run(["sh", "tools/gallery/make-locale.sh", "de_DE.UTF-8"], cwd=building.ROOT, check=True)
-    elsewhere = {**os.environ, "TZ": "Asia/Tokyo", "LC_ALL": "de_DE.UTF-8",
-                 "LOCPATH": str(building.ROOT / "build" / "locales")}
+    # Both begin with the same sources and commit, also when somebody goes on working meanwhile.
+    os.environ["SOURCE_DATE_EPOCH"] = str(building.commit_time())
+    copy_sources(first)
+    usual = os.umask(SECOND_UMASK)
+    copy_sources(second)
+    os.umask(usual)
+    subprocess.run(["sh", "tools/gallery/make-locale.sh", SECOND_LOCALE], cwd=building.ROOT, check=True)
+
+    print("Making the release ...", flush=True)
+    package(build_stage(first), first / "out", building.commit_time())
+    print("Making it in another folder, at another time, with another time zone, language and umask ...", flush=True)
     subprocess.run(["faketime", "-f", "+400d", sys.executable, __file__, "--make", second], check=True,
-                   env=elsewhere, umask=0o077)
+                   umask=SECOND_UMASK,
+                   env={**os.environ, "TZ": "Asia/Tokyo", "LC_ALL": SECOND_LOCALE,
+                        "LOCPATH": str(building.ROOT / "build" / "locales")})
     found = differences.between(first / "out", second / "out")
     print("".join(f"{line}\n" for line in found), end="")
     print("The two are not equal." if found else "Every file is the same, byte by byte.")
@@ -98,6 +105,7 @@ def release(signer):
     if changes:
         raise SystemExit("A release is made of a commit, and these files are not as in the last one. Commit or "
                          "remove them first:\n" + "\n".join(changes[:20]))
+    copy_sources(WORK / "release")
     package(build_stage(WORK / "release"), OUT, building.commit_time(), signer)
     print(f"The release is in {OUT.relative_to(building.ROOT)}/:")
     print("".join(f"  {file.name}\n" for file in sorted(OUT.iterdir())), end="")
@@ -134,7 +142,7 @@ def main(arguments):
     if not options.sign and (options.password_file or options.timestamp_server):
         parser.error("--password-file and --timestamp-server are for --sign")
     if options.make:
-        make(options.make)
+        package(build_stage(options.make), options.make / "out", building.commit_time())
         return 0
     if options.check:
         return check()
