@@ -3,8 +3,8 @@ import re
 import subprocess
 import unittest
 
-import differences
 import made
+import differences  # made has set the path
 
 PARTS = differences.package_parts(made.PACKAGE.read_bytes())
 VERSIONED = ["QVK7400SM.exe", "QVK7400SMs.dll"]

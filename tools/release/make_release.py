@@ -76,6 +76,13 @@ def build_stage(folder):
     return folder / "stage"
 
 
+def make_from(folder, *prefix, umask=-1, **environment):
+    """Makes the release in `folder` with the scripts of the copy of the sources there, in a process of its own."""
+    script = folder / "source" / "tools" / "release" / "make_release.py"
+    subprocess.run([*prefix, sys.executable, script, "--make", folder], check=True, umask=umask,
+                   env={**os.environ, **environment})
+
+
 def check():
     """Makes the release twice, the second time as differently as one machine can, and compares."""
     first, second = WORK / "first", WORK / "the-second-one-elsewhere"
@@ -88,12 +95,10 @@ def check():
     subprocess.run(["sh", "tools/gallery/make-locale.sh", SECOND_LOCALE], cwd=building.ROOT, check=True)
 
     print("Making the release ...", flush=True)
-    package(build_stage(first), first / "out", building.commit_time())
+    make_from(first)
     print("Making it in another folder, at another time, with another time zone, language and umask ...", flush=True)
-    subprocess.run(["faketime", "-f", "+400d", sys.executable, __file__, "--make", second], check=True,
-                   umask=SECOND_UMASK,
-                   env={**os.environ, "TZ": "Asia/Tokyo", "LC_ALL": SECOND_LOCALE,
-                        "LOCPATH": str(building.ROOT / "build" / "locales")})
+    make_from(second, "faketime", "-f", "+400d", umask=SECOND_UMASK, TZ="Asia/Tokyo", LC_ALL=SECOND_LOCALE,
+              LOCPATH=str(building.ROOT / "build" / "locales"))
     found = differences.between(first / "out", second / "out")
     print("".join(f"{line}\n" for line in found), end="")
     print("The two are not equal." if found else "Every file is the same, byte by byte.")
