@@ -22,8 +22,8 @@ class ScaledPicture {
 public:
     explicit ScaledPicture(PictureSize size) noexcept : _size(size) {}
 
-    // Lines are added from the bottom up, each as long as the picture is wide. May throw
-    // std::bad_alloc, as the next one.
+    // Lines are added from the bottom up, each as long as the picture is wide. This and the next
+    // one may throw std::bad_alloc.
     void addLine(std::span<const Rgb> line);
     // The colours line by line from the top.
     [[nodiscard]] std::vector<Rgb> pixels() const;
