@@ -234,11 +234,15 @@ TEST_F(AlertCursorTest, IsAnArrowOverAnAlertAndItsControls) {
         EXPECT_EQ(cursorOver(control(id)), arrow) << id;
 }
 
-// The frame has arrows of its own, which show that it can be moved.
+// The frame has arrows of its own, which show that it can be moved: the system sets them after the
+// alert has set its arrow.
 TEST_F(AlertCursorTest, IsLeftToTheSystemOverTheFrame) {
     open(kDetailOnly);
+    ::SetCursor(hand);
 
     EXPECT_EQ(alert->dlgProc(alert->window(), WM_SETCURSOR, 0, 0), 0);
+
+    EXPECT_EQ(::GetCursor(), arrow);
 }
 
 TEST_F(AlertCursorTest, IsAHandOverLinksAlone) {

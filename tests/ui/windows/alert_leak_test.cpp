@@ -1,0 +1,83 @@
+// That nothing is left of alerts that are gone. A program of its own, because it takes minutes.
+#include "tests/ui/windows/alert_window_fixture.h"
+#include "tools/gauges/gauges.h"
+
+#include <functional>
+#include <string>
+
+namespace {
+
+using AlertLeakTest = AlertWindowTest;
+
+BOOL CALLBACK countDialog(HWND window, LPARAM count) {
+    wchar_t name[32] = {};
+    ::GetClassNameW(window, name, 32);
+    if (std::wstring(name) == L"#32770") ++*reinterpret_cast<int*>(count);
+    return TRUE;
+}
+
+TEST_F(AlertLeakTest, LeavesNothingBehindAfterFiveHundredAlerts) {
+    constexpr int kWarmUp = 33, kAlerts = 500, kTypes = 33;
+    const auto openAndEnd = [this](int i) {
+        open(i % kTypes);
+        compactAlertWindow(alert->window(), true);
+        alert_desktop::pump();
+        alert.reset();
+        alert_desktop::pump();
+    };
+    for (int i = 0; i < kWarmUp; ++i)
+        openAndEnd(i);
+    const Gauges before = readGauges();
+
+    for (int i = 0; i < kAlerts; ++i)
+        openAndEnd(i);
+
+    const Gauges after = readGauges();
+    EXPECT_LE(after.gdiObjects, before.gdiObjects + 3);
+    EXPECT_LE(after.handles, before.handles + 2);
+    EXPECT_EQ(after.threads, before.threads);
+    int windows = 0;
+    ::EnumThreadWindows(::GetCurrentThreadId(), &countDialog, reinterpret_cast<LPARAM>(&windows));
+    EXPECT_EQ(windows, 0);
+}
+
+// Wine keeps a little memory of every dialog that was ever open. So an alert is compared with a
+// dialog of the same template that only fills its list: it must not leave more memory behind.
+INT_PTR CALLBACK bareProcedure(HWND dialog, UINT message, WPARAM, LPARAM) {
+    if (message != WM_INITDIALOG) return FALSE;
+    ::ShowWindow(::GetDlgItem(dialog, 1008), SW_SHOW);
+    for (int i = 0; i < 9; ++i) {
+        ::SendDlgItemMessageW(dialog, 1008, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(L"In 1 day"));
+    }
+    return TRUE;
+}
+
+TEST_F(AlertLeakTest, KeepsNoMemoryBeyondThatOfABareDialog) {
+    constexpr int kDialogs = 100, kSlack = 20;
+    const auto grownBy = [](const std::function<void()>& openAndEnd) {
+        for (int i = 0; i < kDialogs / 4; ++i)
+            openAndEnd();
+        const long before = readGauges().heapBlocks;
+        for (int i = 0; i < kDialogs; ++i)
+            openAndEnd();
+        return readGauges().heapBlocks - before;
+    };
+    const long bare = grownBy([] {
+        const HWND dialog = ::CreateDialogParamW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(210),
+                                                 nullptr, bareProcedure, 0);
+        ::ShowWindow(dialog, SW_SHOW);
+        alert_desktop::pump();
+        ::DestroyWindow(dialog);
+        alert_desktop::pump();
+    });
+
+    const long ours = grownBy([this] {
+        open(4);
+        alert.reset();
+        alert_desktop::pump();
+    });
+
+    EXPECT_LE(ours, bare + kSlack);
+}
+
+}  // namespace
