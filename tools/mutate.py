@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Mutation of the logic: makes one small change at a time and demands that a test notices.
 
-usage: tools/mutate.py [--changed | FILE ... | FOLDER ...] [--survivors] [--jobs N]
+usage: tools/mutate.py [windows] [--changed | FILE ... | FOLDER ...] [--survivors] [--jobs N]
                        [--limit N] [--seed N] [--only REGEX] [--list]
 
 A change is another token, a statement left out or exchanged with the next, a null argument, a direct
@@ -11,7 +11,9 @@ program fails, crashes or does not end in time. What lives through that is compi
 when that makes the same code of both, nobody can tell them apart. What is left is judged again under the
 address, leak and undefined-behaviour sanitizers, where memory also runs out. In a header two neighbouring
 virtual functions are exchanged, which the tests of their slots must notice. The files themselves must pass
-first. Verdicts are kept in build/mutation and reused while code, tests and headers are the same.
+first. With the word "windows" the Windows-only sources are judged, in the Windows build that is checked, by
+tests under Wine; each job has a prefix and a display of its own. Verdicts are kept in build/mutation and reused
+while code, tests and headers are the same.
 
 A mutant that changes nothing a test can see is marked beside its line of code, or above it, with the
 words in brackets that stand behind it in the list of survivors, and with the reason:
@@ -35,19 +37,19 @@ import sys
 import threading
 import time
 
-from mutation.builder import CHECKED, PROGRAMS, STATE, Builder, build, folder_of, verdict
+from mutation.builder import NATIVE, STATE, WINDOWS, Builder, build, desk_of, folder_of, verdict
 from mutation.mutants import ROOT, mutants_of, unmarked
 from mutation.verdicts import Verdicts
 
 SAVE_EACH_SECONDS = 30
 
 
-def logic_files(only_changed):
+def files_of(kind, only_changed):
     listed = ["git", "-C", str(ROOT), "ls-files", "*.cpp", "*.h"]
     if only_changed:
         listed = ["git", "-C", str(ROOT), "diff", "--name-only", "--diff-filter=d", "main", "--", "*.cpp", "*.h"]
     names = subprocess.run(listed, capture_output=True, text=True, check=True).stdout.splitlines()
-    return [n for n in names if folder_of(n) in PROGRAMS and "/windows/" not in n and "/simulated/" not in n]
+    return [n for n in names if folder_of(n) in kind.rounds[0].programs]
 
 
 def options_given():
@@ -60,15 +62,15 @@ def options_given():
     parser.add_argument("--only", default="")
     parser.add_argument("--list", action="store_true")
     parser.add_argument("files", nargs="*")
-    return parser.parse_args()
+    return parser.parse_intermixed_args()
 
 
-def chosen_files(options):
-    logic = logic_files(options.changed)
-    files = logic if not options.files else [
-        file for file in logic if file in options.files or folder_of(file) in options.files]
+def chosen_files(options, kind):
+    files = files_of(kind, options.changed)
+    if options.files:
+        files = [file for file in files if file in options.files or folder_of(file) in options.files]
     if options.files and not files:
-        sys.exit(f"no file or folder of the logic: {' '.join(options.files)}")
+        sys.exit(f"no file or folder of the logic, nor of Windows with the word windows: {' '.join(options.files)}")
     return files
 
 
@@ -90,15 +92,18 @@ def chosen_mutants(options, files):
 def judge_all(builder, mutants, verdicts, jobs):
     """Counts by verdict; prints the survivors as they are found and saves the verdicts as it goes."""
     counts = collections.Counter()
-    place = STATE / "work" / str(os.getpid())
     save_at = [time.monotonic() + SAVE_EACH_SECONDS]
     counting = threading.Lock()
 
     # Each job has a folder of its own, so jobs take every nth mutant.
     def work(job):
-        for mutant in mutants[job::jobs]:
+        with desk_of(builder.kind, job) as desk:
+            judge(mutants[job::jobs], desk)
+
+    def judge(share, desk):
+        for mutant in share:
             known = verdicts[mutant.file]
-            value = known.get(mutant) or verdict(builder, mutant, place / str(job))
+            value = known.get(mutant) or verdict(builder, mutant, desk)
             with counting:
                 known.put(mutant, value)
                 counts[value] += 1
@@ -111,7 +116,7 @@ def judge_all(builder, mutants, verdicts, jobs):
 
     with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
         list(pool.map(work, range(jobs)))
-    shutil.rmtree(place, ignore_errors=True)
+    shutil.rmtree(STATE / "work" / str(os.getpid()), ignore_errors=True)
     for kept in verdicts.values():
         kept.save()
     return counts
@@ -119,20 +124,23 @@ def judge_all(builder, mutants, verdicts, jobs):
 
 def main():
     options = options_given()
-    files = chosen_files(options)
+    kind = WINDOWS if options.files[:1] == ["windows"] else NATIVE
+    options.files = options.files[1:] if kind is WINDOWS else options.files
+    files = chosen_files(options, kind)
     mutants, marked, stray = chosen_mutants(options, files)
     if options.list:
         for mutant in mutants:
             print(f"{mutant.file}:{mutant.line}: {mutant.change()}")
         return 0
-    names = sorted({name for mutant in mutants for name in CHECKED.programs[folder_of(mutant.file)]})
-    if names and not build(names):
+    names = sorted({name for mutant in mutants for judging in kind.rounds
+                    for name in judging.programs[folder_of(mutant.file)]})
+    if names and not build(kind, names):
         print("0 passed, 1 failed")
         return 1
     started = time.monotonic()
     counts = collections.Counter()
     if mutants:
-        builder = Builder()
+        builder = Builder(kind)
         verdicts = {file: Verdicts(file, options.survivors) for file in files}
         counts = judge_all(builder, [m for m in mutants if builder.can_compile(m.file)], verdicts, options.jobs)
     killed, survived = counts["killed"], counts["survived"]

@@ -55,6 +55,10 @@ class Operators(unittest.TestCase):
 
     def test_a_call_is_left_out(self):
         self.assertEqual(changes("    plain();", "without it"), [""])
+        self.assertEqual(changes("    ::DeleteObject(text);", "without it"), [""])
+
+    def test_a_truth_value_of_the_system_becomes_the_other(self):
+        self.assertEqual(changes("    return TRUE;", "with"), ["    return FALSE;"])
 
     def test_a_pointer_argument_becomes_null(self):
         self.assertEqual(changes("    print(text, number);", "with nullptr"), ["    print(nullptr, number);"])

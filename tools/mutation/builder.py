@@ -1,11 +1,14 @@
 """How a mutant is built, run and judged."""
 
+import collections
+import contextlib
 import dataclasses
 import json
 import os
 import pathlib
 import re
 import shlex
+import signal
 import subprocess
 import sys
 import tempfile
@@ -15,7 +18,6 @@ import time
 from mutation.mutants import ROOT, lines_of
 
 STATE = ROOT / "build" / "mutation"
-BUILD = STATE / "build"
 # Not optimized, every source compiled alone, whatever the presets do.
 CONFIGURATION = ("-G", "Ninja", "-DCMAKE_BUILD_TYPE=", "-DCMAKE_CXX_COMPILER=g++", "-DCMAKE_UNITY_BUILD=OFF",
                  "-DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON", "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON")
@@ -42,6 +44,16 @@ LATE_PROGRAMS = {
     "monitor": ["monitor_faults"],
     "ui": ["ui_faults"],
 }
+# Of the Windows-only sources, in the build that is checked: guard heap and undefined behaviour.
+WINDOWS_PROGRAMS = {
+    "platform/windows": ["platform_test", "platform_windows_test", "platform_pipe_rights_test"],
+    "ui/windows": ["alert_window_tests", "alert_pictures_tests", "alert_language_tests", "alert_system_calls_tests",
+                   "alert_scale_tests"],
+}
+LATE_WINDOWS_PROGRAMS = {
+    "platform/windows": [],
+    "ui/windows": ["accessible_control_tests", "alert_window_faults", "alert_layout_tests", "alert_leak_tests"],
+}
 # The tests that must notice another order of virtual functions: only their sources are compiled with
 # the changed header, so nothing else of the program may run.
 SLOT_TESTS_INCLUDE = "tests/support/slot_of.h"
@@ -60,6 +72,17 @@ class Round:
     programs: dict
 
 
+@dataclasses.dataclass(frozen=True, eq=False)
+class Kind:
+    """Sources that are built alike: how their build is configured, and the rounds that a mutant must survive."""
+
+    build: pathlib.Path
+    configure: tuple
+    suffix: str    # of a program
+    link_flags: tuple
+    rounds: tuple
+
+
 QUICK = Round("quick", (), ("prlimit", "--as=2000000000", "--core=0"), {"MALLOC_PERTURB_": "165"},
               PROGRAMS)
 CHECKED = Round("checked",
@@ -68,19 +91,56 @@ CHECKED = Round("checked",
                 {"ASAN_OPTIONS": "hard_rss_limit_mb=1500:detect_stack_use_after_return=1:"
                                  "strict_string_checks=1:check_initialization_order=1:strict_init_order=1"},
                 {folder: [*names, *LATE_PROGRAMS[folder]] for folder, names in PROGRAMS.items()})
+NATIVE = Kind(STATE / "build", ("cmake", "-S", str(ROOT), "-B", str(STATE / "build"), *CONFIGURATION), "", (),
+              (QUICK, CHECKED))
+
+WINE = ("sh", str(ROOT / "tools" / "wine" / "run-test.sh"))
+WINDOWS = Kind(ROOT / "build" / "windows-checked", ("cmake", "--preset", "windows-checked"), ".exe", ("-s",),
+               (Round("wine", (), WINE, {}, WINDOWS_PROGRAMS), Round("late-wine", (), WINE, {}, LATE_WINDOWS_PROGRAMS)))
+
+
+@dataclasses.dataclass(frozen=True, eq=False)
+class Desk:
+    """What one of the jobs works with: a folder of its own, where its programs go, and their environment."""
+
+    place: pathlib.Path
+    programs: str  # the path of a program without its name
+    environment: dict
+
+
+@contextlib.contextmanager
+def desk_of(kind, job):
+    """Windows programs get a Wine prefix and a display that no other job uses, for as long as the desk stands.
+    They lie beside the test programs, where they find their libraries."""
+    place = STATE / "work" / str(os.getpid()) / str(job)
+    place.mkdir(parents=True, exist_ok=True)
+    if kind is NATIVE:
+        yield Desk(place, f"{place}/", dict(os.environ))
+        return
+    show = "import json, os; print(json.dumps(dict(os.environ)), flush=True)"
+    command = ["sh", str(ROOT / "tools" / "wine" / "with-wine.sh"), str(ROOT / "build" / "wine-template"),
+               "sh", "-c", f"{shlex.quote(sys.executable)} -c '{show}'; cat"]
+    with subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True) as keeper:
+        desk = Desk(place, f"{kind.build}/tests/mutant-{os.getpid()}-{job}-", json.loads(keeper.stdout.readline()))
+        try:
+            yield desk
+        finally:
+            for program in pathlib.Path(desk.programs).parent.glob(f"mutant-{os.getpid()}-{job}-*"):
+                program.unlink()
+            keeper.stdin.close()
 
 
 def folder_of(file):
-    return file.split("/")[0]
+    return file.rpartition("/")[0]
 
 
-def build(programs):
+def build(kind, programs):
     """Configures and builds the test programs; True when that worked, else the log is printed."""
     STATE.mkdir(parents=True, exist_ok=True)
     with tempfile.NamedTemporaryFile(dir=STATE, suffix=".log") as log:
         for label, command in (
-                ("configuring for mutation", ["cmake", "-S", str(ROOT), "-B", str(BUILD), *CONFIGURATION]),
-                ("building for mutation", ["cmake", "--build", str(BUILD), "--target", *programs])):
+                ("configuring for mutation", kind.configure),
+                ("building for mutation", ["cmake", "--build", str(kind.build), "--target", *programs])):
             progress = [sys.executable, str(ROOT / "tools" / "progress.py"), label, log.name]
             if subprocess.run([*progress, *command]).returncode:
                 print(pathlib.Path(log.name).read_text(encoding="utf-8", errors="replace")[-8000:])
@@ -91,10 +151,11 @@ def build(programs):
 class Builder:
     """Knows how a source is compiled and how its test programs are linked."""
 
-    def __init__(self):
-        commands = json.loads((BUILD / "compile_commands.json").read_text(encoding="utf-8"))
+    def __init__(self, kind):
+        self.kind = kind
+        commands = json.loads((kind.build / "compile_commands.json").read_text(encoding="utf-8"))
         self._compile = {}
-        for entry in (c for c in commands if c["file"].startswith(str(ROOT))):
+        for entry in (c for c in commands if c["file"].startswith(str(ROOT)) and c["file"].endswith(".cpp")):
             file, command = str(pathlib.Path(entry["file"]).relative_to(ROOT)), shlex.split(entry["command"])
             # Programs may compile a source for themselves, with other flags: its own library's count.
             if command[command.index("-o") + 1].startswith(f"{pathlib.Path(file).parent}/CMakeFiles/"):
@@ -104,27 +165,38 @@ class Builder:
         self._proving = threading.Lock()
         self._longest = {}
         self._links = {}
+        self.kills = collections.Counter()
 
     def can_compile(self, file):
         return file in self._compile or file.endswith(".h")
 
-    def proves(self, judging, file, place):
+    def proves(self, judging, file, desk):
         """Whether a file passes a round as it is; tried once, when the first of its mutants comes."""
+        key = judging, self._proof_of(file)
         with self._proving:
-            if (judging, file) not in self._proven:
-                self._proven[judging, file] = lives(self, judging, file, lines_of(file), place)
-            return self._proven[judging, file]
+            if key not in self._proven:
+                self._proven[key] = lives(self, judging, file, lines_of(file), desk)
+            return self._proven[key]
+
+    def _proof_of(self, file):
+        """Tests with windows take long: there one file speaks for its folder."""
+        return file if self.kind is NATIVE else folder_of(file)
+
+    def likeliest_first(self, file, programs):
+        """The program that has noticed most mutants of a file is likely to notice the next one too."""
+        return sorted(programs, key=lambda program: -self.kills[file, program])
 
     def took(self, judging, file, program, seconds):
-        key = judging, file, program
+        key = judging, self._proof_of(file), program
         self._longest[key] = max(seconds, self._longest.get(key, 0))
 
     def time_limit(self, judging, file, program):
         """How long a program may run with a mutant of a file; with the file itself, which comes first, as
         long as it likes."""
-        if (judging, file, program) not in self._longest:
+        key = judging, self._proof_of(file), program
+        if key not in self._longest:
             return None
-        return max(LEAST_TIME_LIMIT_SECONDS, TIME_LIMIT_FACTOR * self._longest[judging, file, program])
+        return max(LEAST_TIME_LIMIT_SECONDS, TIME_LIMIT_FACTOR * self._longest[key])
 
     def compile(self, judging, file, source, target):
         """Compiles what stands in source as file is compiled, but quickly and with checked containers."""
@@ -138,12 +210,12 @@ class Builder:
 
     def optimized(self, file, source, target):
         """The object that the optimizer makes of a source: the same for two sources that do the same."""
-        flags = [part for part in self._flags(file) if not part.startswith("-g")]
+        flags = [part for part in self._flags(file) if not part.startswith(("-g", "-fsanitize"))]
         self._ran([*flags, "-O2", "-DNDEBUG", "-o", str(target), "-c", str(source)])
         return target.read_bytes()
 
     def _ran(self, command):
-        return subprocess.run(command, cwd=BUILD, capture_output=True).returncode == 0
+        return subprocess.run(command, cwd=self.kind.build, capture_output=True).returncode == 0
 
     def _flags(self, file):
         command = [part for part in self._compile[file]
@@ -164,14 +236,14 @@ class Builder:
         includes = [line for line in lines if plain and line.startswith("#include")]
         head.write_text("\n".join(includes) + "\n", encoding="utf-8")
         subprocess.run([*self._flags(file), "-O0", "-D_GLIBCXX_ASSERTIONS", *judging.flags, "-x", "c++-header",
-                        "-o", f"{head}.gch", "-c", str(head)], cwd=BUILD, check=True, capture_output=True)
+                        "-o", f"{head}.gch", "-c", str(head)], cwd=self.kind.build, check=True, capture_output=True)
         self._heads[judging, file] = head
         return head
 
     def _link_command(self, program):
         """What ninja links the program with."""
         if program not in self._links:
-            listed = subprocess.run(["ninja", "-t", "commands", "-s", f"tests/{program}"], cwd=BUILD,
+            listed = subprocess.run(["ninja", "-t", "commands", "-s", f"tests/{program}{self.kind.suffix}"], cwd=self.kind.build,
                                     capture_output=True, text=True, check=True).stdout
             line = listed.strip().splitlines()[-1]
             command = shlex.split(line.replace(": && ", "", 1).rsplit(" && :", 1)[0])
@@ -188,78 +260,80 @@ class Builder:
         else:
             command.insert(command.index("-o"), str(changed))
         command[command.index("-o") + 1] = str(target)
-        return self._ran([*command, "-fuse-ld=lld", *flags])
+        return self._ran([*command, "-fuse-ld=lld", *flags, *self.kind.link_flags])
 
 
-def passes(judging, program, seconds, *arguments):
+def passes(judging, desk, program, seconds, *arguments):
+    ran = subprocess.Popen([*judging.runner, program, "--gtest_brief=1", "--gtest_fail_fast", *arguments],
+                           cwd=ROOT, env={**desk.environment, **judging.environment}, start_new_session=True,
+                           stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     try:
-        ran = subprocess.run([*judging.runner, str(program), "--gtest_brief=1", "--gtest_fail_fast", *arguments],
-                             cwd=ROOT, timeout=seconds, env={**os.environ, **judging.environment},
-                             stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        return ran.returncode == 0
+        return ran.wait(seconds) == 0
     except subprocess.TimeoutExpired:
+        os.killpg(ran.pid, signal.SIGKILL)  # with what the runner has started
+        ran.wait()
         return False
 
 
-def lives(builder, judging, file, lines, place):
+def lives(builder, judging, file, lines, desk):
     """Whether changed lines of a source pass a round; None when they do not compile."""
-    place.mkdir(parents=True, exist_ok=True)
-    source, changed = place / "mutant.cpp", place / "mutant.o"
+    source, changed = desk.place / "mutant.cpp", desk.place / "mutant.o"
     source.write_text("\n".join(lines) + "\n", encoding="utf-8")
     if not builder.compile(judging, file, source, changed):
         return None
-    for name in judging.programs[folder_of(file)]:
-        program = place / name
+    for name in builder.likeliest_first(file, judging.programs[folder_of(file)]):
+        program = f"{desk.programs}{name}{builder.kind.suffix}"
         if not builder.link(name, file, changed, program, judging.flags):
             return None
         started = time.monotonic()
-        if not passes(judging, program, builder.time_limit(judging, file, name)):
+        if not passes(judging, desk, program, builder.time_limit(judging, file, name)):
+            builder.kills[file, name] += 1
             return False
         builder.took(judging, file, name, time.monotonic() - started)
     return True
 
 
-def slots_live(builder, file, lines, place):
+def slots_live(builder, file, lines, desk):
     """Whether the tests of the order of virtual functions pass with changed lines of a header."""
-    header = place / "headers" / file
+    header = desk.place / "headers" / file
     header.parent.mkdir(parents=True, exist_ok=True)
     header.write_text("\n".join(lines) + "\n", encoding="utf-8")
     try:
         for path in sorted((ROOT / "tests" / folder_of(file)).glob("*.cpp")):
             if SLOT_TESTS_INCLUDE not in path.read_text(encoding="utf-8"):
                 continue
-            test, changed, program = str(path.relative_to(ROOT)), place / "slots.o", place / "slots"
-            if not (builder.compile_test(test, place / "headers", changed) and
+            test, changed, program = str(path.relative_to(ROOT)), desk.place / "slots.o", desk.place / "slots"
+            if not (builder.compile_test(test, desk.place / "headers", changed) and
                     builder.link(PROGRAMS[folder_of(file)][0], test, changed, program)):
                 return None
-            if not passes(QUICK, program, LEAST_TIME_LIMIT_SECONDS, SLOT_TESTS_FILTER):
+            if not passes(QUICK, desk, str(program), LEAST_TIME_LIMIT_SECONDS, SLOT_TESTS_FILTER):
                 return False
         return True
     finally:
         header.unlink()
 
 
-def verdict(builder, mutant, place):
+def verdict(builder, mutant, desk):
     """killed, survived, same (the optimizer makes the same of both) or invalid (does not compile)."""
     original = lines_of(mutant.file)
     changed = mutant.applied_to(original)
     if mutant.file.endswith(".h"):
-        living = slots_live(builder, mutant.file, changed, place)
+        living = slots_live(builder, mutant.file, changed, desk)
         return "invalid" if living is None else "survived" if living else "killed"
-    for judging in (QUICK, CHECKED):
-        if not builder.proves(judging, mutant.file, place):
+    for judging in builder.kind.rounds:
+        if not builder.proves(judging, mutant.file, desk):
             sys.exit(f"{mutant.file}: fails the {judging.name} round without any mutation")
-        living = lives(builder, judging, mutant.file, changed, place)
+        living = lives(builder, judging, mutant.file, changed, desk)
         if not living:
             return "invalid" if living is None else "killed"
-        if judging is QUICK and is_the_same(builder, mutant, original, changed, place):
+        if judging is builder.kind.rounds[0] and is_the_same(builder, mutant, original, changed, desk):
             return "same"
     return "survived"
 
 
-def is_the_same(builder, mutant, original, changed, place):
-    source, objects = place / "mutant.cpp", []
+def is_the_same(builder, mutant, original, changed, desk):
+    source, objects = desk.place / "mutant.cpp", []
     for lines in (original, changed):
         source.write_text("\n".join(lines) + "\n", encoding="utf-8")
-        objects.append(builder.optimized(mutant.file, source, place / "optimized.o"))
+        objects.append(builder.optimized(mutant.file, source, desk.place / "optimized.o"))
     return objects[0] == objects[1]

@@ -13,7 +13,7 @@ SWAPS = [
     (r" < ", " <= "), (r" <= ", " < "), (r" > ", " >= "), (r" >= ", " > "),
     (r" == ", " != "), (r" != ", " == "), (r" && ", " || "), (r" \|\| ", " && "),
     (r" \+ ", " - "), (r" - ", " + "), (r" \+= ", " -= "), (r" -= ", " += "),
-    (r"\btrue\b", "false"), (r"\bfalse\b", "true"), (r"\+\+", "--"), (r"--", "++"),
+    (r"\btrue\b", "false"), (r"\bfalse\b", "true"), (r"\bTRUE\b", "FALSE"), (r"\bFALSE\b", "TRUE"), (r"\+\+", "--"), (r"--", "++"),
 ]
 # Conversions that take the same arguments, in pairs: each is replaced by the other one.
 SIBLINGS = [
@@ -25,7 +25,7 @@ SIBLING_OF = {**dict(SIBLINGS), **{other: one for one, other in SIBLINGS}}
 CAPACITY = re.compile(r"SmallVector<|\.reserve\(")
 NUMBER = re.compile(r"(?<![\w.'])(\d+)(?![\w.'])")
 CONDITION = re.compile(r"\bif \((?!constexpr)(.+)\) (return|\{|break|continue)")
-CALL = re.compile(r"^\s+[A-Za-z_][\w.:>\-]*\(.*\);$")
+CALL = re.compile(r"^\s+(?:::)?[A-Za-z_][\w.:>\-]*\(.*\);$")
 # A statement of one line that declares nothing: a call, an assignment, an increment or a delete.
 EFFECT = re.compile(r"^ +(?!break;|continue;|return;)(?:delete |\+\+|--|\*|::)?[A-Za-z_][\w.:\->\[\]]*(?:\(.*\)|\[.*\])?[\w.\->]*"
                     r"(?: [-+|&]?= .*|\(.*\))?;$")

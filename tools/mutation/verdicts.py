@@ -24,7 +24,7 @@ class Verdicts:
         self._path = STATE / "verdicts" / (file.replace("/", "@") + ".json")
         folder = folder_of(file)
         self._code = digest([ROOT / file, *(ROOT / folder).glob("*.h")])
-        faults = (f"tests/fault_injection/{name}_test.cpp" for name in LATE_PROGRAMS[folder])
+        faults = (f"tests/fault_injection/{name}_test.cpp" for name in LATE_PROGRAMS.get(folder, []))
         self._tests = digest([*(ROOT / "tests" / folder).glob("*"),
                               *(ROOT / name for name in faults if (ROOT / name).exists())])
         code = [number for number, line in enumerate(lines_of(file), 1) if code_of(line).strip()]

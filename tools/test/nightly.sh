@@ -10,6 +10,7 @@ commands='
 fuzz --minutes 30   | fuzz --minutes 1 command_line
 fuzz_coverage       | fuzz_coverage
 mutate              | mutate --changed
+mutate_windows      | mutate_windows --changed
 soak                | soak --short
 threads             | threads --short
 portability         | portability
