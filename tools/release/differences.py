@@ -79,7 +79,8 @@ def archive_parts(content):
     with zipfile.ZipFile(io.BytesIO(content)) as archive:
         for entry in archive.infolist():
             parts[entry.filename] = archive.read(entry)
-            parts[f"{entry.filename} in the list"] = f"{entry!r} {entry.date_time} {entry.extra!r}".encode()
+            parts[f"{entry.filename} in the list"] = (
+                f"{entry.date_time} {entry.external_attr:o} {entry.create_system} {entry.extra!r}").encode()
     return parts
 
 

@@ -114,18 +114,26 @@ def copyright_paragraphs(package):
 
 
 def paragraphs_of(name, paragraphs):
-    """Those that speak of an object such as libmingwex.a(lib64_libmingwex_a-misc), or the one for all others."""
+    """Those that may speak of an object such as libmingwex.a(lib64_libmingwex_a-misc). An archive does not say
+    the folder of a source, so more than one may match; a notice too many does no harm."""
     name = re.sub(r"\(lib64_lib\w+-", "(", name)
     source = re.sub(r".*\(|\)|\.o$", "", name) + ".c"
-    found = [paragraph for paragraph in paragraphs[1:]
-             for pattern in paragraph.patterns
-             if (re.match(FOLDERS[pattern], name) if pattern in FOLDERS
-                 else fnmatch.fnmatchcase(source, pattern.rpartition("/")[2]) and not pattern.endswith("/*"))]
-    for paragraph in found:
-        if paragraph.licence not in LICENCES:
+    found, certain = [], False
+    for paragraph in paragraphs[1:]:
+        matching = [pattern for pattern in paragraph.patterns if matches(pattern, name, source)]
+        if matching and paragraph.licence not in LICENCES:
             raise SystemExit(f"{name} is linked in, and its licence is {paragraph.licence}: "
                              "tools/release/linked_parts.py must learn what it asks for.")
-    return found or paragraphs[:1]
+        if matching:
+            found.append(paragraph)
+        certain = certain or any(pattern in FOLDERS or pattern.endswith(f"/{source}") for pattern in matching)
+    return found if certain else [*found, paragraphs[0]]
+
+
+def matches(pattern, name, source):
+    if pattern in FOLDERS:
+        return re.match(FOLDERS[pattern], name)
+    return not pattern.endswith("/*") and fnmatch.fnmatchcase(source, pattern.rpartition("/")[2])
 
 
 def plain(terms):
