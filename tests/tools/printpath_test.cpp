@@ -104,6 +104,7 @@ TEST_F(PrintpathTest, EveryExpectationFailsWhenItIsNotMet) {
                               "expect-text-with headline toner",
                               "expect-visible detail",
                               "expect-hidden ok",
+                              "expect-focus help within=1",
                               "expect-position 120 120",
                               "expect-message x within=1",
                               "dismiss-message",

@@ -129,6 +129,7 @@ std::vector<Keyword> table() {
         {"expect-text-with", Running, {control(), text("text")}},
         {"expect-visible", Running, {control()}},
         {"expect-hidden", Running, {control()}},
+        {"expect-focus", Running, {control(), within()}},
         {"expect-position", Running, {number("left", 10000, -10000), number("top", 10000, -10000)}},
         {"expect-message", Running, {text("text"), optional(text("caption")), within()}},
         {"dismiss-message", Running, {}},

@@ -62,15 +62,6 @@ WORD virtualKey(const KeyPress& key) {
     return static_cast<WORD>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
 }
 
-HWND focusOf(HWND dialog) {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
-    const DWORD thread = ::GetWindowThreadProcessId(dialog, nullptr);
-    const bool inside = ::GetGUIThreadInfo(thread, &info) && info.hwndFocus != nullptr &&
-                        ::IsChild(dialog, info.hwndFocus);
-    return inside ? info.hwndFocus : dialog;
-}
-
 INPUT keyInput(WORD code, bool down) {
     INPUT input{};
     input.type = INPUT_KEYBOARD;
@@ -152,6 +143,15 @@ void chooseEntry(HWND dialog, int id, int entry) {
     if (ask(list, CB_SETCURSEL, static_cast<WPARAM>(entry), 0) != entry)
         throw Failure(named(id) + " has no entry " + std::to_string(entry));
     ask(dialog, WM_COMMAND, MAKEWPARAM(id, CBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
+}
+
+HWND focusOf(HWND dialog) {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    const DWORD thread = ::GetWindowThreadProcessId(dialog, nullptr);
+    const bool inside = ::GetGUIThreadInfo(thread, &info) && info.hwndFocus != nullptr &&
+                        ::IsChild(dialog, info.hwndFocus);
+    return inside ? info.hwndFocus : dialog;
 }
 
 void postKey(HWND dialog, const KeyPress& key) {

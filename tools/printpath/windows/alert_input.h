@@ -23,6 +23,9 @@ void clickControl(HWND dialog, int id);
 // Selects an entry of a drop-down list and notifies the dialog, as it happens when a user does it.
 void chooseEntry(HWND dialog, int id, int entry);
 
+// The control that has the focus, or the dialog itself.
+HWND focusOf(HWND dialog);
+
 // Posts the window messages that the system makes of a key press.
 void postKey(HWND dialog, const KeyPress& key);
 // Brings the dialog to the front and presses the key on the simulated keyboard.

@@ -76,8 +76,10 @@ void postKeyStep(ScenarioRun& run, const Step& step) {
     postKey(run.dialog, parseKey(step["key"].text).value());
 }
 
+// The keys of a user go to the message box that stands over the dialog.
 void typeKeyStep(ScenarioRun& run, const Step& step) {
-    typeKey(run.dialog, parseKey(step["key"].text).value());
+    const HWND box = run.messageBox();
+    typeKey(box != nullptr ? box : run.dialog, parseKey(step["key"].text).value());
 }
 
 void choose(ScenarioRun& run, const Step& step) {
@@ -189,6 +191,12 @@ void expectHidden(ScenarioRun& run, const Step& step) {
         throw Failure("control " + step["control"].text + " is visible");
 }
 
+void expectFocus(ScenarioRun& run, const Step& step) {
+    const HWND control = existingControl(run.dialog, controlOf(step));
+    run.waitUntil(step, "control " + step["control"].text + " to have the focus",
+                  [&] { return focusOf(run.dialog) == control; });
+}
+
 void expectPosition(ScenarioRun& run, const Step& step) {
     RECT place{};
     if (!::GetWindowRect(run.dialog, &place)) throw Failure("the dialog is not open any more");
@@ -241,6 +249,7 @@ std::vector<Action> dialogActions() {
         {"expect-text-with", expectTextWith},
         {"expect-visible", expectVisible},
         {"expect-hidden", expectHidden},
+        {"expect-focus", expectFocus},
         {"expect-position", expectPosition},
         {"expect-message", expectMessage},
         {"dismiss-message", dismissMessage},
