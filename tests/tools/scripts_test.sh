@@ -34,20 +34,21 @@ the_change_log_has_the_version() {
 }
 
 every_package_has_a_purpose() {
-    ! grep -v -e '^#' -e '^$' tools/packages.txt | grep -v -E '^[a-z0-9.+-]+ +(run|test|ci|nightly)( +1[23])?$' && echo all
+    ! grep -v -e '^#' -e '^$' tools/packages.txt | grep -v -E '^[a-z0-9.+-]+ +(run|release|test|ci|nightly)( +1[23])?$' && echo all
 }
 
-# What install-packages.sh would install of a list, on a system that has nothing and cannot install.
+# wanted_packages PURPOSE: what install-packages.sh would install of a list, on a system that has nothing and
+# cannot install.
 wanted_packages() {
     place=$(mktemp -d)
     release=$(sed -n 's/^VERSION_ID="\(.*\)"$/\1/p' /etc/os-release)
     cp tools/install-packages.sh "$place/"
-    printf '# a list\na run\nb test\nc nightly\nd ci %s\ne ci 1\n' "$release" >"$place/packages.txt"
+    printf '# a list\na run\nb test\nc nightly\nd ci %s\ne ci 1\nf release\n' "$release" >"$place/packages.txt"
     printf '#!/bin/sh\nexit 1\n' >"$place/dpkg-query"
     cp "$place/dpkg-query" "$place/apt-get"
     cp "$place/dpkg-query" "$place/sudo"
     chmod +x "$place"/dpkg-query "$place"/apt-get "$place"/sudo
-    PATH=$place:$PATH sh "$place/install-packages.sh" ci
+    PATH=$place:$PATH sh "$place/install-packages.sh" "$1"
     ended=$?
     rm -rf "$place"
     return "$ended"
@@ -200,7 +201,8 @@ check "a night goes on after a failure" 1 '^portability  *ok ' nightly_of_stubs
 check "a night counts what failed" 1 '^51 passed, 3 failed$' nightly_of_stubs
 check "a night does not believe a count against the exit code" 1 '^soak  *NOT OK .*exit code 1$' nightly_of_stubs
 check "the change log begins with the version of the project" 0 '^same$' the_change_log_has_the_version
-check "packages are those of the purpose and of this release" 1 '^Installing: a b d$' wanted_packages
+check "packages are those of the purpose and of this release" 1 '^Installing: a b d f$' wanted_packages ci
+check "a release needs no packages of the tests" 1 '^Installing: a f$' wanted_packages release
 check "every package is listed with its purpose" 0 '^all$' every_package_has_a_purpose
 check "a prefix that is named from the folder is made there" 0 "^whole$" place_of_a_prefix
 exit "$failed"
