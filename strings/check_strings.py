@@ -247,10 +247,10 @@ def letters_of(family):
     return set.intersection(*sets) if sets else set()
 
 
-def check_letters(table, macros):
+def check_letters(table, script_font, macros):
     """A letter that the fonts of the dialogs lack would be a box."""
     known = {"\n"}
-    for family in (text_rules.DIALOG_FONT, text_rules.FONTS.get(table.number)):
+    for family in (text_rules.DIALOG_FONT, script_font):
         if family and not letters_of(family):
             yield f'{table.name}:1: the font "{family}" is not installed'
         known |= letters_of(family) if family else set()
@@ -273,7 +273,7 @@ def check_language(folder, language, ids):
     except TableError as problem:
         return None, [*problems, Problem(str(problem), False)]
     macros = {entry.number: entry.macro for entry in ids}
-    found = [*check_table(table, macros), *check_letters(table, macros)]
+    found = [*check_table(table, macros), *check_letters(table, language.font, macros)]
     return table, problems + [Problem(text, False) for text in found]
 
 

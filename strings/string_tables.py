@@ -18,8 +18,9 @@ DEFINE = re.compile(r"#define\s+(IDS_[A-Z0-9_]+)\s+([0-9]+)\s*(?://\s*(.*))?")
 
 # section: the comment above the group of the id; note: the comment beside it.
 Id = namedtuple("Id", "macro number section note")
-# po: its name in gettext; number: its Windows language id; locale: one in which the tests run it.
-Language = namedtuple("Language", "po number english_name own_name locale")
+# po: its name in gettext; number: its Windows language id; locale: one in which the tests run it; font:
+# one for its script, empty where the font of the dialogs has it.
+Language = namedtuple("Language", "po number english_name own_name locale font", defaults=[""])
 
 
 class TableError(Exception):
@@ -59,7 +60,8 @@ def parse_languages(source):
         if not text or text.startswith("#"):
             continue
         fields = text.split("\t")
-        if len(fields) != len(Language._fields) or not re.fullmatch("[0-9A-F]{4}", fields[1]):
+        count = len(Language._fields)
+        if len(fields) not in (count - 1, count) or not re.fullmatch("[0-9A-F]{4}", fields[1]):
             raise TableError(f"{LANGUAGES}:{line}: not a language: {text}")
         languages.append(Language(fields[0], int(fields[1], 16), *fields[2:]))
     return languages

@@ -68,21 +68,9 @@ UNSEEN = {"Cc", "Cf", "Co", "Cn"}
 JOINERS = "\u200c\u200d"
 USE_JOINERS = {0x439, 0x845, 0x449, 0x44A, 0x44E, 0x447, 0x44B, 0x44C, 0x446}
 
-# The fonts in which dialogs are tested and pictured: one for all, one for each script it lacks.
-# What none of them has is a slip of the keyboard, or would be a box on the screen too.
+# The font in which dialogs are tested and pictured. languages.tsv names one for each script it lacks. What
+# neither has is a slip of the keyboard, or would be a box on the screen too.
 DIALOG_FONT = "DejaVu Sans Condensed"
-FONTS = {
-    **dict.fromkeys((0x804, 0x404, 0x411, 0x412), "Noto Sans CJK SC"),
-    0x41E: "Noto Sans Thai UI",
-    **dict.fromkeys((0x439, 0x44E), "Noto Sans Devanagari UI"),
-    0x845: "Noto Sans Bengali UI",
-    0x449: "Noto Sans Tamil UI",
-    0x44A: "Noto Sans Telugu UI",
-    0x447: "Noto Sans Gujarati UI",
-    0x44B: "Noto Sans Kannada UI",
-    0x44C: "Noto Sans Malayalam UI",
-    0x446: "Noto Sans Gurmukhi UI",
-}
 
 # An alert must not sound as if the reader had done something wrong.
 FORBIDDEN_IN_ENGLISH = ("error", "failure", "illegal", "invalid", "abort")

@@ -190,9 +190,9 @@ class TableChecks(unittest.TestCase):
 
 
 class Letters(unittest.TestCase):
-    def problems(self, text, language=GERMAN):
-        table = string_tables.Table("some.po", language, {149: text})
-        return list(check_strings.check_letters(table, {149: "IDS_PAPER"}))
+    def problems(self, text, script_font=""):
+        table = string_tables.Table("some.po", HINDI, {149: text})
+        return list(check_strings.check_letters(table, script_font, {149: "IDS_PAPER"}))
 
     def test_letters_of_the_dialog_font_pass(self):
         self.assertEqual(self.problems("\u00e4 \u0416 \u05d0 \u0627\n"), [])
@@ -202,8 +202,8 @@ class Letters(unittest.TestCase):
         self.assertEqual(self.problems("\u5e2e"), [f"some.po:1: IDS_PAPER: {reason}"])
 
     def test_a_script_with_a_font_of_its_own_passes_in_its_language_only(self):
-        self.assertEqual(self.problems("\u0916 Go \u200d", HINDI), [])
-        self.assertEqual(len(self.problems("\u0916", GERMAN)), 1)
+        self.assertEqual(self.problems("\u0916 Go \u200d", "Noto Sans Devanagari UI"), [])
+        self.assertEqual(len(self.problems("\u0916")), 1)
 
     def test_a_letter_that_only_the_regular_weight_has_is_refused(self):
         regular = check_strings.letters_of(f"{text_rules.DIALOG_FONT}:weight=80")
@@ -227,10 +227,11 @@ class ChecksOfTheLanguages(unittest.TestCase):
         languages = string_tables.parse_languages(rows)
         return check_strings.check_languages(languages, Path("no such folder"))
 
-    def test_a_line_has_five_fields(self):
-        found = string_tables.parse_languages(self.HEAD)
+    def test_a_line_has_five_fields_and_may_name_a_font(self):
+        found = string_tables.parse_languages(self.HEAD + "ja\t0411\tJapanese\t\u65e5\tja_JP\tMincho")
 
-        self.assertEqual(found, [("en", 0x409, "English", "English", "en_US")])
+        english = ("en", 0x409, "English", "English", "en_US", "")
+        self.assertEqual(found, [english, ("ja", 0x411, "Japanese", "\u65e5", "ja_JP", "Mincho")])
 
     def test_a_list_with_english_passes(self):
         self.assertEqual(self.check(self.HEAD), [])
