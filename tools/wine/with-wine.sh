@@ -4,11 +4,14 @@
 # With BEAMLINE_SPOOLER=FILE the prefix gets this file as its spooler (see place-spooler.sh).
 # With BEAMLINE_KEEP_DISPLAY=1, windows appear on the user's DISPLAY if there is one.
 # With BEAMLINE_DPI=NUMBER the screen has this many dots per inch instead of 96, and as much room as before.
+# With BEAMLINE_ALL_SCRIPTS=1 the dialogs have a font with the scripts of all languages (see make_font.py).
 set -eu
 template=$1
 shift
 here=$(cd "$(dirname "$0")" && pwd)
+fonts=$here/../../build/wine-fonts
 sh "$here/make-prefix.sh" "$template"
+[ "${BEAMLINE_ALL_SCRIPTS:-0}" != 1 ] || sh "$here/make-font.sh" "$fonts"
 
 dpi=${BEAMLINE_DPI:-96}
 screen=$((1280 * dpi / 96))x$((1024 * dpi / 96))
@@ -39,6 +42,13 @@ copy_prefix() {
     cp --remove-destination "$1"/drive_c/windows/*.ini "$2/drive_c/windows/"
 }
 
+# Programs ask for the usual fonts, which the registry replaces. Chinese letters still come through a link.
+use_font_of_all_scripts() {
+    cp "$fonts"/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
+    sed -i 's/="DejaVu Sans Condensed"$/="Beamline Test Sans"/' "$WINEPREFIX/user.reg"
+    sed -i 's/^"DejaVu Sans Condensed\(\( Bold\)\{0,1\}"=str(7):.*\)/&\n"Beamline Test Sans\1/' "$WINEPREFIX/system.reg"
+}
+
 if [ "${BEAMLINE_KEEP_DISPLAY:-0}" != 1 ] || [ -z "${DISPLAY:-}" ]; then
     Xvfb -displayfd 3 -screen 0 "${screen}x24" -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
     xpid=$!
@@ -62,6 +72,7 @@ if [ "$dpi" -ne 96 ]; then
     sed -i -e "s/^\\[Control Panel\\\\\\\\Desktop\\].*/&\n\"LogPixels\"=dword:$(printf %08x "$dpi")/" \
         -e "s/^\"Default\"=\"1280x1024\"/\"Default\"=\"$screen\"/" "$WINEPREFIX/user.reg"
 fi
+[ "${BEAMLINE_ALL_SCRIPTS:-0}" != 1 ] || use_font_of_all_scripts
 [ -z "${BEAMLINE_SPOOLER:-}" ] || sh "$here/place-spooler.sh" "$BEAMLINE_SPOOLER"
 # The first process starts service processes that keep its input and output open. It gets neither of
 # ours, because whoever reads our output would then wait for the services to end.
