@@ -11,7 +11,7 @@ passed=0 failed=0
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 for dpi in 96 192; do
-    BEAMLINE_DPI=$dpi sh tools/wine/with-wine.sh "$root/build/wine-template" \
+    BEAMLINE_ALL_SCRIPTS=1 BEAMLINE_DPI=$dpi sh tools/wine/with-wine.sh "$root/build/wine-template" \
         sh tests/ui/windows/layout_of_languages.sh "$programs" "$@" >"$log" 2>&1
     sed "\$d; s/^== .*/& at $dpi dots per inch/" "$log"
     counts=$(tail -n 1 "$log")

@@ -2,6 +2,7 @@
 
 #include "tests/ui/windows/alert_desktop.h"
 #include "ui/localized_text.h"
+#include "ui/resource_ids.h"
 #include "ui/windows/gdi_handles.h"
 #include "ui/windows/window_scale.h"
 
@@ -13,6 +14,7 @@
 namespace {
 
 constexpr int kFaceMargin = 6;  // pixels between a caption and each side of its button
+constexpr int kLeafMargin = 30, kLeafButton = 220;  // the same beside the leaf, and the width there
 constexpr int kLink = 1051, kRestOfItsLine = 1031;
 
 struct Shown {
@@ -87,8 +89,26 @@ void expectTextFits(const Shown& shown) {
         EXPECT_LE(size.cy, room.bottom) << nameOf(shown);
     } else if (shown.isButton) {
         const SIZE size = needed(shown, DT_SINGLELINE, 0);
-        EXPECT_LE(size.cx, room.right - 2 * kFaceMargin) << nameOf(shown);
+        const bool hasLeaf = shown.id == IDC_ALERT_RECYCLE;
+        const int margin = hasLeaf ? room.right * kLeafMargin / kLeafButton : kFaceMargin;
+        EXPECT_LE(size.cx, room.right - 2 * margin) << nameOf(shown);
         EXPECT_LE(size.cy, room.bottom) << nameOf(shown);
+    }
+}
+
+// Letters of Chinese, Japanese and Korean come through a link to another font. Names of pictures
+// are not seen.
+void expectLettersOfTheFont(const Shown& shown) {
+    if (!shown.isText && !shown.isButton) return;
+    const WindowDc dc(shown.window);
+    auto* font = reinterpret_cast<HFONT>(::SendMessageW(shown.window, WM_GETFONT, 0, 0));
+    const SelectedObject selected(dc.get(), font);
+    for (const wchar_t letter : shown.text) {
+        const bool isLinked = letter >= 0x2E80;
+        WORD glyph = 0;
+        ::GetGlyphIndicesW(dc.get(), &letter, 1, &glyph, GGI_MARK_NONEXISTING_GLYPHS);
+        EXPECT_TRUE(letter < L' ' || isLinked || glyph != 0xFFFF)
+            << nameOf(shown) << ", U+" << std::hex << static_cast<unsigned>(letter) << std::dec;
     }
 }
 
@@ -132,6 +152,7 @@ void expectNeatAsItIs(HWND dialog) {
     for (std::size_t i = 0; i < all.size(); ++i) {
         expectInside(dialog, all[i]);
         expectTextFits(all[i]);
+        expectLettersOfTheFont(all[i]);
         if (all[i].isList) expectChoicesFit(all[i], 1);
         for (std::size_t j = i + 1; j < all.size(); ++j) {
             const bool matters = (all[i].isText || all[i].isButton || all[i].isList) &&
