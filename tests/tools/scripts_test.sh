@@ -58,6 +58,7 @@ wanted_packages() {
 place_of_a_prefix() {
     place=$(mktemp -d)
     for program in wine wineboot wineserver; do
+        # shellcheck disable=SC2016  # the written script expands it
         printf '#!/bin/sh\necho "$WINEPREFIX" >>%s/told\n' "$place" >"$place/$program"
         chmod +x "$place/$program"
     done
