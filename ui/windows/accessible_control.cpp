@@ -31,7 +31,10 @@ LazyFunction<decltype(&::CoInitializeEx)> coInitialize(kComLibrary, "CoInitializ
 
 enum class Kind { Text, Picture, Link, Button, List, Other };
 
+// Other of a window that is not described (any more): an object may be kept longer than its window,
+// whose number then may belong to another one.
 Kind kindOf(HWND control) {
+    if (!isSubclassed(control, kOriginalProcedure)) return Kind::Other;
     wchar_t text[kLongestClass] = {};
     ::GetClassNameW(control, text, kLongestClass);
     const std::wstring_view name(text);
@@ -119,6 +122,16 @@ public:
         wchar_t buffer[kLongestText];
         return give(windowText(named, buffer), name);
     }
+    // The system takes any letter after an "&", which in a text is only part of a printer's name.
+    HRESULT STDMETHODCALLTYPE get_accKeyboardShortcut(VARIANT child, BSTR* shortcut) override {
+        const Kind kind = kindOf(_control);
+        const bool hasNone = kind == Kind::Text || kind == Kind::Picture || kind == Kind::Link;
+        if (!isSelf(child) || !hasNone) {
+            return _standard->get_accKeyboardShortcut(child, shortcut);
+        }
+        *shortcut = nullptr;
+        return S_FALSE;
+    }
     HRESULT STDMETHODCALLTYPE get_accState(VARIANT child, VARIANT* state) override {
         const HRESULT result = _standard->get_accState(child, state);
         if (SUCCEEDED(result) && state->vt == VT_I4 && isLink(child)) {
@@ -128,7 +141,8 @@ public:
     }
     HRESULT STDMETHODCALLTYPE get_accDefaultAction(VARIANT child, BSTR* action) override {
         if (!isLink(child)) return _standard->get_accDefaultAction(child, action);
-        return give(WindowResources::of(::GetParent(_control)).linkAction(), action);
+        const WindowResources* dialog = WindowResources::find(::GetParent(_control));
+        return give(dialog != nullptr ? dialog->linkAction() : std::wstring_view(), action);
     }
     // Posted, because what the link opens may take the dialog away under the reader's call.
     HRESULT STDMETHODCALLTYPE accDoDefaultAction(VARIANT child) override {
@@ -160,9 +174,6 @@ public:
     }
     HRESULT STDMETHODCALLTYPE get_accHelpTopic(BSTR* file, VARIANT child, long* topic) override {
         return _standard->get_accHelpTopic(file, child, topic);
-    }
-    HRESULT STDMETHODCALLTYPE get_accKeyboardShortcut(VARIANT child, BSTR* shortcut) override {
-        return _standard->get_accKeyboardShortcut(child, shortcut);
     }
     HRESULT STDMETHODCALLTYPE get_accFocus(VARIANT* child) override {
         return _standard->get_accFocus(child);
@@ -212,7 +223,9 @@ private:
     static bool isSelf(const VARIANT& child) {
         return child.vt == VT_I4 && child.lVal == CHILDID_SELF;
     }
-    bool isLink(const VARIANT& child) const { return isSelf(child) && isHyperLink(_control); }
+    bool isLink(const VARIANT& child) const {
+        return isSelf(child) && kindOf(_control) == Kind::Link;
+    }
 
     HWND _control;
     Standard _standard;

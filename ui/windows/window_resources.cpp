@@ -31,6 +31,10 @@ WindowResources& WindowResources::of(HWND dialog) {
     return *resources.release();  // release() of the window deletes it
 }
 
+const WindowResources* WindowResources::find(HWND dialog) noexcept {
+    return kept(dialog);
+}
+
 void WindowResources::detachPictures(HWND dialog) noexcept {
     WindowResources* resources = kept(dialog);
     if (resources == nullptr) return;

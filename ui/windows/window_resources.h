@@ -18,6 +18,8 @@ public:
     // Of this dialog, made at first use. The dialog's procedure calls detachPictures() at
     // WM_DESTROY and release() at WM_NCDESTROY.
     static WindowResources& of(HWND dialog);
+    // Null where nothing has been kept yet.
+    [[nodiscard]] static const WindowResources* find(HWND dialog) noexcept;
     static void detachPictures(HWND dialog) noexcept;
     static void release(HWND dialog) noexcept;
 
@@ -37,6 +39,7 @@ public:
     void filterKeys(HWND dialog, LetterRules rules);
     // See DialogScale::of().
     DialogScale& scale(HWND dialog);
+    [[nodiscard]] bool hasScale() const noexcept { return _scale.has_value(); }
     // The verb that screen readers speak for what a link of the dialog does.
     void setLinkAction(std::wstring verb) { _linkAction = std::move(verb); }
     [[nodiscard]] const std::wstring& linkAction() const { return _linkAction; }

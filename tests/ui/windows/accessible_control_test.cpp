@@ -22,7 +22,7 @@ using accessible::Object;
 constexpr int kTypes = 33;
 constexpr int kTonerLow = 4, kNoCartridge = 5, kManualDuplex = 3, kFaxWithLink = 27,
               kNewCartridge = 25;
-constexpr int kDetail = 1012, kMessage = 132, kLabel = 1009, kChoices = 1008;
+constexpr int kDetail = 1012, kHelp = 131, kMessage = 132, kLabel = 1009, kChoices = 1008;
 constexpr int kPictures[] = {133, 136, 137, 230, 231, 232, 236, 1002, 1021, 1022, 1023};
 constexpr unsigned kCheckTitle = 1064, kDetailsTitle = 1066, kLearnMore = 1051, kPrivacy = 1049;
 constexpr unsigned kStep = 373, kStepPicture = 374, kOpen = 375;
@@ -155,6 +155,17 @@ TEST_F(AccessibleControlTest, KeepsTheAmpersandOfAPrintersName) {
     EXPECT_EQ(Object(control(236)).name(), L"Smith & Sons");
 }
 
+TEST_F(AccessibleControlTest, ALetterOfAPrintersNameIsNoShortcut) {
+    alert = alert_desktop::openAlert(0, 0, nullptr, L"R&D");
+    ASSERT_NE(alert, nullptr);
+    ::SetWindowTextW(control(kMessage), L"R&D");
+    ::SetWindowTextW(control(133), L"R&D");
+
+    for (const int text : {236, kMessage, 133})
+        EXPECT_EQ(Object(control(text)).shortcut(), L"") << text;
+    EXPECT_NE(Object(control(kHelp)).shortcut(), L"");
+}
+
 TEST_F(AccessibleControlTest, NamesTheBannerOfAPrinterWithoutAName) {
     alert = alert_desktop::openAlert(0, 0, nullptr, L"");
     ASSERT_NE(alert, nullptr);
@@ -240,6 +251,20 @@ TEST_F(AccessibleControlTest, MayBeKeptLongerThanItsWindow) {
     EXPECT_EQ(list.name(), L"");
     EXPECT_EQ(picture.action(), L"");
     EXPECT_NE(picture.role(), ROLE_SYSTEM_GRAPHIC);
+}
+
+// The system may give the number of a window that is gone to another one.
+TEST_F(AccessibleControlTest, SaysNothingOfItsOwnAboutAWindowThatIsNotDescribed) {
+    open(0);
+    const Object described(control(133));
+    const HWND other = ::CreateWindowExW(0, L"Static", L"", WS_CHILD | SS_BITMAP, 0, 0, 9, 9,
+                                         alert->window(), nullptr, nullptr, nullptr);
+    ASSERT_EQ(described.role(), ROLE_SYSTEM_GRAPHIC);
+    const LONG roleOfTheSystem = Object(other).role();
+
+    ::SendMessageW(control(133), WM_DESTROY, 0, 0);
+
+    EXPECT_EQ(described.role(), roleOfTheSystem);
 }
 
 TEST_F(AccessibleControlTest, IsOneObjectInAllItsInterfaces) {

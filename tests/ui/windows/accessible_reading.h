@@ -27,6 +27,9 @@ public:
     [[nodiscard]] IAccessible* get() const { return _object; }
     [[nodiscard]] std::wstring name() const { return text(&IAccessible::get_accName); }
     [[nodiscard]] std::wstring action() const { return text(&IAccessible::get_accDefaultAction); }
+    [[nodiscard]] std::wstring shortcut() const {
+        return text(&IAccessible::get_accKeyboardShortcut);
+    }
     [[nodiscard]] LONG role() const { return number(&IAccessible::get_accRole); }
     [[nodiscard]] LONG state() const { return number(&IAccessible::get_accState); }
     [[nodiscard]] HRESULT act() const { return _object->accDoDefaultAction(self()); }
