@@ -121,8 +121,10 @@ DialogResult DefaultStatusDialog::dlgProc(WindowHandle window, WindowMessage mes
 
 void DefaultStatusDialog::renewPictures(WindowHandle window) const {
     dialog_controls::setIcons(window, _module, IDI_PROGRAM);
-    dialog_controls::setPicture(window, IDC_SUPPLIES_PICTURE, _module, _suppliesPicture);
-    dialog_controls::setPicture(window, IDC_SUPPLIES_CONDITION, _module, _conditionPicture);
+    if (_suppliesShown) {
+        dialog_controls::setPicture(window, IDC_SUPPLIES_PICTURE, _module, _suppliesPicture);
+        dialog_controls::setPicture(window, IDC_SUPPLIES_CONDITION, _module, _conditionPicture);
+    }
     showStepIcons(window, static_cast<HINSTANCE>(_module));
 }
 

@@ -10,6 +10,9 @@
 
 namespace {
 
+// Systems offer from 96 to 480 dots per inch. Beyond twice as much a picture would take more time
+// and room than any screen is worth, and a number that a message brings may be anything.
+constexpr int kLeastDpi = 48, kMostDpi = 960;
 constexpr UINT kKeepOrder = SWP_NOZORDER | SWP_NOACTIVATE;
 
 HFONT fontOf(HWND window) {
@@ -36,6 +39,16 @@ POINT cornerOf(HWND window) {
 bool isAt(HWND window, POINT corner) {
     const POINT now = cornerOf(window);
     return now.x == corner.x && now.y == corner.y;
+}
+
+bool isPossible(int dpi) {
+    return dpi >= kLeastDpi && dpi <= kMostDpi;
+}
+
+// Before a dialog has all of its controls, its layout cannot be recorded.
+bool isLaidOut(HWND dialog) {
+    const WindowResources* resources = WindowResources::find(dialog);
+    return resources != nullptr && resources->hasScale();
 }
 
 // A window that the user drags to another screen is the user's to place.
@@ -76,19 +89,18 @@ void DialogScale::begin() {
 }
 
 bool DialogScale::answer(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message != kScaleChanged && message != kSizeAtScale) return false;
     const int dpi = LOWORD(wParam);
+    if (!isPossible(dpi) || !isLaidOut(dialog)) return false;
     if (message == kScaleChanged) {
         of(dialog).onScaleChanged(dpi, reinterpret_cast<const RECT*>(lParam));
         ::SetWindowLongPtrW(dialog, DWLP_MSGRESULT, 0);
-        return true;
-    }
-    if (message == kSizeAtScale) {
+    } else {
         // Else the system would expect a window that has grown evenly, frame and all.
         *reinterpret_cast<SIZE*>(lParam) = framed(of(dialog).clientAt(dpi), dialog, dpi);
         ::SetWindowLongPtrW(dialog, DWLP_MSGRESULT, TRUE);
-        return true;
     }
-    return false;
+    return true;
 }
 
 // The system suggests a place; without one the dialog stays where it is.
@@ -174,9 +186,11 @@ void DialogScale::setFonts(LONG height) {
 // The frame may turn out different from what was reckoned, where the system cannot draw it at
 // another scale than its own.
 void DialogScale::setSize(POINT corner) const {
-    const SIZE client = clientAt(_dpi);
-    const SIZE size = framed(client, _dialog, _dpi);
+    const int dpi = _dpi;
+    const SIZE client = clientAt(dpi);
+    const SIZE size = framed(client, _dialog, dpi);
     ::SetWindowPos(_dialog, nullptr, corner.x, corner.y, size.cx, size.cy, kKeepOrder);
+    if (_dpi != dpi) return;  // it has come to another screen, for which it has its size by now
     const SIZE now = clientSizeOf(_dialog);
     if (now.cx == client.cx && now.cy == client.cy) return;
     ::SetWindowPos(_dialog, nullptr, 0, 0, size.cx + client.cx - now.cx,

@@ -20,7 +20,8 @@ public:
     // Lays the dialog out for the screen on which the system has made it.
     void begin();
     // Answers kScaleChanged, after which the dialog renews its pictures and icons, and
-    // kSizeAtScale. False: it is another message.
+    // kSizeAtScale. False: it is another message, the dialog is not laid out yet, or no screen has
+    // this scale.
     static bool answer(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
 
     // In pixels of the design.
@@ -51,6 +52,6 @@ private:
     LONG _fontHeight;
     SIZE _client;     // of the design
     POINT _opened{};  // where it wants to stand; of the design
-    POINT _corner{};  // where it was put instead, in pixels of the screen
+    POINT _corner{};  // where it came to stand, in pixels of the screen
     std::vector<Control> _controls;
 };

@@ -260,6 +260,62 @@ TEST_F(AlertScaleTest, ControlsWithFontsOfTheSameKindShareOne) {
     EXPECT_EQ(fonts.size(), 2U);  // plain and of the headline
 }
 
+TEST_F(AlertScaleTest, AScaleThatNoScreenHasChangesNothing) {
+    open(0);
+    const Layout before = layoutOf(window());
+    SIZE size{};
+
+    for (const int scale : {0, 47, 961, 0xFFFF}) {
+        changeScale(window(), scale);
+        ASSERT_EQ(layoutOf(window()), before) << scale;
+        EXPECT_EQ(::SendMessageW(window(), kSizeAtScale, static_cast<WPARAM>(scale),
+                                 reinterpret_cast<LPARAM>(&size)),
+                  FALSE);
+    }
+}
+
+WNDPROC procedureOfTheAlert = nullptr;
+bool hasCrossed = false;
+
+LRESULT CALLBACK crossToAnotherScreen(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_WINDOWPOSCHANGED && !hasCrossed) {
+        hasCrossed = true;
+        changeScale(window, 192);
+    }
+    return ::CallWindowProcW(procedureOfTheAlert, window, message, wParam, lParam);
+}
+
+// Its new size may bring most of a window to another screen.
+TEST_F(AlertScaleTest, AnAlertThatGrowsOntoAnotherScreenTakesTheScaleOfThatOne) {
+    open(0);
+    changeScale(window(), 192);
+    const Layout expected = layoutOf(window());
+    changeScale(window(), 96);
+    hasCrossed = false;
+    procedureOfTheAlert = reinterpret_cast<WNDPROC>(::SetWindowLongPtrW(
+        window(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(crossToAnotherScreen)));
+
+    changeScale(window(), 144);
+
+    EXPECT_TRUE(hasCrossed);
+    EXPECT_EQ(layoutOf(window()), expected);
+}
+
+TEST_F(AlertScaleTest, ABlockOfSuppliesThatIsNotShownGetsNoPicturesLater) {
+    arbor::PropertyHolder description;
+    alert_desktop::describe(description, 4, 0);
+    ASSERT_NE(createAlertDialog(description), nullptr);
+    description.setInt(alert_key::kShowSupplies, 0);
+    alert = std::make_unique<DefaultStatusDialog>(description, true);
+    ASSERT_NE(window(), nullptr);
+
+    changeScale(window(), 144);
+    ::SendMessageW(window(), WM_THEMECHANGED, 0, 0);
+
+    for (const int picture : {136, 137})
+        EXPECT_EQ(::SendMessageW(control(picture), STM_GETIMAGE, IMAGE_BITMAP, 0), 0) << picture;
+}
+
 SIZE iconSize(HICON icon) {
     ICONINFO info{};
     if (!::GetIconInfo(icon, &info)) return {};
@@ -570,6 +626,35 @@ TEST_F(AlertScaleTest, TheCartridgeCheckFollowsTheScale) {
         EXPECT_LT(link.width, at(100, scale));
         const auto icon = ::SendMessageW(check, WM_GETICON, ICON_BIG, 0);
         EXPECT_EQ(iconSize(reinterpret_cast<HICON>(icon)).cx, at(32, scale)) << scale;
+    });
+}
+
+bool hasChangedEarly = false;
+
+LRESULT CALLBACK changeScaleBeforeTheFirstControl(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == HCBT_CREATEWND && !hasChangedEarly) {
+        const CREATESTRUCTW& made = *reinterpret_cast<const CBT_CREATEWNDW*>(lParam)->lpcs;
+        if ((made.style & WS_CHILD) != 0) {
+            hasChangedEarly = true;
+            changeScale(made.hwndParent, 144);
+        }
+    }
+    return ::CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+TEST_F(AlertScaleTest, AChangeOfScaleBeforeTheCheckHasControlsLeavesNoneBehind) {
+    const std::map<int, Place> places = design(153);
+    hasChangedEarly = false;
+    const HHOOK hook = ::SetWindowsHookExW(WH_CBT, changeScaleBeforeTheFirstControl, nullptr,
+                                           ::GetCurrentThreadId());
+    showCheck();
+    ::UnhookWindowsHookEx(hook);
+
+    EXPECT_TRUE(hasChangedEarly);
+    atEveryScale(check, [&](int scale) {
+        const Layout layout = layoutOf(check);
+        for (const int id : {0, 1028, 1029, 1036, 1063})
+            EXPECT_EQ(layout.at(id).place, at(places.at(id), scale)) << id << " at " << scale;
     });
 }
 
