@@ -76,8 +76,9 @@ protected:
         return ::SendMessageW(alert->window(), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc),
                               reinterpret_cast<LPARAM>(control(id)));
     }
-    [[nodiscard]] Pixels answered(int id) const {
+    [[nodiscard]] Pixels answered(int id, DWORD layout = 0) const {
         return drawn(sizeOf(id), [&](HDC dc) {
+            ::SetLayout(dc, layout);
             EXPECT_EQ(answerFor(id, dc), reinterpret_cast<LRESULT>(::GetStockObject(NULL_BRUSH)));
         });
     }
@@ -167,6 +168,57 @@ TEST_F(PaintingAnswersTest, ShowADottedRectangleInsideTheButtonThatHasTheFocus) 
                    (isAbove && dot.x >= kMargin && dot.x <= right);
         })) << row.control;
     }
+}
+
+// The dots are mixed with the colours of the device context, which may be any.
+TEST_F(PaintingAnswersTest, ShowTheSameDotsWhateverColoursWereUsedBefore) {
+    open(kDetailOnly);
+    const PictureSize size = sizeOf(kShop);
+    const auto focused = [&](COLORREF text, COLORREF back) {
+        return drawn(size, [&](HDC dc) {
+            ::SetTextColor(dc, text);
+            ::SetBkColor(dc, back);
+            DRAWITEMSTRUCT item{};
+            item.CtlType = ODT_BUTTON;
+            item.CtlID = kShop;
+            item.itemState = ODS_FOCUS;
+            item.hwndItem = control(kShop);
+            item.hDC = dc;
+            ::SendMessageW(alert->window(), WM_DRAWITEM, kShop, reinterpret_cast<LPARAM>(&item));
+        });
+    };
+
+    EXPECT_EQ(differences(focused(kWhite, kBlack), focused(kBlack, kWhite)), 0U);
+    EXPECT_EQ(differences(focused(kBlack, kBlack), focused(kBlack, kWhite)), 0U);
+}
+
+TEST_F(PaintingAnswersTest, PaintPicturesFromLeftToRightWhereverTheSystemBegins) {
+    open(kDetailOnly);
+
+    for (const int id : {kBanner, 133, 1002})
+        EXPECT_EQ(differences(answered(id, LAYOUT_RTL), answered(id)), 0U) << id;
+}
+
+TEST_F(PaintingAnswersTest, TellTheSystemWhatTheyHaveHandled) {
+    open(kDetailOnly);
+    const auto answer = [&](UINT message, WPARAM wParam, LPARAM lParam) {
+        return alert->dlgProc(alert->window(), message, wParam, lParam);
+    };
+    for (const int id : {kOk, 135}) {
+        static_cast<void>(drawn(sizeOf(id), [&](HDC dc) {
+            DRAWITEMSTRUCT item{};
+            item.CtlID = static_cast<UINT>(id);
+            item.hwndItem = control(id);
+            item.hDC = dc;
+            EXPECT_EQ(answer(WM_DRAWITEM, item.CtlID, reinterpret_cast<LPARAM>(&item)), TRUE);
+        }));
+    }
+    EXPECT_EQ(answer(WM_COMMAND, 1012, 0), TRUE);
+    EXPECT_EQ(answer(WM_CHAR, L'x', 0), TRUE);
+    EXPECT_EQ(answer(WM_MENUCHAR, L'x', 0), TRUE);
+    EXPECT_EQ(answer(WM_SIZE, 0, 0), FALSE);
+    EXPECT_EQ(answer(WM_CTLCOLORSTATIC, 0, reinterpret_cast<LPARAM>(control(1012))), FALSE);
+    EXPECT_EQ(answer(WM_CLOSE, 0, 0), TRUE);
 }
 
 TEST_F(PaintingAnswersTest, ShowNoFocusWhereTheUserWorksWithTheMouse) {

@@ -63,6 +63,23 @@ TEST_F(SystemCallsTest, LeaveOutTheMarkOfALetterWhereTheUserWantsNone) {
     EXPECT_EQ(captionFormat(true), kOneLineInTheMiddle | DT_HIDEPREFIX);
 }
 
+TEST_F(SystemCallsTest, LeaveOutTheMarkOfAButtonThatIsDrawnWithoutOne) {
+    open(0);
+    const WindowDc dc(control(1018));
+    const auto formatFor = [&](UINT state) {
+        DRAWITEMSTRUCT item{};
+        item.CtlID = 1018;
+        item.itemState = state;
+        item.hwndItem = control(1018);
+        item.hDC = dc.get();
+        alert->dlgProc(alert->window(), WM_DRAWITEM, 1018, reinterpret_cast<LPARAM>(&item));
+        return askedFormat;
+    };
+
+    EXPECT_EQ(formatFor(ODS_NOACCEL), kOneLineInTheMiddle | DT_HIDEPREFIX);
+    EXPECT_EQ(formatFor(0), kOneLineInTheMiddle);
+}
+
 TEST_F(SystemCallsTest, ReadACaptionFromRightToLeftInAMirroredAlert) {
     const alert_desktop::MirroredDesktop desktop;
     open(0);

@@ -159,9 +159,11 @@ TEST_F(AlertWindowTest, LeavesLettersToTheListThatWantsThem) {
 TEST_F(AlertWindowTest, HearsAltAndASmallLetter) {
     open(0);
 
-    ::SendMessageW(alert->window(), WM_MENUCHAR, MAKEWPARAM('u', MF_SYSMENU), 0);
+    const LRESULT answer =
+        ::SendMessageW(alert->window(), WM_MENUCHAR, MAKEWPARAM('u', MF_SYSMENU), 0);
 
     EXPECT_EQ(codes, (Codes{104}));
+    EXPECT_EQ(answer, MAKELRESULT(0, MNC_CLOSE));  // the system does not beep
 }
 
 TEST_F(AlertWindowTest, TellsOneActionForADoubleClick) {

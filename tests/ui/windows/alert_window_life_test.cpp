@@ -1,9 +1,11 @@
 // How alert windows are opened and destroyed.
 #include "tests/ui/windows/alert_window_fixture.h"
+#include "ui/alert_actions.h"
 #include "ui/alert_factory.h"
 #include "ui/alert_keys.h"
 
 #include <functional>
+#include <vector>
 
 namespace {
 
@@ -73,6 +75,83 @@ TEST_F(AlertWindowTest, IsGoneWhenItIsDismissed) {
     EXPECT_TRUE(codes.empty());
     dismissAlertWindow(window);
     destroyAlertWindow(nullptr);
+}
+
+TEST_F(AlertWindowTest, TellsItsEndWithoutParameters) {
+    open(0);
+    int seen = 0;
+    broker.addComponent(new test::ListenerComponent([&seen](arbor::IMessage& message) {
+        const arbor::IPropertyHolder& properties = *message.getProperties();
+        EXPECT_EQ(properties.getInt(alert_action_key::kWord, -1), 0);
+        EXPECT_EQ(properties.getInt(alert_action_key::kLong, -1), 0);
+        EXPECT_EQ(properties.getPointer(alert_action_key::kWindow, &seen), nullptr);
+        ++seen;
+        return true;
+    }));
+
+    ::SendMessageW(alert->window(), WM_CLOSE, 0, 0);
+
+    EXPECT_EQ(seen, 1);
+}
+
+struct SentMessage {
+    UINT message;
+    WPARAM wParam;
+    bool reachesObject;
+};
+HWND watched = nullptr;
+std::vector<SentMessage> sent;
+
+LRESULT CALLBACK onSentMessage(int code, WPARAM wParam, LPARAM lParam) {
+    const auto& asked = *reinterpret_cast<const CWPSTRUCT*>(lParam);
+    if (code == HC_ACTION && asked.hwnd == watched) {
+        const bool reachesObject = ::GetWindowLongPtrW(watched, GWLP_USERDATA) != 0;
+        sent.push_back({asked.message, asked.wParam, reachesObject});
+    }
+    return ::CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+// Writes down what is sent to the alert's window.
+class WatchedAlertTest : public AlertWindowTest {
+protected:
+    WatchedAlertTest() {
+        open(27);
+        watched = alert->window();
+        sent.clear();
+        _hook = ::SetWindowsHookExW(WH_CALLWNDPROC, onSentMessage, nullptr, ::GetCurrentThreadId());
+    }
+    ~WatchedAlertTest() override { ::UnhookWindowsHookEx(_hook); }
+    static void expectThatTheObjectHeardNothing() {
+        EXPECT_FALSE(sent.empty());
+        for (const SentMessage& message : sent)
+            EXPECT_FALSE(message.reachesObject) << message.message;
+    }
+
+private:
+    HHOOK _hook = nullptr;
+};
+
+// The owner of the object may destroy it before the window is gone.
+TEST_F(WatchedAlertTest, TellsItsObjectNothingWhileItIsDismissed) {
+    dismissAlertWindow(watched);
+
+    expectThatTheObjectHeardNothing();
+}
+
+TEST_F(WatchedAlertTest, TellsItsObjectNothingWhileItIsDestroyed) {
+    destroyAlertWindow(watched);
+
+    expectThatTheObjectHeardNothing();
+}
+
+TEST_F(WatchedAlertTest, IsHiddenWhileItBecomesCompact) {
+    compactAlertWindow(watched, false);
+
+    std::vector<WPARAM> shown;
+    for (const SentMessage& message : sent) {
+        if (message.message == WM_SHOWWINDOW) shown.push_back(message.wParam);
+    }
+    EXPECT_EQ(shown, (std::vector<WPARAM>{FALSE, TRUE}));
 }
 
 }  // namespace
