@@ -50,6 +50,9 @@ class Operators(unittest.TestCase):
         self.assertEqual(changes("    text.reserve(2);", "with "), [])
         self.assertEqual(changes("    SmallVector<int, 4> numbers;", "with "), [])
 
+    def test_parameters_that_a_message_does_not_have_stay(self):
+        self.assertEqual(changes("    ::SendMessageW(window, WM_GETFONT, 0, 0);", "with 1"), [])
+
     def test_a_condition_is_negated(self):
         self.assertEqual(changes("    if (number) return 1;", "negated"), ["    if (!(number)) return 1;"])
 

@@ -23,6 +23,8 @@ SIBLINGS = [
 SIBLING_OF = {**dict(SIBLINGS), **{other: one for one, other in SIBLINGS}}
 # One more element of room: no test can tell, and no user.
 CAPACITY = re.compile(r"SmallVector<|\.reserve\(")
+# Messages that have none take any.
+UNUSED_PARAMETERS = re.compile(r"\bWM_GETFONT, 0, 0\b")
 NUMBER = re.compile(r"(?<![\w.'])(\d+)(?![\w.'])")
 CONDITION = re.compile(r"\bif \((?!constexpr)(.+)\) (return|\{|break|continue)")
 CALL = re.compile(r"^\s+(?:::)?[A-Za-z_][\w.:>\-]*\(.*\);$")
@@ -150,7 +152,8 @@ def mutants_of_line(file, number, line, pointers, owner, virtuals):
     for pattern, other in SWAPS:
         for match in re.finditer(pattern, code):
             add(match.start(), match.end(), other, f"with {other.strip()}")
-    for match in NUMBER.finditer(code) if not CAPACITY.search(code) else ():
+    numbers = UNUSED_PARAMETERS.sub(lambda match: "_" * len(match.group()), code)
+    for match in NUMBER.finditer(numbers) if not CAPACITY.search(code) else ():
         more = str(int(match.group(1)) + 1)
         add(match.start(), match.end(), more, f"with {more}")
     condition = CONDITION.search(code)
