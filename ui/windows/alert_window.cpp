@@ -15,6 +15,8 @@ constexpr int kWindowShrink = 300;  // pixels by which its window is lower
 void dismissAlertWindow(WindowHandle window) {
     if (!AlertBinding::isAlert(window)) return;
     AlertBinding::cutOff(window);
+    // Equally right with 2 or without it or with nullptr for window or after the next: no loop
+    // waits.
     ::EndDialog(window, 1);
     ::DestroyWindow(window);
 }
@@ -39,6 +41,7 @@ void compactAlertWindow(WindowHandle window, bool detailIsLink) {
     DialogScale& scale = DialogScale::of(window);
     scale.raise(::GetDlgItem(window, IDC_ALERT_OK), kOkRise);
     scale.shrink(kWindowShrink);
+    // Equally right with FALSE or without it or after the next: a hidden window is painted anew.
     ::InvalidateRect(window, nullptr, TRUE);
     ::ShowWindow(window, SW_SHOW);
 }

@@ -15,6 +15,7 @@ constexpr DWORD kMirrored = WS_EX_LAYOUTRTL | WS_EX_RTLREADING;
 
 std::span<const std::byte> templateBytes(HINSTANCE module, int templateId) {
     const HRSRC found =
+        // Equally right with nullptr for module: the system then looks in the program, as asked.
         ::FindResourceW(module, MAKEINTRESOURCEW(templateId), reinterpret_cast<LPCWSTR>(RT_DIALOG));
     if (found == nullptr) return {};
     const HGLOBAL loaded = ::LoadResource(module, found);
@@ -55,6 +56,7 @@ HWND createDialog(HINSTANCE module, int templateId, DLGPROC procedure, LPARAM va
 
 INT_PTR runDialog(HINSTANCE module, int templateId, HWND owner, DLGPROC procedure) {
     if (!desktopIsMirrored()) {
+        // Equally right with nullptr for module: the system then looks in the program, as asked.
         return ::DialogBoxParamW(module, MAKEINTRESOURCEW(templateId), owner, procedure, 0);
     }
     const std::vector<std::byte> copy = mirroredTemplate(module, templateId);

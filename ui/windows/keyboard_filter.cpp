@@ -71,11 +71,12 @@ void press(HWND button, LPARAM keyFlags) {
 // A hook cannot take a message away. The loop will dispatch one that does nothing.
 void takeAway(MSG& message) {
     message.message = WM_NULL;
-    message.wParam = 0;
-    message.lParam = 0;
+    message.wParam = 0;  // Equally right with 1: WM_NULL has no parameters.
+    message.lParam = 0;  // Equally right with 1: WM_NULL has no parameters.
 }
 
 void serve(MSG& message) {
+    // Equally right with && or with >=: this only spares the look for the dialog of other messages.
     if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return;
     const auto [dialog, rules] = servedDialog(message.hwnd);
     if (dialog == nullptr || menuIsOpen()) return;

@@ -34,7 +34,7 @@ void StatusDialog::close(WindowHandle window) {
     // list, and the monitor would wait for ever for its end.
     const auto closed = actionMessage(alert_action::kClosed, 0, 0, nullptr);
     AlertBinding::cutOff(window);
-    ::EndDialog(window, 1);
+    ::EndDialog(window, 1);  // Equally right with 2: no loop waits for the result.
     publish(closed);
 }
 
