@@ -267,6 +267,15 @@ TEST_F(AccessibleControlTest, SaysNothingOfItsOwnAboutAWindowThatIsNotDescribed)
     EXPECT_EQ(described.role(), roleOfTheSystem);
 }
 
+TEST_F(AccessibleControlTest, BelongsToItsReadersAlone) {
+    open(0);
+    const Object object(control(133));
+
+    object.get()->AddRef();
+
+    EXPECT_EQ(object.get()->Release(), 1U) << "no reference is left but the reader's";
+}
+
 TEST_F(AccessibleControlTest, IsOneObjectInAllItsInterfaces) {
     open(0);
     const Object object(control(133));
