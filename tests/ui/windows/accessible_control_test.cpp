@@ -1,6 +1,7 @@
 #include "tests/support/test_thread.h"
 #include "tests/ui/windows/accessible_reading.h"
 #include "tests/ui/windows/alert_window_fixture.h"
+#include "tests/ui/windows/language_of_the_run.h"
 #include "ui/alert_factory.h"
 #include "ui/alert_keys.h"
 #include "ui/localized_text.h"
@@ -83,6 +84,10 @@ private:
     std::optional<alert_desktop::MirroredDesktop> _mirrored;
 };
 
+TEST_F(AccessibleControlTest, IsTestedInTheLanguageThatTheRunIsFor) {
+    EXPECT_EQ(chosenLanguage(alert_desktop::strings()), languageOfTheRun());
+}
+
 TEST_F(AccessibleControlTest, TellsNameAndRoleOfEverythingInSightInEveryAlert) {
     for (int type = 0; type < kTypes; ++type) {
         SCOPED_TRACE(type);
@@ -98,8 +103,9 @@ TEST_F(AccessibleControlTest, TellsNameAndRoleOfEverythingInSightInEveryAlert) {
 bool detailsWereDescribed = false;
 
 void CALLBACK checkDetails(HWND, UINT, UINT_PTR timer, DWORD) {
-    ::KillTimer(nullptr, timer);
     const HWND details = ::FindWindowW(nullptr, alert_desktop::text(kDetailsTitle).c_str());
+    if (details != nullptr && !::IsWindowVisible(details)) return;  // it is shown a little later
+    ::KillTimer(nullptr, timer);
     if (details != nullptr) {
         expectDescribed(details, {kPrivacy});
         EXPECT_EQ(Object(::GetDlgItem(details, kPrivacy)).action(), alert_desktop::text(kOpen));

@@ -1,8 +1,10 @@
 // What depends on the language of the system. The program runs once for each language.
 #include "tests/ui/windows/alert_window_fixture.h"
+#include "tests/ui/windows/language_of_the_run.h"
 #include "tests/ui/windows/message_boxes.h"
 
 #include "ui/dialog_controls.h"
+#include "ui/localized_text.h"
 
 #include <algorithm>
 
@@ -14,7 +16,7 @@ constexpr int kOk = 130, kHelp = 131, kMessage = 132, kHeadline = 1004, kChoices
 
 // Arabic and Hebrew
 DWORD flagsOfTheLanguage() {
-    const WORD language = PRIMARYLANGID(::GetUserDefaultUILanguage());
+    const auto language = PRIMARYLANGID(static_cast<WORD>(languageOfTheRun()));
     return language == LANG_ARABIC || language == LANG_HEBREW ? kRightToLeft : 0;
 }
 
@@ -24,6 +26,10 @@ protected:
         return std::find(codes.begin(), codes.end(), 2U) != codes.end();
     }
 };
+
+TEST_F(AlertLanguageTest, IsTestedInTheLanguageThatTheRunIsFor) {
+    EXPECT_EQ(chosenLanguage(alert_desktop::strings()), languageOfTheRun());
+}
 
 TEST_F(AlertLanguageTest, TheRightBoxIsShownForTheWay) {
     const MessageBoxes boxes;
