@@ -80,6 +80,40 @@ TEST_F(ValidationDialogTest, FollowsAHighContrastSchemeThatBegins) {
     EXPECT_EQ(::GetPixel(dc.get(), 2, 60), HighContrast::kBack);
 }
 
+COLORREF faceOf(HWND window) {
+    const WindowDc dc(window);
+    return ::GetPixel(dc.get(), 2, 60);
+}
+
+COLORREF facesUnderAScheme[2] = {};
+
+void CALLBACK beginASchemeAndEnd(HWND, UINT, UINT_PTR timer, DWORD) {
+    const HWND detail = ::FindWindowW(nullptr, alert_desktop::text(kDetailsTitle).c_str());
+    if (!::IsWindowVisible(detail)) return;  // it is shown a little later
+    ::KillTimer(nullptr, timer);
+    const HWND both[] = {::GetWindow(detail, GW_OWNER), detail};
+    {
+        const HighContrast scheme;
+        for (const HWND window : both)
+            ::SendMessageW(window, WM_SYSCOLORCHANGE, 0, 0);
+        alert_desktop::pumpFor(50);
+        for (int i = 0; i < 2; ++i)
+            facesUnderAScheme[i] = faceOf(both[i]);
+    }
+    ::PostMessageW(detail, WM_COMMAND, IDOK, 0);
+}
+
+TEST_F(ValidationDialogTest, FollowsASchemeThatBeginsWhileItsDetailsAreOpen) {
+    // Apart, so that each shows its own pixels.
+    ::SetWindowPos(check, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    ::SetTimer(nullptr, 0, 50, beginASchemeAndEnd);
+
+    ::SendMessageW(check, WM_COMMAND, kLearnMore, 0);
+
+    EXPECT_EQ(facesUnderAScheme[0], HighContrast::kBack);
+    EXPECT_EQ(facesUnderAScheme[1], HighContrast::kBack);
+}
+
 TEST_F(ValidationDialogTest, EndsWhenTheUserDeclines) {
     ::SendDlgItemMessageW(check, kDecline, BM_CLICK, 0, 0);
 
