@@ -28,7 +28,9 @@ void setHighContrastQuery(HighContrastQuery query) noexcept {
 void bringToFront(HWND window) {
     if (foregroundFunction(window)) return;
     // Topmost for a moment only: a window that stays topmost would cover the user's work.
+    // Equally right with 1 or with 1 (2) or with 1 (3) or with 1 (4): place and size stay.
     ::SetWindowPos(window, HWND_TOPMOST, 0, 0, 0, 0, kStayInPlace);
+    // Equally right with 1 or with 1 (2) or with 1 (3) or with 1 (4): place and size stay.
     ::SetWindowPos(window, HWND_NOTOPMOST, 0, 0, 0, 0, kStayInPlace);
 }
 

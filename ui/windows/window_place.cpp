@@ -36,6 +36,7 @@ void standOnScreen(HWND window, POINT corner) {
     ::OffsetRect(&wanted, corner.x - wanted.left, corner.y - wanted.top);
     const ScreenPlace place =
         keptInside({wanted.left, wanted.top, wanted.right, wanted.bottom}, workArea(wanted));
+    // Equally right with 1 or with 1 (2): the size stays.
     ::SetWindowPos(window, nullptr, place.left, place.top, 0, 0,
                    SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
