@@ -76,7 +76,7 @@ DialogScale::DialogScale(HWND dialog)
 }
 
 void DialogScale::begin() {
-    const int dpi = systemDpi(_dialog);
+    const int dpi = screenDpi(_dialog);
     if (dpi == _dpi && _fontHeight == dialogFontHeight(dpi)) return;
     const RECT made = placeOf(_dialog);
     POINT corner{made.left, made.top};

@@ -14,7 +14,7 @@ Function optionalFunction(const char* name) noexcept {
 
 }  // namespace
 
-int systemDpi(HWND window) {
+int screenDpi(HWND window) {
     static const auto query = optionalFunction<UINT(WINAPI*)(HWND)>("GetDpiForWindow");
     if (query != nullptr) return static_cast<int>(query(window));
     const WindowDc dc(window);

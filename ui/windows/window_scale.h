@@ -18,7 +18,7 @@ inline constexpr UINT kSizeAtScale = 0x02E4;   // WM_GETDPISCALEDSIZE
 }
 
 // Of the screen on which the window is. Systems that know only one scale for all screens give that.
-[[nodiscard]] int systemDpi(HWND window);
+[[nodiscard]] int screenDpi(HWND window);
 
 // A metric of the system (SM_...) at a scale; the metric of the system's own scale where it knows
 // no other.
