@@ -27,12 +27,14 @@ Served servedDialog(HWND window) {
     return {root, static_cast<LetterRules>(reinterpret_cast<INT_PTR>(rules))};
 }
 
-// The keys belong to an open menu. Esc would cancel the alert instead of closing its menu.
-bool menuIsOpen() {
-    constexpr DWORD kMenu = GUI_INMENUMODE | GUI_SYSTEMMENUMODE | GUI_POPUPMENUMODE;
+// The keys belong to an open menu, and to a window that is moved by keys. Esc would cancel the
+// alert instead of closing its menu, and Enter would answer it instead of ending the move.
+bool menuOrMoveTakesKeys() {
+    constexpr DWORD kTakesKeys =
+        GUI_INMENUMODE | GUI_SYSTEMMENUMODE | GUI_POPUPMENUMODE | GUI_INMOVESIZE;
     GUITHREADINFO info{};
     info.cbSize = sizeof(info);
-    return ::GetGUIThreadInfo(::GetCurrentThreadId(), &info) && (info.flags & kMenu) != 0;
+    return ::GetGUIThreadInfo(::GetCurrentThreadId(), &info) && (info.flags & kTakesKeys) != 0;
 }
 
 bool hasDialogCode(HWND child, LRESULT codes) {
@@ -79,7 +81,7 @@ void serve(MSG& message) {
     // Equally right with && or with >=: this only spares the look for the dialog of other messages.
     if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return;
     const auto [dialog, rules] = servedDialog(message.hwnd);
-    if (dialog == nullptr || menuIsOpen()) return;
+    if (dialog == nullptr || menuOrMoveTakesKeys()) return;
     const MSG original = message;
     const bool hasCaptionLetter = rules == LetterRules::OfTheCaptions && isLetter(message);
     if (isEnterOnAButton(message)) {

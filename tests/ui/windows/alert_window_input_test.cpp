@@ -98,6 +98,43 @@ TEST_F(AlertWindowTest, ClosesOnlyItsMenuWithEscWhileThatIsOpen) {
     EXPECT_TRUE(::IsWindowVisible(alert->window()));
 }
 
+bool moveHadToBeEnded = false;
+
+bool windowIsMoved() {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof(info);
+    return ::GetGUIThreadInfo(::GetCurrentThreadId(), &info) && (info.flags & GUI_INMOVESIZE) != 0;
+}
+
+void CALLBACK pressEnterInMove(HWND, UINT, UINT_PTR, DWORD) {
+    if (windowIsMoved()) ::PostMessageW(windowOfMenu, WM_KEYDOWN, VK_RETURN, 1);
+}
+
+void CALLBACK endMove(HWND, UINT, UINT_PTR timer, DWORD) {
+    ::KillTimer(nullptr, timer);
+    moveHadToBeEnded = windowIsMoved();
+    if (moveHadToBeEnded) ::PostMessageW(windowOfMenu, WM_LBUTTONUP, 0, 0);
+}
+
+// "Move" in the system menu moves the window by the arrow keys until Enter.
+TEST_F(AlertWindowTest, EndsOnlyAMoveByKeysWithEnter) {
+    open(0);
+    ::SetForegroundWindow(alert->window());
+    windowOfMenu = alert->window();
+    moveHadToBeEnded = false;
+    const UINT_PTR user = ::SetTimer(nullptr, 0, 100, pressEnterInMove);
+    const UINT_PTR rescue = ::SetTimer(nullptr, 0, 1500, endMove);
+
+    ::SendMessageW(alert->window(), WM_SYSCOMMAND, SC_MOVE, 0);
+    alert_desktop::pump();
+
+    ::KillTimer(nullptr, user);
+    ::KillTimer(nullptr, rescue);
+    EXPECT_FALSE(moveHadToBeEnded);
+    EXPECT_TRUE(codes.empty());
+    EXPECT_TRUE(::IsWindowVisible(alert->window()));
+}
+
 TEST_F(AlertWindowTest, TakesEscForCancel) {
     open(0);
 
