@@ -158,7 +158,8 @@ class Builder:
         for entry in (c for c in commands if c["file"].startswith(str(ROOT)) and c["file"].endswith(".cpp")):
             file, command = str(pathlib.Path(entry["file"]).relative_to(ROOT)), shlex.split(entry["command"])
             # Programs may compile a source for themselves, with other flags: its own library's count.
-            if command[command.index("-o") + 1].startswith(f"{pathlib.Path(file).parent}/CMakeFiles/"):
+            if any(command[command.index("-o") + 1].startswith(f"{folder}/CMakeFiles/")
+                   for folder in pathlib.Path(file).parents):
                 self._compile[file] = command
         self._heads = {}
         self._proven = {}
