@@ -85,7 +85,8 @@ void serve(MSG& message) {
     const MSG original = message;
     const bool hasCaptionLetter = rules == LetterRules::OfTheCaptions && isLetter(message);
     if (isEnterOnAButton(message)) {
-        takeAway(message);  // first: the dialog may be gone when its command returns
+        // Equally right after the next: what is taken away is the loop's own copy.
+        takeAway(message);
         press(original.hwnd, original.lParam);
     } else if (isNavigation(message) || hasCaptionLetter) {
         MSG handled = original;  // the dialog may be gone when its rules return
