@@ -65,7 +65,7 @@ TEST_F(FirstRecordTest, ARecordThatComesDuringTheWaitEndsIt) {
     std::uint64_t shortest = kLongestWaitMs;
     for (int attempt = 0; attempt < kManyTries && shortest >= kEarlyMs; ++attempt) {
         tern::EventBroker broker(nullptr);
-        test::TestThread sender([&broker, kLaterMs] {
+        test::TestThread sender([&broker] {
             const arbor::Guid type{};
             platform::sleepFor(kLaterMs);
             broker.post(&type, 0, 0, nullptr);
