@@ -148,8 +148,12 @@ def main():
     print(f"mutants: {killed} killed, {survived} survived, {counts['invalid']} did not compile, "
           f"{counts['same']} made the same code, {marked} marked as equally right: "
           f"{percent:.1f} % killed in {time.monotonic() - started:.0f} s")
-    print(f"{killed} passed, {survived + stray} failed")
-    return 1 if survived or stray else 0
+    unjudged = 1 if mutants and not counts else 0
+    if unjudged:
+        print("none of the mutants could be judged: the build does not compile their files")
+    failed = survived + stray + unjudged
+    print(f"{killed} passed, {failed} failed")
+    return 1 if failed else 0
 
 
 if __name__ == "__main__":
