@@ -16,6 +16,7 @@ void std::__glibcxx_assert_fail(const char* file, int, const char* function,
 }
 
 // An exception found no handler.
+// NOLINTNEXTLINE(clang-diagnostic-missing-noreturn): <exception> declares it without the attribute
 void __gnu_cxx::__verbose_terminate_handler() {
     std::fputs("an exception found no handler\n", stderr);
     std::abort();

@@ -50,7 +50,7 @@ private:
     HWND _dialog;
     int _dpi;
     LONG _fontHeight;
-    SIZE _client;     // of the design
+    SIZE _client{};   // of the design
     POINT _opened{};  // where it wants to stand; of the design
     POINT _corner{};  // where it came to stand, in pixels of the screen
     std::vector<Control> _controls;
