@@ -12,6 +12,7 @@ fuzz_coverage       | fuzz_coverage
 mutate              | mutate --changed
 mutate_windows      | mutate_windows --changed
 soak                | soak --short
+languages           | languages ml
 threads             | threads --short
 portability         | portability
 '
