@@ -31,8 +31,7 @@ public:
     virtual DialogResult dlgProc(WindowHandle window, WindowMessage message, MessageWord wParam,
                                  MessageLong lParam);
 
-    // Where the window opens, in pixels of 96 dots per inch. It moves in where it would not be seen
-    // whole.
+    // Where the window opens, in pixels of 96 dots per inch. It moves in to be seen whole.
     void setPosition(int x, int y) noexcept;
     // Makes the window, fills it and shows it in front. False: there is no window, also where it
     // could be made but not be filled, and the owner drops the object; it never destroys itself, so

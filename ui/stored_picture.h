@@ -40,8 +40,7 @@ private:
 
 // A picture of the program as its resource holds it: twice as large as it is painted at 96 dots per
 // inch, with a table of colours and run-length coded bytes. It is averaged down to the size that a
-// screen needs, in whole numbers, so that every system paints the same colours. May be used on any
-// thread.
+// screen needs, in whole numbers, so that every system paints the same colours. Any thread.
 class StoredPicture {
 public:
     // `bitmap` is the content of a bitmap resource and is not copied. Content that is no picture of

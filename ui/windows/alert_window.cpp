@@ -15,8 +15,8 @@ constexpr int kWindowShrink = 300;  // pixels by which its window is lower
 void dismissAlertWindow(WindowHandle window) {
     if (!AlertBinding::isAlert(window)) return;
     AlertBinding::cutOff(window);
-    // Equally right with 2 or without it or with nullptr for window or after the next: no loop
-    // waits.
+    // Equally right with 2 or without it or with nullptr for window or after the next: nobody
+    // waits for the end of a dialog without a loop.
     ::EndDialog(window, 1);
     ::DestroyWindow(window);
 }

@@ -3,8 +3,8 @@
 #include <windows.h>
 
 // The face of our dialogs: one light grey on every system, because the pictures have no
-// transparency and bring it along. Under a high-contrast scheme the system's colours stay. Main
-// thread.
+// transparency and bring it along. Under a high-contrast scheme the system's colours stay.
+// Main thread only.
 
 // What is behind the controls and the pictures.
 [[nodiscard]] COLORREF faceColour();

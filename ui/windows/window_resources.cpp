@@ -14,8 +14,7 @@ WindowResources* kept(HWND dialog) noexcept {
     return static_cast<WindowResources*>(::GetPropW(dialog, kProperty));
 }
 
-// Takes `bitmap` out of its control, which shows a copy of its own when the bitmap has
-// transparency.
+// Takes `bitmap` out of its control. Of a transparent bitmap the control shows a copy of its own.
 void detach(HWND control, HBITMAP bitmap) noexcept {
     const LRESULT before = ::SendMessageW(control, STM_SETIMAGE, IMAGE_BITMAP, 0);
     auto* shown = reinterpret_cast<HBITMAP>(before);

@@ -4,8 +4,7 @@
 
 namespace {
 
-// A function of the system's library that older systems lack, so it is asked for by name. Null
-// there.
+// A function of the system's library by its name; null on older systems, which lack it.
 template <typename Function>
 Function optionalFunction(const char* name) noexcept {
     const HMODULE library = ::GetModuleHandleW(L"user32.dll");

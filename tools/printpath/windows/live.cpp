@@ -36,8 +36,7 @@ bool isConsole(HANDLE input) {
 }
 
 // The next line of the input in UTF-8, without its line end; nothing at the end of the input. A
-// console is read as wide text, because narrow text would lose the letters that its code page
-// lacks.
+// console is read as wide text, because its code page lacks most letters.
 std::optional<std::string> readLine() {
     const HANDLE input = ::GetStdHandle(STD_INPUT_HANDLE);
     std::string line;
