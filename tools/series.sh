@@ -1,7 +1,7 @@
 #!/bin/sh
 # series.sh NAME: reads commands of ./test from its standard input, one on each line, and runs them one
-# after the other, also after a failure. At the end it prints a table of them and the sum of their
-# "N passed, N failed". The logs stay in build/NAME.
+# after the other, also after a failure. At the end it prints what failed once more, a table of them and the
+# sum of their "N passed, N failed". The logs stay in build/NAME.
 set -u
 name=$1
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -9,7 +9,7 @@ cd "$root" || exit 1
 logs=$root/build/$name
 mkdir -p "$logs"
 rm -f "$logs"/*.log "$logs/table"
-passed=0 failed=0
+passed=0 failed=0 failures=
 # The commands write to a pipe and not to the terminal. This descriptor lets them show their progress there.
 if [ -t 1 ]; then
     exec 3>&1
@@ -36,11 +36,20 @@ while read -r command arguments; do
     status=$(cat "$logs/status")
     [ "$status" = 0 ] || [ "$bad" -gt 0 ] || { bad=1 last="$last, but exit code $status"; }
     verdict=ok
-    [ "$bad" -eq 0 ] || verdict='NOT OK'
+    if [ "$bad" -gt 0 ]; then
+        verdict='NOT OK'
+        failures="$failures $command"
+    fi
     printf '%-14s %-7s %8s   %s\n' "$command" "$verdict" "$(since "$start" "$(date +%s)")" "$last" >>"$logs/table"
     passed=$((passed + good)) failed=$((failed + bad))
 done
 
+# A long log often reaches its reader without the beginning, so what failed stands at its end as well.
+for command in $failures; do
+    printf '\n== What failed in ./test %s\n' "$command"
+    # Each failed test begins with "---". A command without such a line tells what is wrong in its last ones.
+    grep -A 25 '^--- ' "$logs/$command.log" | head -n 200 | grep . || tail -n 25 "$logs/$command.log"
+done
 printf '\n%-14s %-7s %8s\n' command verdict time
 cat "$logs/table"
 printf '%-14s %-7s %8s\n' all '' "$(since "$began" "$(date +%s)")"

@@ -80,7 +80,7 @@ nightly_of_stubs() {
     cat >"$place/test" <<'TEXT'
 case $1 in
 mutate) exit 2 ;;
-fuzz) echo "7 passed, 1 failed"; exit 1 ;;
+fuzz) printf '%s\n' '--- a page failed:' 'why' '7 passed, 1 failed'; exit 1 ;;
 soak) echo "14 passed, 0 failed"; exit 1 ;;
 portability) echo "30 passed, 0 failed" ;;
 *) echo "0 passed, 0 failed" ;;
@@ -90,6 +90,11 @@ TEXT
     ended=$?
     rm -rf "$place"
     return "$ended"
+}
+
+# What such a night prints after its last command.
+end_of_a_bad_night() {
+    nightly_of_stubs | sed -n '/^== What failed in .* fuzz$/,$p'
 }
 
 # fuzz_of_stubs FUZZER ARGUMENT...: ./test fuzz on one target, whose fuzzer is this script; '' for none. It
@@ -200,6 +205,7 @@ check "./test fails when a test fails" 1 '^host-asan  *-j' test_of_stubs 0 1
 check "./test runs the tests of each preset" 0 '^windows -L system -j' test_of_stubs 0 0
 check "a night goes on after a failure" 1 '^portability  *ok ' nightly_of_stubs
 check "a night counts what failed" 1 '^51 passed, 3 failed$' nightly_of_stubs
+check "a night tells at its end what failed" 0 '^--- a page failed:$' end_of_a_bad_night
 check "a night does not believe a count against the exit code" 1 '^soak  *NOT OK .*exit code 1$' nightly_of_stubs
 check "the change log begins with the version of the project" 0 '^same$' the_change_log_has_the_version
 check "packages are those of the purpose and of this release" 1 '^Installing: a b d f$' wanted_packages ci
