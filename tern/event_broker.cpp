@@ -37,6 +37,18 @@ arbor::IListener* listenerOf(const arbor::IPropertyHolder& holder) {
     return static_cast<arbor::IListener*>(holder.getPointer(component_key::kListener, nullptr));
 }
 
+// Counts for its own lifetime.
+class Counted {
+public:
+    explicit Counted(int& count) noexcept : _count(count) { ++_count; }
+    ~Counted() { --_count; }
+    Counted(const Counted&) = delete;
+    Counted& operator=(const Counted&) = delete;
+
+private:
+    int& _count;
+};
+
 }  // namespace
 
 EventBroker::~EventBroker() {
@@ -47,14 +59,17 @@ EventBroker::~EventBroker() {
         // A component may publish on its way out. Listeners that are gone must not be called, and
         // nobody expects to be called any more.
         _listeners.clear();
+        _snapshotIsOld = true;
         // Each is taken out before it is deleted: its destructor may add or remove others.
         while (!_components.empty()) {
             const std::unique_ptr<arbor::PropertyHolder> component(_components[0]);
             _components.erase(0);
         }
     }
-    while (!_queue.empty())
-        _queue.pop_back();
+    for (std::deque<MessageReference>* queue : {&_queue, &_inHand}) {
+        while (!queue->empty())
+            queue->pop_back();
+    }
 }
 
 bool EventBroker::notify(arbor::IMessage* message) {
@@ -91,15 +106,32 @@ void EventBroker::queueThread(arbor::IThread* thread) {
 }
 
 void EventBroker::publish(arbor::IMessage* message) {
-    arbor::SmallVector<arbor::IListener*, 8> snapshot;
-    {
-        const BrokerLock lock(*this);
-        for (arbor::IListener* listener : _listeners)
-            snapshot.append(listener);
+    if (!_snapshotIsOld) {
+        deliver(message, _snapshot);
+    } else if (_deliveries == 0) {
+        copyListeners(_snapshot);
+        deliver(message, _snapshot);
+    } else {
+        // Inside a delivery that walks over the shared copy, after a change: take another one.
+        Listeners own;
+        copyListeners(own);
+        deliver(message, own);
     }
+}
+
+void EventBroker::copyListeners(Listeners& copy) {
+    const BrokerLock lock(*this);
+    copy.clear();
+    for (arbor::IListener* listener : _listeners)
+        copy.append(listener);
+    if (&copy == &_snapshot) _snapshotIsOld = false;
+}
+
+void EventBroker::deliver(arbor::IMessage* message, const Listeners& listeners) {
+    const Counted delivery(_deliveries);
     // Asked before delivery, so that a listener that changes the flags does not stop this delivery.
     const bool exclusive = message->isExclusive();
-    for (arbor::IListener* listener : snapshot) {
+    for (arbor::IListener* listener : listeners) {
         const bool taken = listener->notify(message);
         if (taken && exclusive) return;
     }
@@ -115,32 +147,33 @@ bool EventBroker::stop(const arbor::Guid*, std::uint32_t) {
 
 std::int32_t EventBroker::run() {
     while (!_stopped) {
-        const MessageReference message = takeFront();
-        if (message != nullptr) {
-            publish(message.get());
-        } else {
-            startWaitingThreads();
+        if (_inHand.empty() && !takeQueued()) {
             _owner->pumpOnce();
+            continue;
         }
+        const MessageReference message = std::move(_inHand.front());
+        _inHand.pop_front();
+        publish(message.get());
     }
     return 0;
 }
 
 bool EventBroker::isIdle() {
     const BrokerLock lock(*this);
-    return !_stopped && _queue.empty();
+    return !_stopped && _inHand.empty() && _queue.empty();
 }
 
-MessageReference EventBroker::takeFront() {
+bool EventBroker::takeQueued() {
     const BrokerLock lock(*this);
-    if (_queue.empty()) return nullptr;
-    MessageReference message = std::move(_queue.front());
-    _queue.pop_front();
-    return message;
+    if (_queue.empty()) {
+        startWaitingThreads();
+        return false;
+    }
+    _inHand.swap(_queue);
+    return true;
 }
 
 void EventBroker::startWaitingThreads() {
-    const BrokerLock lock(*this);
     // Each is taken out before it is started: an observer of the start may add or remove
     // components. Threads that are added meanwhile wait for the next idle turn, or this loop might
     // never end.
@@ -206,7 +239,10 @@ bool EventBroker::enroll(arbor::PropertyHolder* component, arbor::IThread* threa
     _components.reserveOneMore();
 
     if (thread != nullptr) _threadsToStart.append(thread);
-    if (listener != nullptr) _listeners.append(listener);
+    if (listener != nullptr) {
+        _listeners.append(listener);
+        _snapshotIsOld = true;
+    }
     _components.append(component);
     return true;
 } catch (const std::bad_alloc&) {
@@ -225,6 +261,7 @@ bool EventBroker::removeComponent(arbor::PropertyHolder* component, bool destroy
     if (const arbor::IListener* listener = listenerOf(*component); listener != nullptr) {
         const BrokerLock lock(*this);
         removeFirst(_listeners, listener);
+        _snapshotIsOld = true;
     }
     bool found = false;
     {

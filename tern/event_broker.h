@@ -43,7 +43,7 @@ public:
     // for a thread that is blocked.
     ~EventBroker() override;
     // Hands the message to every listener in the order of registration; an exclusive one to the
-    // first that takes it.
+    // first that takes it. Main thread.
     virtual void publish(arbor::IMessage* message) ARBOR_EXCLUDES(this);
     virtual IInstanceManager* getInstanceManager() { return _owner; }
     virtual bool isReady() { return true; }
@@ -72,8 +72,15 @@ public:
     [[nodiscard]] bool isIdle() ARBOR_EXCLUDES(this);
 
 private:
-    [[nodiscard]] MessageReference takeFront() ARBOR_EXCLUDES(this);
-    void startWaitingThreads() ARBOR_EXCLUDES(this);
+    using Listeners = arbor::SmallVector<arbor::IListener*, 8>;
+
+    // Replaces what is in `copy`.
+    void copyListeners(Listeners& copy) ARBOR_EXCLUDES(this);
+    void deliver(arbor::IMessage* message, const Listeners& listeners);
+    // Takes everything that is queued in hand. When there is nothing, starts the threads that wait
+    // and answers false.
+    [[nodiscard]] bool takeQueued() ARBOR_EXCLUDES(this);
+    void startWaitingThreads() ARBOR_REQUIRES(this);
     void queueThread(arbor::IThread* thread) ARBOR_EXCLUDES(this);
     // Adds the component to all lists or, when memory runs out, to none.
     [[nodiscard]] bool enroll(arbor::PropertyHolder* component, arbor::IThread* thread,
@@ -82,11 +89,17 @@ private:
 
     IInstanceManager* _owner;  // not owned, outlives us
     arbor::SmallVector<arbor::IThread*, 2> _runningThreads ARBOR_GUARDED_BY(this);     // not owned
-    arbor::SmallVector<arbor::IListener*, 4> _listeners ARBOR_GUARDED_BY(this);        // not owned
+    Listeners _listeners ARBOR_GUARDED_BY(this);                                       // not owned
     arbor::SmallVector<arbor::PropertyHolder*, 4> _components ARBOR_GUARDED_BY(this);  // owned
     std::deque<MessageReference> _queue ARBOR_GUARDED_BY(this);
     arbor::SmallVector<arbor::IThread*, 2> _threadsToStart ARBOR_GUARDED_BY(this);  // not owned
     std::atomic<bool> _stopped{false};
+    // The kernel's mutex is what a message costs. So the main thread takes whole queues and
+    // delivers from what follows, which it alone uses.
+    std::deque<MessageReference> _inHand;     // before all of _queue
+    Listeners _snapshot;                      // of _listeners, unless it is old; not owned
+    std::atomic<bool> _snapshotIsOld{false};  // written under the lock
+    int _deliveries = 0;                      // that walk over listeners, one inside the other
     arbor::Rundown _use;  // keeps generator threads out of a broker that is being destroyed
 };
 

@@ -6,4 +6,8 @@ namespace platform::simulated {
 // twice counts twice. For tests that ask whether something happens under a lock.
 [[nodiscard]] int heldCriticalSections() noexcept;
 
+// How often the calling thread has taken a kernel mutex since it began. On the system each time is
+// two calls of the kernel, one to take it and one to give it back.
+[[nodiscard]] long takenKernelMutexes() noexcept;
+
 }  // namespace platform::simulated

@@ -41,11 +41,16 @@ Lock* section(unsigned char* storage) noexcept {
 }
 
 thread_local int heldSections = 0;
+thread_local long takenMutexes = 0;
 
 }  // namespace
 
 int simulated::heldCriticalSections() noexcept {
     return heldSections;
+}
+
+long simulated::takenKernelMutexes() noexcept {
+    return takenMutexes;
 }
 
 KernelMutex::KernelMutex() noexcept : _handle(nullptr) {
@@ -63,6 +68,7 @@ KernelMutex::~KernelMutex() {
 
 void KernelMutex::lock(std::uint32_t timeoutMs) noexcept {
     if (_handle == nullptr) return;
+    ++takenMutexes;
     if (timeoutMs == kNoTimeout) {
         mutexOf(_handle)->lock();
         return;

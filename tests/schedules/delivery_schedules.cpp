@@ -105,5 +105,31 @@ TEST(DeliverySchedules, ListenerThatLeavesWhileMessagesArriveReceivesNoMore) {
     });
 }
 
+TEST(DeliverySchedules, ListenerThatComesBetweenMessagesHearsAllThatFollow) {
+    playEverySchedule([] {
+        Framework framework;
+        Codes received;
+        Codes late;
+        framework.add(std::make_unique<Listener>([&](arbor::IMessage& message) {
+            received.push_back(message.getCode());
+            if (received.size() == 1) {
+                framework.add(std::make_unique<Listener>(
+                    [&](arbor::IMessage& heard) { late.push_back(heard.getCode()); }));
+                framework.broker().post(&tern::kVeloListenerId, 31, 0, nullptr);
+            }
+            if (received.size() == 4) framework.stop();
+        }));
+        framework.add(std::make_unique<Producer>(framework, Codes{11, 12}));
+        framework.add(std::make_unique<Producer>(framework, Codes{21}));
+
+        framework.run();
+
+        require(received.size() == 4 && isBefore(received, 11, 12),
+                "every message is delivered in its order");
+        require(late == Codes(received.begin() + 1, received.end()),
+                "the late listener hears each message after the first");
+    });
+}
+
 }  // namespace
 }  // namespace scene

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 using arbor::AbstractThread;
@@ -217,6 +218,109 @@ TEST_F(EventBrokerTest, MessagePostedByAListenerIsDeliveredAfterTheOneInHand) {
     EXPECT_EQ(order, "first others posted");
 }
 
+TEST_F(EventBrokerTest, MessagePostedByAListenerIsDeliveredAfterThoseThatWaited) {
+    std::vector<std::uint32_t> codes;
+    addListener([&](IMessage& message) {
+        codes.push_back(message.getCode());
+        if (message.getCode() == 1) broker.post(&kType, 4, 0, nullptr);
+        return false;
+    });
+    for (const std::uint32_t code : {1U, 2U, 3U})
+        broker.post(&kType, code, 0, nullptr);
+
+    runUntilIdle();
+
+    EXPECT_EQ(codes, (std::vector<std::uint32_t>{1, 2, 3, 4}));
+}
+
+TEST_F(EventBrokerTest, ListenerAddedDuringADeliveryHearsTheMessagesThatWait) {
+    ListenerComponent* late = nullptr;
+    addListener([&](IMessage&) {
+        if (late == nullptr) late = &addListener(passes);
+        return false;
+    });
+    for (const std::uint32_t code : {1U, 2U, 3U})
+        broker.post(&kType, code, 0, nullptr);
+
+    runUntilIdle();
+
+    EXPECT_EQ(late->heard, 2);
+}
+
+TEST_F(EventBrokerTest, ListenerRemovedDuringADeliveryHearsNoMessageThatWaits) {
+    ListenerComponent* leaving = nullptr;
+    addListener([&](IMessage&) { return broker.removeComponent(leaving, false); });
+    leaving = &addListener(passes);
+    const std::unique_ptr<ListenerComponent> owned(leaving);
+    broker.post(&kType, 1, 0, nullptr);
+    broker.post(&kType, 2, 0, nullptr);
+
+    runUntilIdle();
+
+    EXPECT_EQ(leaving->heard, 1);
+}
+
+TEST_F(EventBrokerTest, DeliveryInsideAnotherGoesToTheListenersOfThatMoment) {
+    std::string heard;
+    const auto notes = [&heard](const char* name) {
+        return [&heard, name](IMessage& message) {
+            heard += name + std::to_string(message.getCode()) + ' ';
+            return false;
+        };
+    };
+    ListenerComponent* leaving = nullptr;
+    addListener([&](IMessage& message) {
+        notes("first")(message);
+        if (message.getCode() == 2) return false;
+        broker.removeComponent(leaving, false);
+        SimpleMessage inner(&kType, 2, 0);
+        broker.publish(&inner);
+        return false;
+    });
+    leaving = &addListener(notes("leaving"));
+    const std::unique_ptr<ListenerComponent> owned(leaving);
+    addListener(notes("last"));
+
+    SimpleMessage outer(&kType, 1, 0);
+    broker.publish(&outer);
+
+    EXPECT_EQ(heard, "first1 first2 last2 leaving1 last1 ");
+}
+
+TEST_F(EventBrokerTest, ListenerAddedBeforeADeliveryInsideAnotherHearsThatOneAndTheNext) {
+    ListenerComponent* late = nullptr;
+    addListener([&](IMessage& message) {
+        if (message.getCode() != 1) return false;
+        late = &addListener(passes);
+        SimpleMessage inner(&kType, 2, 0);
+        broker.publish(&inner);
+        return false;
+    });
+    SimpleMessage outer(&kType, 1, 0);
+    broker.publish(&outer);
+    EXPECT_EQ(late->heard, 1);
+
+    publish(0);
+
+    EXPECT_EQ(late->heard, 2);
+}
+
+TEST_F(EventBrokerTest, IsNotIdleWhileAMessageWaitsOrAfterAStop) {
+    std::string idle;
+    addListener([&](IMessage& message) {
+        idle += broker.isIdle() ? "idle " : "busy ";
+        if (message.getCode() == 3) broker.stop(nullptr, 0);
+        if (message.getCode() == 3) idle += broker.isIdle() ? "idle " : "stopped";
+        return false;
+    });
+    for (const std::uint32_t code : {1U, 2U, 3U})
+        broker.post(&kType, code, 0, nullptr);
+
+    runUntilIdle();
+
+    EXPECT_EQ(idle, "busy busy idle stopped");
+}
+
 TEST_F(EventBrokerTest, StopFromAListenerEndsTheLoopAfterTheMessageInHand) {
     auto& stopping = addListener([&](IMessage&) { return broker.stop(&kType, 0); });
     auto& second = addListener(passes);
@@ -278,6 +382,48 @@ TEST(EventBrokerEndTest, UndeliveredMessagesAreDestroyedWithTheBroker) {
         EXPECT_EQ(message.use_count(), 2);
     }
     EXPECT_EQ(message.use_count(), 1);
+}
+
+TEST(EventBrokerEndTest, MessagesThatWaitedBehindTheStopAreDestroyedLastFirst) {
+    struct LoudMessage : SimpleMessage {
+        LoudMessage(std::uint32_t code, std::vector<std::uint32_t>& itsGone)
+            : SimpleMessage(&kType, code, 0), gone(itsGone) {}
+        ~LoudMessage() override { gone.push_back(getCode()); }
+        std::vector<std::uint32_t>& gone;
+    };
+    std::vector<std::uint32_t> gone;
+    {
+        test::TestManager<> manager;
+        manager.broker.addComponent(new ListenerComponent([&](IMessage&) {
+            manager.broker.enqueue(std::make_shared<LoudMessage>(4U, gone));
+            manager.broker.enqueue(std::make_shared<LoudMessage>(5U, gone));
+            return manager.broker.stop(nullptr, 0);
+        }));
+        for (const std::uint32_t code : {1U, 2U, 3U})
+            manager.broker.enqueue(std::make_shared<LoudMessage>(code, gone));
+        manager.broker.run();
+        EXPECT_EQ(gone, (std::vector<std::uint32_t>{1}));
+    }
+    EXPECT_EQ(gone, (std::vector<std::uint32_t>{1, 5, 4, 3, 2}));
+}
+
+TEST(EventBrokerEndTest, MessagePublishedByADyingComponentReachesNobody) {
+    auto manager = std::make_unique<test::TestManager<>>();
+    int heard = 0;
+    auto* first = new ListenerComponent(passes);
+    first->onDestruction = [&, &broker = manager->broker] {
+        SimpleMessage message(&kType, 1, 0);
+        broker.publish(&message);
+    };
+    manager->broker.addComponent(first);
+    manager->broker.addComponent(new ListenerComponent([&](IMessage&) { return ++heard > 0; }));
+    SimpleMessage before(&kType, 1, 0);
+    manager->broker.publish(&before);
+    EXPECT_EQ(heard, 1);
+
+    manager.reset();
+
+    EXPECT_EQ(heard, 1);
 }
 
 TEST(EventBrokerEndTest, BrokerThatIsBeingDestroyedTakesNothingMore) {
