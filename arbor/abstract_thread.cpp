@@ -152,9 +152,9 @@ void AbstractThread::notifyFinished() {
     notifyWithCode(ThreadCode::Finished);
 }
 
-std::shared_ptr<AbstractThread::Use> AbstractThread::stepOutside() noexcept {
-    std::shared_ptr<Use> use = _use;  // taken first: after leave() the object may be gone
-    use->leave();
+AbstractThread::Use& AbstractThread::stepOutside() noexcept {
+    Use& use = *_use;  // read first: after leave() the object may be gone
+    use.leave();
     return use;
 }
 

@@ -77,14 +77,14 @@ protected:
     // instead of what `work` threw. Only from inside the body.
     template <typename Work>
     void outside(const Work& work) {
-        const std::shared_ptr<Use> use = stepOutside();
+        Use& use = stepOutside();
         try {
             work();
         } catch (...) {
-            comeBack(*use);
+            comeBack(use);
             throw;
         }
-        comeBack(*use);
+        comeBack(use);
     }
 
     // Waits until the thread is not using the object, and keeps it out from then on. Every concrete
@@ -99,11 +99,12 @@ protected:
 private:
     struct Start;
 
-    // The two halves of outside(). The result keeps the protection alive while the object goes.
-    [[nodiscard]] std::shared_ptr<Use> stepOutside() noexcept;
+    // The two halves of outside(). The result outlives the object: runBody()'s caller shares it.
+    [[nodiscard]] Use& stepOutside() noexcept;
     static void comeBack(Use& use);
     static std::uint32_t threadProcedure(void* parameter);
-    // `thread` may be gone: it is touched only when `use` lets us in.
+    // `thread` may be gone: it is touched only when `use` lets us in. The caller owns a share of
+    // `use` until this returns.
     static std::uint32_t runBody(AbstractThread& thread, Use& use);
     void notifyWithCode(ThreadCode code);
 

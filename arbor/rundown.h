@@ -16,8 +16,14 @@ public:
     Rundown& operator=(const Rundown&) = delete;
 
     // False, and nothing to leave, once close() was called.
-    [[nodiscard]] bool enter() noexcept;
-    void leave() noexcept;
+    [[nodiscard]] bool enter() noexcept {
+        // Count first, then check: close() could pass between a check and the count that follows.
+        const std::uint32_t before = _state.fetch_add(1, std::memory_order_acquire);
+        if ((before & kClosed) == 0) return true;
+        leave();
+        return false;
+    }
+    void leave() noexcept { _state.fetch_sub(1, std::memory_order_release); }
 
     // Waits until no more than `own` users are inside. 1 when the caller itself is inside, else 0.
     void close(std::uint32_t own = 0) noexcept;
