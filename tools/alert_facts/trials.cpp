@@ -1,0 +1,157 @@
+#include "tools/alert_facts/trials.h"
+
+#include "platform/simulated/world.h"
+#include "printer/printer_identity.h"
+#include "ui/button_faces.h"
+#include "ui/resource_ids.h"
+
+#include <algorithm>
+#include <cwchar>
+#include <locale>
+#include <stdexcept>
+
+namespace alert_facts {
+
+namespace {
+
+constexpr struct {
+    int control;
+    const char* role;
+} kRoles[] = {
+    {IDC_ALERT_HEADLINE, "headline"},
+    {IDC_ALERT_DETAIL, "detail"},
+    {IDC_ALERT_MESSAGE, "message"},
+    {IDC_DUPLEX_TITLE, "duplexTitle"},
+    {IDC_DUPLEX_STEP_1, "step1"},
+    {IDC_DUPLEX_STEP_2, "step2"},
+    {IDC_DUPLEX_STEP_3, "step3"},
+    {IDC_SUPPLIES_NAME, "suppliesName"},
+    {IDC_SUPPLIES_PAGES, "suppliesPages"},
+    {IDC_SUPPLIES_COMMENT, "suppliesComment"},
+    {IDC_SUPPLIES_DETAIL, "suppliesDetail"},
+    {IDC_SNOOZE_LABEL, "reminderLabel"},
+};
+
+WindowHandle open(Stage& stage, const Report& report) {
+    if (!report.medium.empty()) stage.loadMedium(report.medium);
+    return stage.report(report.status, report.subcode);
+}
+
+Look read(WindowHandle handle) {
+    const headless::Window& window = *headless::find(handle);
+    Look look;
+    look.roles["title"] = window.title;
+    for (const auto& [id, control] : window.controls) {
+        if (!control.visible) continue;
+        if (control.picture != 0) look.pictures[id] = control.picture;
+        if (buttonFace(id) == nullptr && !control.isLink) continue;
+        look.controls[id] = control.text;
+        look.isLink[id] = control.isLink;
+    }
+    for (const auto& [control, role] : kRoles) {
+        const auto found = window.controls.find(control);
+        if (found != window.controls.end() && found->second.visible)
+            look.roles[role] = found->second.text;
+    }
+    const auto list = window.controls.find(IDC_SNOOZE_CHOICE);
+    if (list != window.controls.end() && list->second.visible) look.choices = list->second.choices;
+    look.defaultButton = window.defaultButton;
+    if (headless::press(handle, IDC_ALERT_HELP)) {
+        look.roles["help"] = headless::messages().back().text;
+        look.roles["helpCaption"] = headless::messages().back().caption;
+    }
+    std::erase_if(look.roles, [](const auto& role) { return role.second.empty(); });
+    return look;
+}
+
+}  // namespace
+
+std::string utf8(const std::wstring& text) {
+    const auto& convert =
+        std::use_facet<std::codecvt<char32_t, char8_t, std::mbstate_t>>(std::locale::classic());
+    const std::u32string points(text.begin(), text.end());
+    std::u8string bytes(points.size() * static_cast<std::size_t>(convert.max_length()), 0);
+    std::mbstate_t state{};
+    const char32_t* read = nullptr;
+    char8_t* end = nullptr;
+    convert.out(state, points.data(), points.data() + points.size(), read, bytes.data(),
+                bytes.data() + bytes.size(), end);
+    return {bytes.data(), end};
+}
+
+std::optional<Look> lookOf(const Report& report, const Scene& scene) {
+    Stage stage(scene);
+    const WindowHandle window = open(stage, report);
+    if (window == nullptr) return std::nullopt;
+    return read(window);
+}
+
+Effects effectsOf(const Report& report, const Step& step, const Scene& scene) {
+    Stage stage(scene);
+    const WindowHandle window = open(stage, report);
+    step(window);
+    return stage.effects(window);
+}
+
+Rules rulesOf(const Report& report) {
+    Rules rules{};
+    {
+        Stage stage;
+        headless::closeBox(open(stage, report));
+        const WindowHandle second = open(stage, report);
+        rules.again = second != nullptr;
+        if (second != nullptr) headless::closeBox(second);
+        stage.insertNewCartridge();
+        rules.againForNew = open(stage, report) != nullptr;
+    }
+    {
+        Stage stage;
+        open(stage, report);
+        rules.twice = open(stage, report) != nullptr;
+    }
+    Scene unknown;
+    unknown.knownCartridge = false;
+    rules.withoutCartridge = lookOf(report, unknown).has_value();
+    {
+        Stage stage;
+        open(stage, report);
+        stage.endDocument();
+        rules.staysAfterDocument = !headless::windows().empty();
+    }
+    const auto rest = effectsOf(report, [](WindowHandle) {}).rest;
+    rules.restHours = *std::max_element(rest.begin(), rest.end());
+    return rules;
+}
+
+bool comesAfter(const Report& report, const Report& before) {
+    Stage stage;
+    headless::closeBox(open(stage, before));
+    return open(stage, report) != nullptr;
+}
+
+std::uint32_t maskBitsOf(const Report& report) {
+    const auto comesWith = [&report](std::uint32_t mask) {
+        Scene scene;
+        scene.alertMask = mask;
+        return lookOf(report, scene).has_value();
+    };
+    if (comesWith(0)) throw std::runtime_error("an alert comes although all are switched off");
+    const std::uint32_t all = Scene().alertMask;
+    std::uint32_t needed = 0;
+    for (std::uint32_t bit = 1; bit <= all; bit <<= 1U) {
+        if (!comesWith(all & ~bit)) needed |= bit;
+    }
+    return needed;
+}
+
+std::string maskClassOf(std::uint32_t bit) {
+    Scene scene;
+    scene.alertMask = bit;
+    const Stage stage(scene);
+    const std::optional<AlertClasses> classes = readAlertClasses(Stage::kPrinter);
+    if (!classes) throw std::runtime_error("the printer has no AlertMask");
+    if (classes->errors) return "errors";
+    return classes->information ? "information" : "warnings";
+}
+
+}  // namespace alert_facts
