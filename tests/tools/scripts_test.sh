@@ -54,17 +54,18 @@ wanted_packages() {
     return "$ended"
 }
 
-# Where Wine is told to make a prefix that is named from the folder.
-place_of_a_prefix() {
+# Where and in which language Wine is told to make a prefix that is named from the folder, for a test that
+# runs in Chinese.
+made_prefix() {
     place=$(mktemp -d)
     for program in wine wineboot wineserver; do
         # shellcheck disable=SC2016  # the written script expands it
-        printf '#!/bin/sh\necho "$WINEPREFIX" >>%s/told\n' "$place" >"$place/$program"
+        printf '#!/bin/sh\necho "$WINEPREFIX $LC_ALL" >>%s/told\n' "$place" >"$place/$program"
         chmod +x "$place/$program"
     done
     cp tools/wine/make-prefix.sh "$place/"
-    (cd "$place" && PATH=$place:$PATH sh ./make-prefix.sh build/template) &&
-        [ "$(sort -u "$place/told")" = "$place/build/template" ] && echo whole
+    (cd "$place" && PATH=$place:$PATH LC_ALL=zh_CN.UTF-8 sh ./make-prefix.sh build/template) &&
+        sort -u "$place/told" | sed "s,^$place/,here/,"
     ended=$?
     rm -rf "$place"
     return "$ended"
@@ -211,5 +212,6 @@ check "the change log begins with the version of the project" 0 '^same$' the_cha
 check "packages are those of the purpose and of this release" 1 '^Installing: a b d f$' wanted_packages ci
 check "a release needs no packages of the tests" 1 '^Installing: a f$' wanted_packages release
 check "every package is listed with its purpose" 0 '^all$' every_package_has_a_purpose
-check "a prefix that is named from the folder is made there" 0 "^whole$" place_of_a_prefix
+check "a prefix is made where it is named from the folder, in one language for all" 0 \
+    '^here/build/template C.UTF-8$' made_prefix
 exit "$failed"

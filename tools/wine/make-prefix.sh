@@ -12,6 +12,7 @@ made_by=$(cksum <"$0")
 rm -rf "$dir"
 
 export WINEPREFIX="$dir" WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+export LC_ALL=C.UTF-8  # otherwise the first test's language would choose the font of dialogs for all tests
 unset DISPLAY
 wineboot -i >/dev/null 2>&1 </dev/null 9>&-
 fonts="$WINEPREFIX/drive_c/windows/Fonts"
