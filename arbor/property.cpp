@@ -218,6 +218,11 @@ IProperty* Property::createWString(const wchar_t* text, std::size_t units) noexc
     return property != nullptr ? property : new (std::nothrow) Property(PT_WSTRING, kNoText);
 }
 
+IProperty* Property::createUtf16(const unsigned char* bytes, std::size_t units) noexcept {
+    IProperty* property = TextProperty::makeUtf16(bytes, units);
+    return property != nullptr ? property : new (std::nothrow) Property(PT_WSTRING, kNoText);
+}
+
 IProperty* Property::createOpaque(const void* data, std::uint64_t bytes) noexcept {
     return new (std::nothrow) OpaqueProperty(data, bytes);
 }

@@ -47,6 +47,9 @@ public:
     [[nodiscard]] static IProperty* createInt(std::int32_t number) noexcept;
     [[nodiscard]] static IProperty* createString(const char* text, std::size_t bytes) noexcept;
     [[nodiscard]] static IProperty* createWString(const wchar_t* text, std::size_t units) noexcept;
+    // A wide text of UTF-16 units in little-endian order, which may stand at any address.
+    [[nodiscard]] static IProperty* createUtf16(const unsigned char* bytes,
+                                                std::size_t units) noexcept;
     [[nodiscard]] static IProperty* createOpaque(const void* data, std::uint64_t bytes) noexcept;
     // Buffers are copied; every other value word is taken as it is, so a cloned text is shared by
     // both and freed with the last of them. A text of somebody else's class is copied: it has no

@@ -35,8 +35,7 @@ TextProperty::~TextProperty() {
 }
 
 template <typename Char>
-TextProperty* TextProperty::copied(std::uint32_t type, const Char* text,
-                                   std::size_t units) noexcept {
+TextProperty* TextProperty::withRoom(std::uint32_t type, std::size_t units, Char*& text) noexcept {
     constexpr std::size_t kMost =
         // Equally right with 2: such a block cannot be allocated either.
         (std::numeric_limits<std::size_t>::max() - kTextOffset) / sizeof(Char) - 1;
@@ -48,17 +47,35 @@ TextProperty* TextProperty::copied(std::uint32_t type, const Char* text,
     if (block == nullptr) return nullptr;
 
     void* behind = static_cast<std::byte*>(block) + sizeof(TextProperty);
-    auto* characters = reinterpret_cast<Char*>(::new (behind) ReferenceCount{1} + 1);
-    std::memcpy(characters, text, units * sizeof(Char));
-    characters[units] = Char{};
-    return new (block) TextProperty(type, characters);
+    text = reinterpret_cast<Char*>(::new (behind) ReferenceCount{1} + 1);
+    text[units] = Char{};
+    return new (block) TextProperty(type, text);
 }
 
 TextProperty* TextProperty::make(const char* text, std::size_t bytes) noexcept {
-    return copied(PT_STRING, text, bytes);
+    char* copy = nullptr;
+    TextProperty* property = withRoom(PT_STRING, bytes, copy);
+    if (property != nullptr) std::memcpy(copy, text, bytes);
+    return property;
 }
+
 TextProperty* TextProperty::make(const wchar_t* text, std::size_t units) noexcept {
-    return copied(PT_WSTRING, text, units);
+    wchar_t* copy = nullptr;
+    TextProperty* property = withRoom(PT_WSTRING, units, copy);
+    if (property != nullptr) std::memcpy(copy, text, units * sizeof(wchar_t));
+    return property;
+}
+
+TextProperty* TextProperty::makeUtf16(const unsigned char* bytes, std::size_t units) noexcept {
+    constexpr std::size_t kUnitBytes = 2;
+    wchar_t* copy = nullptr;
+    TextProperty* property = withRoom(PT_WSTRING, units, copy);
+    if (property == nullptr) return nullptr;
+    for (std::size_t unit = 0; unit < units; ++unit) {
+        const unsigned char* at = bytes + unit * kUnitBytes;
+        copy[unit] = static_cast<wchar_t>(at[0] | at[1] << 8);
+    }
+    return property;
 }
 
 void TextProperty::share(const void* text) noexcept {

@@ -16,6 +16,9 @@ public:
     // size overflows.
     [[nodiscard]] static TextProperty* make(const char* text, std::size_t bytes) noexcept;
     [[nodiscard]] static TextProperty* make(const wchar_t* text, std::size_t units) noexcept;
+    // A copy of UTF-16 units in little-endian order, which may stand at any address.
+    [[nodiscard]] static TextProperty* makeUtf16(const unsigned char* bytes,
+                                                 std::size_t units) noexcept;
     ~TextProperty() override;
 
     // Adds and drops one reference to a text that make() copied. Null is ignored.
@@ -29,8 +32,9 @@ public:
 private:
     TextProperty(std::uint32_t type, const void* text) noexcept;
 
+    // A property with a terminated text of so many units, which the caller writes through `text`.
     template <typename Char>
-    static TextProperty* copied(std::uint32_t type, const Char* text, std::size_t units) noexcept;
+    static TextProperty* withRoom(std::uint32_t type, std::size_t units, Char*& text) noexcept;
     // Only into a block that has room for the text.
     static void* operator new(std::size_t, void* block) noexcept { return block; }
     static void operator delete(void*, void*) noexcept {}

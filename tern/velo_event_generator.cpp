@@ -2,6 +2,7 @@
 
 #include "arbor/message.h"
 #include "arbor/number_text.h"
+#include "arbor/property.h"
 #include "platform/pipe.h"
 #include "tern/channel_settings.h"
 #include "tern/class_ids.h"
@@ -35,6 +36,13 @@ std::string readFailure(platform::NativeHandle pipe, std::uint32_t error) {
                   static_cast<unsigned>(reinterpret_cast<std::uintptr_t>(pipe)),
                   static_cast<int>(error));
     return text.data();
+}
+
+// Copies the text once, from the body into its property: it may fill all of a body.
+void setWText(arbor::IPropertyHolder& properties, const wchar_t* key, VeloWideText text) {
+    std::unique_ptr<arbor::IProperty> property(
+        arbor::Property::createUtf16(text.bytes, text.units));
+    if (properties.adoptProperty(key, property.get())) static_cast<void>(property.release());
 }
 
 std::int32_t asInt(std::uint32_t number) {
@@ -159,7 +167,7 @@ const char* VeloEventGenerator::findValue(const char* text, const char* key) {
     return findValueIn(const_cast<char*>(text), key);
 }
 
-std::wstring VeloEventGenerator::readWText() {
+VeloWideText VeloEventGenerator::readWText() {
     return _input->reader.readWText();
 }
 
@@ -203,8 +211,8 @@ void VeloEventGenerator::addJobFields(std::uint32_t subcode, arbor::IPropertyHol
             properties.setString(message_key::kPrinterName, readText());
             break;
         case kPrinterWide:
-            properties.setWString(message_key::kPortName, readWText().c_str());
-            properties.setWString(message_key::kPrinterName, readWText().c_str());
+            setWText(properties, message_key::kPortName, readWText());
+            setWText(properties, message_key::kPrinterName, readWText());
             break;
         case kDocumentStartNarrow:
             properties.setInt(message_key::kJobId, asInt(readNumber(0)));
@@ -212,7 +220,7 @@ void VeloEventGenerator::addJobFields(std::uint32_t subcode, arbor::IPropertyHol
             break;
         case kDocumentStartWide:
             properties.setInt(message_key::kJobId, asInt(readNumber(0)));
-            properties.setWString(message_key::kDocumentName, readWText().c_str());
+            setWText(properties, message_key::kDocumentName, readWText());
             break;
         case kDocumentEnd:
             properties.setInt(message_key::kJobId, asInt(readNumber(0)));

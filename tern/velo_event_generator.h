@@ -45,7 +45,7 @@ public:
     [[nodiscard]] virtual const char* readText();
     // Points into `text`, which must be writable where it has a line feed.
     [[nodiscard]] virtual const char* findValue(const char* text, const char* key);
-    [[nodiscard]] virtual std::wstring readWText();
+    [[nodiscard]] virtual VeloWideText readWText();
     [[nodiscard]] virtual std::uint32_t readNumber(std::uint32_t defaultValue);
     // Builds the message of the current record and enqueues it; drops a record of another printer.
     virtual void buildMessage(const VeloHeader& header, EventBroker* broker);

@@ -47,9 +47,8 @@ char* VeloBody::readText() noexcept {
     return text;
 }
 
-std::wstring VeloBody::readWText() {
-    // Unit by unit from bytes: texts in a body are not aligned, and wchar_t has 4 bytes where most
-    // tests run.
+VeloWideText VeloBody::readWText() noexcept {
+    // Unit by unit from bytes: texts in a body are not aligned.
     const auto isZero = [this](std::size_t unit) {
         return (_cursor[unit * kWideUnitBytes] | _cursor[unit * kWideUnitBytes + 1]) == 0;
     };
@@ -59,14 +58,9 @@ std::wstring VeloBody::readWText() {
         ++units;
     if (units == most) return {};
 
-    std::wstring text(units, L'\0');
-    const unsigned char* at = _cursor;
-    for (wchar_t& letter : text) {
-        letter = static_cast<wchar_t>(at[0] | at[1] << 8);
-        at += kWideUnitBytes;
-    }
+    const unsigned char* text = _cursor;
     _cursor += (units + 1) * kWideUnitBytes;
-    return text;
+    return {text, units};
 }
 
 char* findValueIn(char* text, const char* key) noexcept {

@@ -57,6 +57,13 @@ using VeloHeaderBytes = std::array<unsigned char, kVeloHeaderBytes>;
 }
 [[nodiscard]] VeloHeaderBytes encodedHeader(const VeloHeader& header) noexcept;
 
+// A wide text of a body: UTF-16 units without the zero that ends them, at any address. Borrowed
+// from the body.
+struct VeloWideText {
+    const unsigned char* bytes = nullptr;
+    std::size_t units = 0;
+};
+
 // Reads fields from a body, in order, without gaps or alignment. Never reads past its end: a field
 // that is not all there reads as its default and leaves the cursor where it was.
 class VeloBody {
@@ -73,7 +80,7 @@ public:
     // Text up to its NUL; an empty one when the NUL is missing. Borrowed from the body.
     [[nodiscard]] char* readText() noexcept;
     // UTF-16 text up to its zero unit; empty when that is missing.
-    [[nodiscard]] std::wstring readWText();
+    [[nodiscard]] VeloWideText readWText() noexcept;
     [[nodiscard]] std::uint32_t readNumber(std::uint32_t defaultValue) noexcept {
         if (!hasInput(kNumberBytes)) return defaultValue;
         const std::uint32_t value = numberAt(_cursor);

@@ -138,6 +138,22 @@ TEST(PropertyTest, TextIsCopiedAsFarAsItsLengthAndTerminated) {
     EXPECT_STREQ(static_cast<const wchar_t*>(wideText->getData()), L"abc");
 }
 
+TEST(PropertyTest, UnitsAtAnyAddressBecomeATerminatedWideText) {
+    // A little-endian unit each: Greek omega, a letter, the last of all units; then one too many.
+    constexpr unsigned char kBytes[] = {0, 0xA9, 0x03, 'x', 0, 0xFF, 0xFF, 'y', 0};
+
+    const Owned text(Property::createUtf16(kBytes + 1, 3));
+
+    EXPECT_EQ(text->getType(), arbor::PT_WSTRING);
+    EXPECT_STREQ(static_cast<const wchar_t*>(text->getData()), L"\u03A9x\xFFFF");
+}
+
+TEST(PropertyTest, NoUnitsBecomeAnEmptyWideText) {
+    const Owned text(Property::createUtf16(nullptr, 0));
+
+    EXPECT_STREQ(static_cast<const wchar_t*>(text->getData()), L"");
+}
+
 TEST(PropertyTest, TextAsStringEndsAtItsFirstNul) {
     EXPECT_EQ(Owned(Property::createString("ab\0cd", 5))->toString(), "ab");
     EXPECT_EQ(Owned(Property::createWString(L"ab\0cd", 5))->toString(), "ab");

@@ -95,6 +95,14 @@ TEST_P(ArborFaultsTest, WideTextThatCannotBeCopiedIsANullTextThatReadsAsEmpty) {
         [&](long failed) { expectNullText(made, failed, "wide", arbor::PT_WSTRING); }, 1);
 }
 
+TEST_P(ArborFaultsTest, UnitsThatCannotBeCopiedAreANullTextThatReadsAsEmpty) {
+    constexpr unsigned char kUnits[] = {'w', 0, 'i', 0, 'd', 0, 'e', 0};
+    std::unique_ptr<IProperty> made;
+    failEachAllocation(
+        [&] { return [&] { made.reset(Property::createUtf16(kUnits, 4)); }; },
+        [&](long failed) { expectNullText(made, failed, "wide", arbor::PT_WSTRING); }, 1);
+}
+
 TEST_P(ArborFaultsTest, BufferThatCannotBeCopiedIsNullAndKeepsItsStatedSize) {
     std::unique_ptr<IProperty> made;
     failEachAllocation([&] { return [&] { made.reset(Property::createOpaque("abc", 3)); }; },

@@ -324,6 +324,21 @@ TEST(RecordWithoutMemoryTest, OemBlockWithoutMemoryArrivesEmpty) {
     EXPECT_EQ(emptyBlocks, 2);  // once for the record's body, once for the copy of its block
 }
 
+TEST_P(TernFaultsTest, WideTextIsCopiedOnceAsANarrowOneIs) {
+    const auto allocations = [](std::uint32_t subcode, const std::string& name) {
+        std::unique_ptr<Reading> reading;
+        const auto scene = [&] {
+            reading =
+                std::make_unique<Reading>(records::record(0, subcode, records::number(1) + name));
+            return [&] { reading->generator->runOnThisThread(); };
+        };
+        return everyAllocation(Mode::Once, scene, [&](long) { reading.reset(); }).points;
+    };
+
+    EXPECT_EQ(allocations(tern::kDocumentStartWide, records::wideText(std::u16string(300, u'n'))),
+              allocations(tern::kDocumentStartNarrow, records::text(std::string(300, 'n'))));
+}
+
 TEST_P(TernFaultsTest, TextsWideTextsAndBlocksSurviveEveryFailure) {
     const std::string name(300, 'n');
     const std::string bytes =

@@ -37,7 +37,9 @@ public:
     const Guid* getClassId() const override { return &kOtherType; }
     bool isValidHeader(const tern::VeloHeader&) override { return true; }
     const char* readText() override { return "own text"; }
-    std::wstring readWText() override { return L"own wide text"; }
+    tern::VeloWideText readWText() override {
+        return {reinterpret_cast<const unsigned char*>(_wideText.data()), _wideText.size() / 2 - 1};
+    }
     std::uint32_t readNumber(std::uint32_t) override { return 41; }
     const char* findValue(const char*, const char*) override { return "17"; }
     std::uint32_t reserveBuffer(Buffer& buffer, std::uint32_t capacity,
@@ -47,6 +49,9 @@ public:
     }
 
     std::atomic<int> reservations{0};
+
+private:
+    std::string _wideText = records::wideText(u"own wide text");
 };
 
 struct OverriddenGeneratorTest : testing::Test {
