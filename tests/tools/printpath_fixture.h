@@ -8,7 +8,7 @@
 #include <iterator>
 #include <string>
 
-// Plays scenarios with printpath and monitor_double.exe, which replaces the monitor.
+// Plays scenarios with printpath and the program PLAYED_MONITOR: the monitor, or its double.
 namespace printpath_test {
 
 namespace fs = std::filesystem;
@@ -58,7 +58,7 @@ protected:
     int play(const std::string& lines, const std::wstring& options = L"--timeout 5") {
         const fs::path scenario = _folder / "scenario.txt";
         std::ofstream(scenario, std::ios::binary) << lines;
-        return run(L"--monitor \"" + windowsPath(MONITOR_DOUBLE).wstring() + L"\" --pictures \"" +
+        return run(L"--monitor \"" + windowsPath(PLAYED_MONITOR).wstring() + L"\" --pictures \"" +
                    _folder.wstring() + L"\" " + options + L" \"" + scenario.wstring() + L"\"");
     }
 

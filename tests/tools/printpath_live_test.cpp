@@ -11,7 +11,7 @@ class LiveTest : public PrintpathTest {
 protected:
     // Types these lines and the end of the input; `output` then has the answers.
     int type(const std::string& lines, const std::wstring& options = L"--timeout 5") {
-        return typeTo(windowsPath(MONITOR_DOUBLE), lines, options);
+        return typeTo(windowsPath(PLAYED_MONITOR), lines, options);
     }
 
     int typeTo(const fs::path& monitor, const std::string& lines, const std::wstring& options) {

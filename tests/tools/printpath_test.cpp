@@ -223,7 +223,7 @@ TEST_F(PrintpathTest, TheDeviceServesPagesAndNoticesButtons) {
                    "hang-up\nexpect-exit 0\n"),
               kAsExpected)
         << output;
-    EXPECT_FALSE(fs::exists(windowsPath(MONITOR_DOUBLE).parent_path() / "rtqewsi.dll"));
+    EXPECT_FALSE(fs::exists(windowsPath(PLAYED_MONITOR).parent_path() / "rtqewsi.dll"));
 }
 
 TEST_F(PrintpathTest, ADeviceThatIsOfflineOrLacksThePageDoesNotAnswer) {
