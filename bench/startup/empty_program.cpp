@@ -22,7 +22,8 @@ Function find(HMODULE library, const char* name) {
 }
 
 void askForPrinter() {
-    const HMODULE spooler = ::LoadLibraryW(L"winspool.drv");
+    const HMODULE spooler =
+        ::LoadLibraryExW(L"winspool.drv", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
     if (spooler == nullptr) return;
     const auto open = find<decltype(&::OpenPrinterW)>(spooler, "OpenPrinterW");
     const auto close = find<decltype(&::ClosePrinter)>(spooler, "ClosePrinter");
