@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <iterator>
+#include <map>
 #include <set>
 
 // Compares the tables of the alerts with lists of plain numbers, which were written independently
@@ -135,6 +136,30 @@ TEST(CartridgeCheckTexts, OfTheDetailsHaveTheIdsOfTheirControlsButTheDoneButton)
         controls.insert(row.control);
     }
     EXPECT_EQ(controls, (std::set<int>{1, 1037, 1038, 1039, 1040, 1041, 1042, 1047, 1048, 1049}));
+}
+
+TEST(CartridgeCheckActions, FollowTheListOfControls) {
+    const std::map<int, CheckAction> expected = {{2, CheckAction::Close},
+                                                 {1036, CheckAction::Submit},
+                                                 {1051, CheckAction::ShowDetails},
+                                                 {1063, CheckAction::Close}};
+    for (int control = 0; control <= 2000; ++control) {
+        const auto row = expected.find(control);
+        EXPECT_EQ(checkAction(cartridgeCheckTexts(), control),
+                  row != expected.end() ? row->second : CheckAction::None)
+            << control;
+    }
+}
+
+TEST(CartridgeCheckActions, OfTheDetailsFollowTheListOfControls) {
+    const std::map<int, CheckAction> expected = {
+        {1, CheckAction::Close}, {2, CheckAction::Close}, {1049, CheckAction::OpenPrivacyPage}};
+    for (int control = 0; control <= 2000; ++control) {
+        const auto row = expected.find(control);
+        EXPECT_EQ(checkAction(cartridgeCheckDetailTexts(), control),
+                  row != expected.end() ? row->second : CheckAction::None)
+            << control;
+    }
 }
 
 }  // namespace

@@ -169,7 +169,8 @@ INT_PTR answerDetails(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
             return focusPastLinks(dialog) ? FALSE : TRUE;
         case WM_COMMAND:
             if (isSecondClick(wParam)) return TRUE;
-            if (LOWORD(wParam) == IDC_DETAILS_PRIVACY_LINK) {
+            if (checkAction(cartridgeCheckDetailTexts(), LOWORD(wParam)) ==
+                CheckAction::OpenPrivacyPage) {
                 openPrivacyPage();
             } else {
                 ::EndDialog(dialog, LOWORD(wParam));
@@ -195,15 +196,14 @@ INT_PTR CALLBACK guarded(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam
 }
 
 INT_PTR answerCheckCommand(HWND dialog, int control) {
-    switch (control) {
-        case IDC_CHECK_SUBMIT:
+    switch (checkAction(cartridgeCheckTexts(), control)) {
+        case CheckAction::Submit:
             validateCartridge(state().printerName);  // ends the process and does not return
-        case IDC_CHECK_LEARN_MORE:
+        case CheckAction::ShowDetails:
             runDialog(state().module, IDD_CARTRIDGE_CHECK_DETAILS, dialog, guarded<answerDetails>);
             ::InvalidateRect(dialog, nullptr, TRUE);
             return TRUE;
-        case IDC_CHECK_DECLINE:
-        case IDC_CHECK_CANCEL:
+        case CheckAction::Close:
             ::EndDialog(dialog, control);
             ::DestroyWindow(dialog);  // without an owner's loop it would only be hidden
             return TRUE;
