@@ -202,6 +202,19 @@ TEST(AlertFacts, TellOfALinkThatOnlyOneSystemShows) {
               "starts the companion Orrery");
 }
 
+TEST(AlertFacts, TellWhatTheCartridgeCheckDoes) {
+    const AlertFact& check = alert("cartridge-check");
+    EXPECT_EQ(doneBy(check, "“Submit” button"),
+              "opens https://validate.corvane.example/cgi-bin/jumpstation.py with the values of "
+              "cartridge and printer, ends the monitor");
+    EXPECT_EQ(doneBy(check, "Alt+D in English"), "closes the window");
+    EXPECT_EQ(doneBy(check, "Esc"), "closes the window");
+    EXPECT_EQ(doneBy(check, "“Learn more” link"), "opens the details");
+    EXPECT_EQ(doneBy(alert("cartridge-check-details"), "“Privacy statement” link"),
+              "opens https://www.corvane.example/go/privacy");
+    EXPECT_EQ(check.actions.size(), 4U);
+}
+
 TEST(AlertFacts, TellTheReminderTimes) {
     EXPECT_EQ(
         doneBy(alert("toner-very-low"), "“Remind me again:” list"),

@@ -1,19 +1,18 @@
 #include "tools/alert_facts/facts.h"
 
 #include "printer/alert_types.h"
-#include "printer/status_codes.h"
-#include "strings/string_ids.h"
+#include "tools/alert_facts/check_pages.h"
+#include "tools/alert_facts/sentences.h"
+#include "tools/alert_facts/topics.h"
 #include "tools/alert_facts/trials.h"
 #include "ui/default_status_dialog.h"
 #include "ui/localized_text.h"
 #include "ui/resource_ids.h"
-#include "ui/validation_texts.h"
 
 #include <algorithm>
 #include <cctype>
 #include <cwctype>
 #include <set>
-#include <span>
 #include <stdexcept>
 #include <tuple>
 
@@ -21,84 +20,10 @@ namespace alert_facts {
 
 namespace {
 
-namespace code = status_code;
-
 // Beyond the greatest code that a status of this printer has.
 constexpr std::int32_t kEndOfCodes = 131072;
 constexpr std::uint32_t kEndOfSubcodes = 256;
 constexpr std::int32_t kNoStatus = 0;  // a code that no alert has
-
-const std::vector<Topic> kTopics = {{"paper", "Paper"},
-                                    {"jams", "Jams and doors"},
-                                    {"toner", "Toner and cartridge"},
-                                    {"duplex", "Two-sided printing"},
-                                    {"fax", "Fax"},
-                                    {"problems", "Printer problems"},
-                                    {"check", "Cartridge check"}};
-
-// The topics are those of the people who ask; the monitor does not know them. No default: a new
-// alert does not compile until it has a topic.
-std::string topicOf(AlertType type, std::int32_t status) {
-    switch (type) {
-        case AlertType::PaperOut:
-        case AlertType::LoadMedia:
-        case AlertType::ManualFeed:
-            return "paper";
-        case AlertType::DoorOpen:
-        case AlertType::CartridgeDoorOpen:
-        case AlertType::RearJam:
-        case AlertType::JamInside:
-        case AlertType::TrayJam:
-            return "jams";
-        case AlertType::TonerLow:
-        case AlertType::TonerVeryLow:
-        case AlertType::TonerOut:
-        case AlertType::NoCartridge:
-        case AlertType::IllegalCartridge:
-        case AlertType::NonQvCartridge:
-        case AlertType::CartridgeMemoryError:
-        case AlertType::CartridgeNotRecognized:
-        case AlertType::CartridgeNotAccepted:
-        case AlertType::UsedCartridge:
-        case AlertType::Welcome:
-            return "toner";
-        case AlertType::ManualDuplex:
-            return "duplex";
-        case AlertType::FaxPrinted:
-        case AlertType::FaxInCompanion:
-            return "fax";
-        case AlertType::InternalError:
-        case AlertType::LaserBeam:
-        case AlertType::PageNotFinished:
-        case AlertType::PaperFeed:
-        case AlertType::Fuser:
-        case AlertType::Communication:
-        case AlertType::FuserNotWarm:
-        case AlertType::PrintEngine:
-        case AlertType::LaserScanner:
-            return "problems";
-        case AlertType::GenericStatus:
-            switch (status) {
-                case code::kReseatCartridge:
-                case code::kInstallQvCartridge:
-                    return "toner";
-                case code::kDuplexJam42003:
-                case code::kDuplexJam42004:
-                case code::kJamInside42100:
-                case code::kJamInside42300:
-                    return "jams";
-                case code::kFan:
-                    return "problems";
-                default:
-                    break;
-            }
-            break;
-        case AlertType::None:
-            break;
-    }
-    throw std::runtime_error("status " + std::to_string(status) +
-                             " has no topic; give it one in tools/alert_facts/facts.cpp");
-}
 
 // An alert on the page: a type, and among the generic ones those with the same message.
 struct Key {
@@ -129,27 +54,6 @@ Key opened(Stage& stage, std::int32_t status, std::uint32_t subcode = tern::kDev
     return key;
 }
 
-std::string inOneLine(const std::string& text) {
-    std::string line = text;
-    std::replace(line.begin(), line.end(), '\n', ' ');
-    return line;
-}
-
-// Without the mark of its letter.
-std::wstring captionOf(std::wstring caption) {
-    std::erase(caption, L'&');
-    return caption;
-}
-
-std::string hoursText(std::int64_t hours) {
-    constexpr std::int64_t kDay = 24, kYear = 24 * 365;
-    const auto counted = [](std::int64_t number, const char* unit) {
-        return std::to_string(number) + " " + unit + (number == 1 ? "" : "s");
-    };
-    if (hours % kYear == 0) return counted(hours / kYear, "year");
-    return hours % kDay == 0 ? counted(hours / kDay, "day") : counted(hours, "hour");
-}
-
 bool covers(const std::vector<StatusFact>& facts, std::int32_t status) {
     return std::any_of(facts.begin(), facts.end(), [status](const StatusFact& fact) {
         return fact.first && status >= *fact.first && status <= fact.last;
@@ -163,7 +67,7 @@ public:
           _alertNames(readAlertNames(root)),
           _pictures(readPictures(root)),
           _english(textsOf(platform::LanguageId{0x0409})) {
-        _facts.topics = kTopics;
+        _facts.topics = topics();
         _facts.languages = readLanguages(root);
         for (const Language& language : _facts.languages)
             _texts[language.code] = textsOf(language.number);
@@ -175,7 +79,8 @@ public:
             _reports[key] = reportOf(statuses);
         for (const auto& [key, report] : _reports)
             _facts.alerts.push_back(alertOf(key, report));
-        addCheck();
+        for (AlertFact& page : checkPages(_texts, _pictures))
+            _facts.alerts.push_back(std::move(page));
         sortByTopic();
         return std::move(_facts);
     }
@@ -378,39 +283,13 @@ private:
                               joined(others, " or ") + ".");
     }
 
-    // What came about, as a sentence; empty when nothing did.
-    [[nodiscard]] std::string sentence(const Effects& effects, const Effects& untouched,
-                                       int helpId) const {
-        std::vector<std::string> parts;
-        for (const headless::Message& message : effects.messages) {
-            const int id = idOf(message.text);
-            parts.push_back(id == helpId
-                                ? "shows the help"
-                                : "says “" + utf8(_english.at(static_cast<unsigned>(id))) + "”");
-        }
-        if (effects.opensShop)
-            parts.emplace_back("opens the shop page with this printer's supplies");
-        if (effects.startsCompanion) parts.emplace_back("starts the companion Orrery");
-        if (effects.opensCheck) parts.emplace_back("opens the cartridge check");
-        for (const std::wstring& address : effects.addresses)
-            parts.push_back("opens " + utf8(address));
-        for (const std::wstring& button : effects.printerButtons)
-            parts.push_back("presses “" + utf8(button) + "” on the printer");
-        if (effects.closes) parts.emplace_back("closes the alert");
-        if (effects.rest != untouched.rest)
-            parts.emplace_back("ends its rest, so that it may come again at once");
-        if (effects.endsMonitor)
-            parts.emplace_back("ends the document, and the monitor if no other alert is open");
-        return joined(parts, ", ");
-    }
-
     // What the user's step brings about, as a sentence.
     [[nodiscard]] std::string done(const AlertFact& alert, const Report& report, const Step& step,
                                    const Scene& scene = {}) const {
         const Effects untouched = effectsOf(report, [](WindowHandle) {});
         const auto help = alert.textIds.find("help");
         return sentence(effectsOf(report, step, scene), untouched,
-                        help != alert.textIds.end() ? help->second : 0);
+                        help != alert.textIds.end() ? help->second : 0, _english);
     }
 
     void addActions(AlertFact& alert, const Report& report, const Look& ids,
@@ -507,40 +386,9 @@ private:
         return action;
     }
 
-    // The cartridge check and its details, which the link of a new cartridge opens.
-    void addCheck() {
-        const std::vector<std::tuple<std::string, int, std::span<const ControlText>>> pages = {
-            {"cartridge-check", IDS_CHECK_TITLE, cartridgeCheckTexts()},
-            {"cartridge-check-details", IDS_DETAILS_TITLE, cartridgeCheckDetailTexts()}};
-        int depth = 0;
-        for (const auto& [id, title, rows] : pages) {
-            AlertFact page;
-            page.id = id;
-            page.topic = "check";
-            page.printers = "All printers, on a Chinese (Simplified) system only.";
-            page.textIds["title"] = title;
-            for (const auto& [language, texts] : _texts) {
-                TextsByRole& said = page.texts[language];
-                said["title"] = utf8(texts.at(static_cast<unsigned>(title)));
-                for (const ControlText& row : rows) {
-                    const std::string role = said.contains("headline") ? "message" : "headline";
-                    page.textIds.try_emplace(role, static_cast<int>(row.text));
-                    const std::string text = utf8(captionOf(texts.at(row.text)));
-                    said[role] += (said[role].empty() ? "" : "\n") + text;
-                }
-            }
-            page.headline = page.texts.at(kEnglish).at("title");
-            ++depth;
-            for (const Picture& picture : _pictures) {
-                if (picture.pagesDeep == depth) page.pictures.push_back(picture.name);
-            }
-            _facts.alerts.push_back(std::move(page));
-        }
-    }
-
     void sortByTopic() {
         const auto place = [](const AlertFact& alert) {
-            return std::find_if(kTopics.begin(), kTopics.end(),
+            return std::find_if(topics().begin(), topics().end(),
                                 [&alert](const Topic& topic) { return topic.id == alert.topic; });
         };
         std::stable_sort(_facts.alerts.begin(), _facts.alerts.end(),
@@ -570,19 +418,8 @@ private:
 
 }  // namespace
 
-std::string joined(const std::vector<std::string>& parts, const std::string& mark) {
-    std::string text;
-    for (const std::string& part : parts)
-        text += text.empty() ? part : mark + part;
-    return text;
-}
-
 Facts collectFacts(const std::filesystem::path& root) {
     return Collector(root).collect();
-}
-
-bool isTried(std::int32_t status) {
-    return status >= 0 && status < kEndOfCodes;
 }
 
 }  // namespace alert_facts

@@ -68,14 +68,8 @@ struct Facts {
     std::vector<StatusFact> noAlert;  // named statuses that open none
 };
 
-// The parts with the mark between them.
-[[nodiscard]] std::string joined(const std::vector<std::string>& parts, const std::string& mark);
-
 // Reads the names from the sources below `root`. Throws std::runtime_error for a fact that is
 // missing, such as an alert type that no status opens.
 [[nodiscard]] Facts collectFacts(const std::filesystem::path& root);
-
-// Whether the sweep over all statuses has met this code.
-[[nodiscard]] bool isTried(std::int32_t status);
 
 }  // namespace alert_facts

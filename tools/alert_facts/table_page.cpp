@@ -1,5 +1,7 @@
 #include "tools/alert_facts/pages.h"
 
+#include "tools/alert_facts/sentences.h"
+
 namespace alert_facts {
 
 namespace {

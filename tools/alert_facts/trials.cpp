@@ -1,13 +1,13 @@
 #include "tools/alert_facts/trials.h"
 
-#include "platform/simulated/world.h"
+#include "device/cartridge_validation.h"
+#include "device/web_links.h"
+#include "platform/simulated/process_ended.h"
 #include "printer/printer_identity.h"
 #include "ui/button_faces.h"
 #include "ui/resource_ids.h"
 
 #include <algorithm>
-#include <cwchar>
-#include <locale>
 #include <stdexcept>
 
 namespace alert_facts {
@@ -66,19 +66,6 @@ Look read(WindowHandle handle) {
 
 }  // namespace
 
-std::string utf8(const std::wstring& text) {
-    const auto& convert =
-        std::use_facet<std::codecvt<char32_t, char8_t, std::mbstate_t>>(std::locale::classic());
-    const std::u32string points(text.begin(), text.end());
-    std::u8string bytes(points.size() * static_cast<std::size_t>(convert.max_length()), 0);
-    std::mbstate_t state{};
-    const char32_t* read = nullptr;
-    char8_t* end = nullptr;
-    convert.out(state, points.data(), points.data() + points.size(), read, bytes.data(),
-                bytes.data() + bytes.size(), end);
-    return {bytes.data(), end};
-}
-
 std::optional<Look> lookOf(const Report& report, const Scene& scene) {
     Stage stage(scene);
     const WindowHandle window = open(stage, report);
@@ -91,6 +78,20 @@ Effects effectsOf(const Report& report, const Step& step, const Scene& scene) {
     const WindowHandle window = open(stage, report);
     step(window);
     return stage.effects(window);
+}
+
+Effects effectsOf(CheckAction action) {
+    Stage stage;
+    bool ended = false;
+    try {
+        if (action == CheckAction::Submit) validateCartridge(Stage::kPrinter);
+        if (action == CheckAction::OpenPrivacyPage) openPrivacyPage();
+    } catch (const platform::ProcessEnded&) {
+        ended = true;
+    }
+    Effects effects = stage.effects(nullptr);
+    effects.endsMonitor = ended;
+    return effects;
 }
 
 Rules rulesOf(const Report& report) {

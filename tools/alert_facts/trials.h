@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tools/alert_facts/stage.h"
+#include "ui/validation_texts.h"
 
 #include <functional>
 #include <map>
@@ -10,9 +11,6 @@
 
 // Questions about one alert, each answered on a stage of its own.
 namespace alert_facts {
-
-// UTF-8. The wide characters of this system are code points.
-[[nodiscard]] std::string utf8(const std::wstring& text);
 
 // A report of the printer that opens an alert.
 struct Report {
@@ -38,6 +36,9 @@ using Step = std::function<void(WindowHandle)>;
 
 // What comes about when the user does this in the alert.
 [[nodiscard]] Effects effectsOf(const Report& report, const Step& step, const Scene& scene = {});
+
+// The same for the cartridge check; whether it closes is for its window to say.
+[[nodiscard]] Effects effectsOf(CheckAction action);
 
 struct Rules {
     bool again;               // it comes a second time for the same cartridge once it was closed
