@@ -60,10 +60,12 @@ EventBroker::~EventBroker() {
         // nobody expects to be called any more.
         _listeners.clear();
         _snapshotIsOld = true;
-        // Each is taken out before it is deleted: its destructor may add or remove others.
-        while (!_components.empty()) {
-            const std::unique_ptr<arbor::PropertyHolder> component(_components[0]);
-            _components.erase(0);
+        // Each is taken out before it is deleted: its destructor may add or remove others. Its
+        // place stays, empty: to close the gap each time would take a thousand components a million
+        // moves.
+        for (std::size_t place = 0; place < _components.size(); ++place) {
+            const std::unique_ptr<arbor::PropertyHolder> component(
+                std::exchange(_components[place], nullptr));
         }
     }
     for (std::deque<MessageReference>* queue : {&_queue, &_inHand}) {
@@ -102,7 +104,7 @@ void EventBroker::queueThread(arbor::IThread* thread) {
     const arbor::Rundown::Visit visit(_use);
     if (!visit) return;
     const BrokerLock lock(*this);
-    _threadsToStart.append(thread);
+    _threadsToStart.push_back(thread);
 }
 
 void EventBroker::publish(arbor::IMessage* message) {
@@ -178,11 +180,11 @@ void EventBroker::startWaitingThreads() {
     // components. Threads that are added meanwhile wait for the next idle turn, or this loop might
     // never end.
     for (std::size_t left = _threadsToStart.size(); left > 0 && !_threadsToStart.empty(); --left) {
-        arbor::IThread* thread = _threadsToStart[0];
+        arbor::IThread* thread = _threadsToStart.front();
         // Equally right without it or after the next or with nullptr for thread: only a debugger
         // reads the list of running threads.
         _runningThreads.append(thread);
-        _threadsToStart.erase(0);
+        _threadsToStart.pop_front();
         thread->start();
     }
 }
@@ -231,14 +233,12 @@ bool EventBroker::addComponent(arbor::PropertyHolder* component) {
 bool EventBroker::enroll(arbor::PropertyHolder* component, arbor::IThread* thread,
                          arbor::IListener* listener) try {
     const BrokerLock lock(*this);
-    // Equally right without it: append() below then asks for this room before anything has changed.
-    _threadsToStart.reserveOneMore();
     // Equally right without it: addComponent() removes the thread.
     // Equally right after the next: nothing is appended before both have room.
     _listeners.reserveOneMore();
     _components.reserveOneMore();
 
-    if (thread != nullptr) _threadsToStart.append(thread);
+    if (thread != nullptr) _threadsToStart.push_back(thread);
     if (listener != nullptr) {
         _listeners.append(listener);
         _snapshotIsOld = true;
@@ -279,8 +279,7 @@ bool EventBroker::removeComponent(arbor::PropertyHolder* component, bool destroy
 
 void EventBroker::forgetWaitingThread(const arbor::IThread* thread) {
     const BrokerLock lock(*this);
-    while (removeFirst(_threadsToStart, thread)) {
-    }
+    std::erase(_threadsToStart, thread);
     while (removeFirst(_runningThreads, thread)) {
     }
 }

@@ -92,7 +92,7 @@ private:
     Listeners _listeners ARBOR_GUARDED_BY(this);                                       // not owned
     arbor::SmallVector<arbor::PropertyHolder*, 4> _components ARBOR_GUARDED_BY(this);  // owned
     std::deque<MessageReference> _queue ARBOR_GUARDED_BY(this);
-    arbor::SmallVector<arbor::IThread*, 2> _threadsToStart ARBOR_GUARDED_BY(this);  // not owned
+    std::deque<arbor::IThread*> _threadsToStart ARBOR_GUARDED_BY(this);  // not owned
     std::atomic<bool> _stopped{false};
     // The kernel's mutex is what a message costs. So the main thread takes whole queues and
     // delivers from what follows, which it alone uses.
