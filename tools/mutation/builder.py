@@ -46,7 +46,8 @@ LATE_PROGRAMS = {
 }
 # Of the Windows-only sources, in the build that is checked: guard heap and undefined behaviour.
 WINDOWS_PROGRAMS = {
-    "platform/windows": ["platform_test", "platform_windows_test", "platform_pipe_rights_test"],
+    "platform/windows": ["platform_test", "platform_system_faults_test", "platform_windows_test",
+                         "platform_pipe_rights_test", "platform_refused_search_test"],
     "ui/windows": ["alert_window_tests", "alert_pictures_tests", "alert_language_tests", "alert_system_calls_tests",
                    "alert_scale_tests"],
 }

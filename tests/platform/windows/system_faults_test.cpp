@@ -1,0 +1,286 @@
+// What the platform does when functions of the system fail that never fail in a test by themselves.
+// A program of its own, because it replaces these functions for the whole program.
+#include "platform/file.h"
+#include "platform/message_pump.h"
+#include "platform/resource_text.h"
+
+#include <gtest/gtest.h>
+#include <windows.h>
+#include <cwchar>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+template <typename Function>
+Function real(const wchar_t* library, const char* name) {
+    return reinterpret_cast<Function>(
+        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(library), name)));
+}
+
+// What the functions below do for the test that runs. By default they do what the system's do.
+struct Faults {
+    std::optional<LONGLONG> fileSize;  // -1: the question fails
+    bool readsFail = false;
+    std::optional<DWORD> writtenAtOnce;  // bytes; the rest is not written
+    bool writesFail = false;
+    // The nth question for the user's languages fails; 0: none.
+    int failingLanguageQuestion = 0;
+    int languageQuestions = 0;
+    const wchar_t* localeName = nullptr;
+    std::optional<LANGID> interfaceLanguage;
+    bool versionFails = false;
+    bool hooksFail = false;
+    bool postsFail = false;
+    int hooksSet = 0, hooksRemoved = 0;
+} faults;
+
+BOOL WINAPI getFileSize(HANDLE file, PLARGE_INTEGER size) {
+    if (!faults.fileSize) {
+        static const auto get = real<decltype(&::GetFileSizeEx)>(L"kernel32.dll", "GetFileSizeEx");
+        return get(file, size);
+    }
+    size->QuadPart = *faults.fileSize < 0 ? 0 : *faults.fileSize;
+    return *faults.fileSize >= 0;
+}
+
+BOOL WINAPI readBytes(HANDLE file, LPVOID to, DWORD wanted, LPDWORD got, LPOVERLAPPED overlapped) {
+    static const auto readFile = real<decltype(&::ReadFile)>(L"kernel32.dll", "ReadFile");
+    return !faults.readsFail && readFile(file, to, wanted, got, overlapped);
+}
+
+BOOL WINAPI writeBytes(HANDLE file, LPCVOID from, DWORD count, LPDWORD written,
+                       LPOVERLAPPED overlapped) {
+    static const auto writeFile = real<decltype(&::WriteFile)>(L"kernel32.dll", "WriteFile");
+    if (faults.writtenAtOnce && count > *faults.writtenAtOnce) count = *faults.writtenAtOnce;
+    return !faults.writesFail && writeFile(file, from, count, written, overlapped);
+}
+
+BOOL WINAPI getLanguages(DWORD flags, PULONG count, PZZWSTR names, PULONG units) {
+    using Get = decltype(&::GetUserPreferredUILanguages);
+    static const auto get = real<Get>(L"kernel32.dll", "GetUserPreferredUILanguages");
+    if (++faults.languageQuestions == faults.failingLanguageQuestion) return FALSE;
+    return get(flags, count, names, units);
+}
+
+int WINAPI getLocaleName(LPWSTR name, int units) {
+    using Get = decltype(&::GetUserDefaultLocaleName);
+    static const auto get = real<Get>(L"kernel32.dll", "GetUserDefaultLocaleName");
+    if (faults.localeName == nullptr) return get(name, units);
+    std::wcsncpy(name, faults.localeName, static_cast<std::size_t>(units));
+    return static_cast<int>(std::wcslen(name)) + 1;
+}
+
+LANGID WINAPI getInterfaceLanguage() {
+    using Get = decltype(&::GetUserDefaultUILanguage);
+    static const auto get = real<Get>(L"kernel32.dll", "GetUserDefaultUILanguage");
+    return faults.interfaceLanguage ? *faults.interfaceLanguage : get();
+}
+
+BOOL WINAPI getVersion(LPOSVERSIONINFOW version) {
+    using Get = decltype(&::GetVersionExW);
+    static const auto get = real<Get>(L"kernel32.dll", "GetVersionExW");
+    return !faults.versionFails && get(version);
+}
+
+HHOOK WINAPI setHook(int kind, HOOKPROC procedure, HINSTANCE module, DWORD thread) {
+    using Set = decltype(&::SetWindowsHookExW);
+    static const auto set = real<Set>(L"user32.dll", "SetWindowsHookExW");
+    if (faults.hooksFail) return nullptr;
+    ++faults.hooksSet;
+    return set(kind, procedure, module, thread);
+}
+
+BOOL WINAPI removeHook(HHOOK hook) {
+    using Remove = decltype(&::UnhookWindowsHookEx);
+    static const auto remove = real<Remove>(L"user32.dll", "UnhookWindowsHookEx");
+    ++faults.hooksRemoved;
+    return remove(hook);
+}
+
+BOOL WINAPI postToThread(DWORD thread, UINT message, WPARAM wParam, LPARAM lParam) {
+    using Post = decltype(&::PostThreadMessageW);
+    static const auto post = real<Post>(L"user32.dll", "PostThreadMessageW");
+    return !faults.postsFail && post(thread, message, wParam, lParam);
+}
+
+}  // namespace
+
+// In this program every call of these functions goes through these pointers instead of those in the
+// system's import libraries.
+extern "C" {
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the linker's names
+decltype(&::GetFileSizeEx) __imp_GetFileSizeEx = &getFileSize;
+decltype(&::ReadFile) __imp_ReadFile = &readBytes;
+decltype(&::WriteFile) __imp_WriteFile = &writeBytes;
+decltype(&::GetUserPreferredUILanguages) __imp_GetUserPreferredUILanguages = &getLanguages;
+decltype(&::GetUserDefaultLocaleName) __imp_GetUserDefaultLocaleName = &getLocaleName;
+decltype(&::GetUserDefaultUILanguage) __imp_GetUserDefaultUILanguage = &getInterfaceLanguage;
+decltype(&::GetVersionExW) __imp_GetVersionExW = &getVersion;
+decltype(&::SetWindowsHookExW) __imp_SetWindowsHookExW = &setHook;
+decltype(&::UnhookWindowsHookEx) __imp_UnhookWindowsHookEx = &removeHook;
+decltype(&::PostThreadMessageW) __imp_PostThreadMessageW = &postToThread;
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+}
+
+namespace {
+
+class SystemFaultsTest : public testing::Test {
+protected:
+    SystemFaultsTest() { faults = {}; }
+    ~SystemFaultsTest() override { faults = {}; }
+};
+
+class FileFaultsTest : public SystemFaultsTest {
+protected:
+    FileFaultsTest() {
+        char folder[MAX_PATH] = {};
+        ::GetTempPathA(MAX_PATH, folder);
+        _path = std::string(folder) + "system faults.txt";
+    }
+    ~FileFaultsTest() override { ::DeleteFileA(_path.c_str()); }
+
+    [[nodiscard]] bool write(std::string_view text) const {
+        return platform::writeFile(_path.c_str(), text);
+    }
+    [[nodiscard]] bool read(std::string& text) const {
+        return platform::readFile(_path.c_str(), text);
+    }
+
+private:
+    std::string _path;
+};
+
+TEST_F(FileFaultsTest, AFileThatBecomesShorterWhileItIsReadIsReadToItsEnd) {
+    ASSERT_TRUE(write("short"));
+    std::string text;
+    faults.fileSize = 100;
+
+    EXPECT_TRUE(read(text));
+    EXPECT_EQ(text, "short");
+}
+
+TEST_F(FileFaultsTest, AFileWhoseSizeIsNotKnownIsNotRead) {
+    ASSERT_TRUE(write("content"));
+    std::string text = "before";
+    faults.fileSize = -1;
+
+    EXPECT_FALSE(read(text));
+    EXPECT_EQ(text, "before");
+}
+
+TEST_F(FileFaultsTest, AFileThatCannotBeReadLeavesTheTextAsItWas) {
+    ASSERT_TRUE(write("content"));
+    std::string text = "before";
+    faults.readsFail = true;
+
+    EXPECT_FALSE(read(text));
+    EXPECT_EQ(text, "before");
+}
+
+TEST_F(FileFaultsTest, AFileThatIsWrittenInPiecesIsWhole) {
+    std::string text;
+    for (const DWORD piece : {1U, 3U}) {
+        faults.writtenAtOnce = piece;
+
+        EXPECT_TRUE(write("content"));
+        EXPECT_TRUE(read(text));
+        EXPECT_EQ(text, "content");
+    }
+}
+
+TEST_F(FileFaultsTest, AFullDiskIsAFailure) {
+    faults.writtenAtOnce = 0;
+
+    EXPECT_FALSE(write("content"));
+}
+
+TEST_F(FileFaultsTest, AFileThatCannotBeWrittenIsAFailure) {
+    faults.writesFail = true;
+
+    EXPECT_FALSE(write("content"));
+}
+
+class LanguageFaultsTest : public SystemFaultsTest {};
+
+TEST_F(LanguageFaultsTest, TheLanguageOfTheUsersFormatsStandsInForThoseOfTheInterface) {
+    faults.localeName = L"pl-PL";
+    for (const int question : {1, 2}) {
+        faults.failingLanguageQuestion = question;
+        faults.languageQuestions = 0;
+
+        EXPECT_EQ(platform::preferredLanguages(), (std::vector<std::wstring>{L"pl-PL"}));
+        EXPECT_EQ(faults.languageQuestions, question);
+    }
+}
+
+TEST_F(LanguageFaultsTest, TheShortestNameOfALanguageCounts) {
+    faults.failingLanguageQuestion = 1;
+    faults.localeName = L"x";
+
+    EXPECT_EQ(platform::preferredLanguages(), (std::vector<std::wstring>{L"x"}));
+}
+
+TEST_F(LanguageFaultsTest, AUserWithoutAnyLanguageHasNoNames) {
+    faults.failingLanguageQuestion = 1;
+    faults.localeName = L"";
+
+    EXPECT_TRUE(platform::preferredLanguages().empty());
+}
+
+TEST_F(LanguageFaultsTest, TheFormatsAreNotAskedWhereTheInterfaceHasALanguage) {
+    faults.localeName = L"pl-PL";
+
+    const std::vector<std::wstring> names = platform::preferredLanguages();
+
+    ASSERT_FALSE(names.empty());
+    EXPECT_NE(names.back(), L"pl-PL");
+}
+
+TEST_F(LanguageFaultsTest, TheUsersLanguageStandsInForThatOfTheInterface) {
+    faults.interfaceLanguage = LANGID{0};
+    EXPECT_EQ(platform::userInterfaceLanguage(), ::GetUserDefaultLangID());
+
+    faults.interfaceLanguage = LANGID{1};
+    EXPECT_EQ(platform::userInterfaceLanguage(), 1);
+}
+
+TEST_F(LanguageFaultsTest, TheVersionOfTheSystemMayBeUnknown) {
+    faults.versionFails = true;
+
+    EXPECT_FALSE(platform::systemVersionKnown());
+}
+
+class MessageFaultsTest : public SystemFaultsTest {
+protected:
+    static bool workNext() {
+        return platform::workInNextMessage([](void*) {}, nullptr);
+    }
+};
+
+TEST_F(MessageFaultsTest, WorkIsRefusedWhereTheSystemRefusesAHook) {
+    faults.hooksFail = true;
+
+    EXPECT_FALSE(workNext());
+    EXPECT_FALSE(platform::isMessageWaiting());
+}
+
+TEST_F(MessageFaultsTest, WorkIsRefusedWhereTheSystemTakesNoMessageAndLeavesNoHook) {
+    faults.postsFail = true;
+
+    EXPECT_FALSE(workNext());
+    EXPECT_EQ(faults.hooksSet, 1);
+    EXPECT_EQ(faults.hooksRemoved, 1);
+}
+
+TEST_F(MessageFaultsTest, WorkThatIsDoneLeavesNoHook) {
+    ASSERT_TRUE(workNext());
+
+    EXPECT_TRUE(platform::dispatchOneMessage());
+
+    EXPECT_EQ(faults.hooksSet, 1);
+    EXPECT_EQ(faults.hooksRemoved, 1);
+}
+
+}  // namespace
