@@ -103,6 +103,8 @@ INT_PTR AlertBinding::procedure(HWND window, UINT message, WPARAM wParam, LPARAM
         if (message == WM_INITDIALOG) {
             return open(window, wParam, *reinterpret_cast<Opening*>(lParam));
         }
+        // Before the alert renews its pictures, because memory may run out for these.
+        if (isColourChange(message, wParam)) followColourChange(window, message);
         if (message == WM_DESTROY) WindowResources::detachPictures(window);
         if (StatusDialog* dialog = receiverOf(window)) {
             result = dialog->dlgProc(window, message, wParam, lParam);
@@ -110,7 +112,6 @@ INT_PTR AlertBinding::procedure(HWND window, UINT message, WPARAM wParam, LPARAM
         // Also when the alert is cut off from its object: it is painted until it is gone.
         if (result == FALSE && isColourRequest(message))
             result = paintFace(window, message, wParam);
-        if (isColourChange(message, wParam)) followColourChange(window, message);
     } catch (const std::exception& error) {
         platform::trace("TERNA - error: %s", error.what());
     }

@@ -17,6 +17,6 @@ INT_PTR paintFace(HWND dialog, UINT message, WPARAM wParam);
 // Whether the user may have chosen other colours: a scheme began, ended or changed.
 [[nodiscard]] bool isColourChange(UINT message, WPARAM wParam);
 
-// Has the dialog and its controls painted in the new colours. Before, a control that shows a bitmap
-// needs one with the new face.
+// Has the dialog and its controls painted in the new colours, with the next WM_PAINT. Until then a
+// control that shows a bitmap needs one with the new face.
 void followColourChange(HWND dialog, UINT message);

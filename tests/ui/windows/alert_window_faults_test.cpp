@@ -173,6 +173,25 @@ TEST_P(AlertWindowFaultsTest,
     }
 }
 
+TEST_P(AlertWindowFaultsTest, AnAlertForWhichMemoryRunsOutIsPaintedInNewColoursAllTheSame) {
+    const std::unique_ptr<DefaultStatusDialog> alert = newAlert(kTonerLowType);
+    ASSERT_TRUE(alert->create());
+    const auto mustBePaintedAgain = [&] {
+        return ::GetUpdateRect(alert->window(), nullptr, FALSE) != FALSE;
+    };
+    const auto scene = [&] {
+        alert_desktop::pump();
+        EXPECT_FALSE(mustBePaintedAgain());
+        return [&] { ::SendMessageW(alert->window(), WM_SYSCOLORCHANGE, 0, 0); };
+    };
+    const auto check = [&](long failed) { EXPECT_TRUE(mustBePaintedAgain()) << failed; };
+
+    const fault_injection::Outcome outcome =
+        fault_injection::everyAllocation(GetParam(), scene, check);
+
+    EXPECT_GE(outcome.points, 2);
+}
+
 INSTANTIATE_TEST_SUITE_P(OnceAndForGood, AlertWindowFaultsTest,
                          testing::Values(Mode::Once, Mode::FromThenOn));
 
