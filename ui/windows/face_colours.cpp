@@ -1,13 +1,10 @@
 #include "ui/windows/face_colours.h"
 
-#include "ui/stored_picture.h"
 #include "ui/windows/display_settings.h"
 #include "ui/windows/window_resources.h"
 
 namespace {
 
-constexpr COLORREF kFace =
-    RGB(kFaceColour >> 16 & 0xFF, kFaceColour >> 8 & 0xFF, kFaceColour & 0xFF);
 constexpr COLORREF kText = RGB(0, 0, 0);
 
 }  // namespace
@@ -27,7 +24,7 @@ INT_PTR paintFace(HWND dialog, UINT message, WPARAM wParam) {
         ::SetTextColor(dc, kText);
         ::SetBkColor(dc, kFace);
     }
-    return reinterpret_cast<INT_PTR>(WindowResources::of(dialog).solidBrush(kFace));
+    return reinterpret_cast<INT_PTR>(WindowResources::of(dialog).faceBrush());
 }
 
 bool isColourChange(UINT message, WPARAM wParam) {

@@ -1,10 +1,15 @@
 #pragma once
 
+#include "ui/stored_picture.h"
+
 #include <windows.h>
 
 // The face of our dialogs: one light grey on every system, because the pictures have no
 // transparency and bring it along. Under a high-contrast scheme the system's colours stay.
 // Main thread only.
+
+inline constexpr COLORREF kFace =
+    RGB(kFaceColour >> 16 & 0xFF, kFaceColour >> 8 & 0xFF, kFaceColour & 0xFF);
 
 // What is behind the controls and the pictures.
 [[nodiscard]] COLORREF faceColour();

@@ -1,5 +1,6 @@
 #include "ui/windows/window_resources.h"
 
+#include "ui/windows/face_colours.h"
 #include "ui/windows/window_properties.h"
 
 #include <algorithm>
@@ -73,9 +74,9 @@ void WindowResources::showIcon(HWND window, UINT message, WPARAM kind, Icon icon
     shown->icon = std::move(icon);  // nothing shows the one before any more
 }
 
-HBRUSH WindowResources::solidBrush(COLORREF colour) {
-    if (_brush == nullptr) _brush.reset(::CreateSolidBrush(colour));
-    return _brush.get();
+HBRUSH WindowResources::faceBrush() {
+    if (_faceBrush == nullptr) _faceBrush.reset(::CreateSolidBrush(kFace));
+    return _faceBrush.get();
 }
 
 void WindowResources::showPicture(HWND control, Bitmap bitmap) {

@@ -31,8 +31,8 @@ public:
     void showIcon(HWND dialog, WPARAM kind, Icon icon);
     // The same for a control that shows an icon.
     void showIcon(HWND control, Icon icon);
-    // A brush of this one colour, the same at every call.
-    HBRUSH solidBrush(COLORREF colour);
+    // Of kFace, the same at every call.
+    HBRUSH faceBrush();
     [[nodiscard]] ScaledPictures& pictures() noexcept { return _scaled; }
     // Instead of the picture that the control shows; null leaves that.
     void showPicture(HWND control, Bitmap bitmap);
@@ -60,7 +60,7 @@ private:
     std::vector<ShownIcon> _icons;
     std::vector<Picture> _pictures;
     ScaledPictures _scaled;
-    Brush _brush;
+    Brush _faceBrush;
     std::optional<KeyboardFilter> _keyboard;
     std::optional<DialogScale> _scale;
     std::wstring _linkAction;
