@@ -25,12 +25,6 @@ LONG fontHeightOf(HWND window) {
     return font.lfHeight;
 }
 
-RECT placeIn(HWND dialog, HWND control) {
-    RECT place = placeOf(control);
-    ::MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
-    return place;
-}
-
 POINT cornerOf(HWND window) {
     const RECT place = placeOf(window);
     return {place.left, place.top};

@@ -1,5 +1,6 @@
 #include "ui/windows/picture_painting.h"
 
+#include "ui/windows/window_place.h"
 #include "ui/windows/window_resources.h"
 
 namespace {
@@ -49,9 +50,7 @@ void paintBitmap(HDC dc, HWND dialog, HINSTANCE module, int bitmapId, int dpi) {
 void sizeButtonToBitmap(HWND dialog, HWND button, HINSTANCE module, int bitmapId, int dpi) {
     const PictureSize size = storedPicture(module, bitmapId).sizeAt(dpi);
     if (size.width == 0 || button == nullptr) return;
-    RECT place{};
-    ::GetWindowRect(button, &place);
-    ::MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
+    const RECT place = placeIn(dialog, button);
     if (place.right - place.left == size.width && place.bottom - place.top == size.height) return;
     ::MoveWindow(button, place.left, place.top, size.width, size.height, TRUE);
 }

@@ -70,13 +70,6 @@ void prepare(HWND dialog, std::uint32_t title, std::span<const ControlText> rows
     dialog_controls::describe(dialog, text(IDS_NAME_LINK_ACTION));
 }
 
-RECT placeIn(HWND dialog, HWND control) {
-    RECT place{};
-    ::GetWindowRect(control, &place);
-    ::MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
-    return place;
-}
-
 int textWidth(HWND control) {
     const WindowDc dc(control);
     const SelectedObject font(dc.get(),

@@ -26,6 +26,12 @@ SIZE clientSizeOf(HWND window) {
     return {client.right, client.bottom};
 }
 
+RECT placeIn(HWND dialog, HWND control) {
+    RECT place = placeOf(control);
+    ::MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
+    return place;
+}
+
 void stayOnScreen(HWND window) {
     const RECT place = placeOf(window);
     standOnScreen(window, {place.left, place.top});
