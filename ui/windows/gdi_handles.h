@@ -21,11 +21,6 @@ struct DeleteIcon {
 };
 using Icon = std::unique_ptr<std::remove_pointer_t<HICON>, DeleteIcon>;
 
-struct DeleteMemoryDc {
-    void operator()(HDC dc) const noexcept { ::DeleteDC(dc); }
-};
-using MemoryDc = std::unique_ptr<std::remove_pointer_t<HDC>, DeleteMemoryDc>;
-
 // The device context of a window for the time of a scope.
 class WindowDc {
 public:

@@ -50,7 +50,6 @@ void paintFocus(HWND link) {
     if (::GetFocus() != link) return;
     if ((::SendMessageW(link, WM_QUERYUISTATE, 0, 0) & UISF_HIDEFOCUS) != 0) return;
     const WindowDc dc(link);
-    const SavedDc saved(dc.get());
     const SelectedObject font(dc.get(),
                               reinterpret_cast<HFONT>(::SendMessageW(link, WM_GETFONT, 0, 0)));
     wchar_t text[kLongestText] = {};

@@ -1,5 +1,6 @@
 #include "tests/ui/windows/window_pixels.h"
 
+#include "tests/ui/windows/memory_dc.h"
 #include "ui/windows/gdi_handles.h"
 #include "ui/windows/scaled_pictures.h"
 
