@@ -4,6 +4,7 @@
 #include "ui/localized_text.h"
 #include "ui/resource_ids.h"
 #include "ui/windows/gdi_handles.h"
+#include "ui/windows/window_place.h"
 #include "ui/windows/window_scale.h"
 
 #include <gtest/gtest.h>
@@ -22,15 +23,8 @@ struct Shown {
     int id;
     RECT place;  // position in the dialog
     std::wstring text;
-    bool isButton, isText, isList;
+    bool isButton, isText, isList, isPicture;
 };
-
-RECT placeIn(HWND dialog, HWND control) {
-    RECT place{};
-    ::GetWindowRect(control, &place);
-    ::MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
-    return place;
-}
 
 std::wstring textOf(HWND window) {
     std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(window)) + 1, L'\0');
@@ -48,10 +42,17 @@ std::vector<Shown> visibleControls(HWND dialog) {
         ::GetClassNameW(child, name, 32);
         const std::wstring kind(name);
         const LONG_PTR style = ::GetWindowLongPtrW(child, GWL_STYLE);
-        Shown shown{
-            child, ::GetDlgCtrlID(child), placeIn(dialog, child), textOf(child), kind == L"Button",
-            false, kind == L"ComboBox"};
-        shown.isText = kind == L"Static" && (style & SS_TYPEMASK) == SS_LEFT && !shown.text.empty();
+        Shown shown{child,
+                    ::GetDlgCtrlID(child),
+                    placeIn(dialog, child),
+                    textOf(child),
+                    kind == L"Button",
+                    false,
+                    kind == L"ComboBox",
+                    false};
+        const LONG_PTR type = style & SS_TYPEMASK;
+        shown.isText = kind == L"Static" && type == SS_LEFT && !shown.text.empty();
+        shown.isPicture = kind == L"Static" && (type == SS_BITMAP || type == SS_ICON);
         all.push_back(shown);
     }
     return all;
@@ -155,8 +156,10 @@ void expectNeatAsItIs(HWND dialog) {
         expectLettersOfTheFont(all[i]);
         if (all[i].isList) expectChoicesFit(all[i], 1);
         for (std::size_t j = i + 1; j < all.size(); ++j) {
-            const bool matters = (all[i].isText || all[i].isButton || all[i].isList) &&
-                                 (all[j].isText || all[j].isButton || all[j].isList);
+            const auto isSeen = [](const Shown& shown) {
+                return shown.isText || shown.isButton || shown.isList || shown.isPicture;
+            };
+            const bool matters = isSeen(all[i]) && isSeen(all[j]);
             RECT both{};
             EXPECT_FALSE(matters && ::IntersectRect(&both, &all[i].place, &all[j].place))
                 << nameOf(all[i]) << " and " << nameOf(all[j]);

@@ -5,7 +5,8 @@
 // What a person sees of a dialog, checked on its real window. Each function reports to the running
 // test; the dialog must be visible.
 
-// Nothing is outside of the dialog, no text or choice is cut off, and no two of them overlap: as
+// Nothing is outside of the dialog, no text or choice is cut off, and no two of them or of the
+// pictures overlap: as
 // the dialog was opened, and at the scales to which its screen may change. It stays at the last
 // one.
 void expectNeat(HWND dialog);
