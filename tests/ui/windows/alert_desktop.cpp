@@ -2,6 +2,7 @@
 
 #include "platform/file.h"
 #include "platform/text.h"
+#include "tests/ui/windows/memory_dc.h"
 #include "ui/alert_factory.h"
 #include "ui/alert_keys.h"
 #include "ui/alert_window.h"
@@ -9,6 +10,7 @@
 #include "ui/windows/gdi_handles.h"
 
 #include <string>
+#include <utility>
 
 namespace alert_desktop {
 
@@ -100,6 +102,33 @@ void pumpFor(int milliseconds) {
     while (static_cast<int>(::GetTickCount() - start) < milliseconds) {
         pump();
         ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+    }
+}
+
+ModalPage::ModalPage(std::uint32_t title, std::function<void(HWND)> look)
+    : _title(text(title)), _look(std::move(look)) {
+    constexpr UINT kMilliseconds = 10;
+    static ModalPage* current;
+    current = this;
+    const auto tick = [](HWND, UINT, UINT_PTR, DWORD) { current->visit(); };
+    _timer = ::SetTimer(nullptr, 0, kMilliseconds, tick);
+}
+
+ModalPage::~ModalPage() {
+    ::KillTimer(nullptr, _timer);
+}
+
+// A timer's message comes after all that were posted before.
+void ModalPage::visit() {
+    if (_page == nullptr) {
+        const HWND page = ::FindWindowW(nullptr, _title.c_str());
+        if (!::IsWindowVisible(page)) return;  // its loop shows it when it has nothing else to do
+        _page = page;
+        _look(page);
+        _isSeen = true;
+    } else if (_isSeen && ::IsWindow(_page)) {
+        _isLeftOpen = true;
+        ::PostMessageW(_page, WM_COMMAND, IDOK, 0);
     }
 }
 

@@ -5,6 +5,8 @@
 #include "ui/default_status_dialog.h"
 
 #include <windows.h>
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -45,6 +47,29 @@ private:
 // Dispatches the waiting messages, as the program's loop does.
 void pump();
 void pumpFor(int milliseconds);
+
+// Visits a modal page while its own message loop runs: calls `look` as soon as the page with this
+// title is shown. A page that `look` and what it has posted leave open is ended with OK. One page
+// at a time.
+class ModalPage {
+public:
+    ModalPage(std::uint32_t title, std::function<void(HWND)> look);
+    ~ModalPage();
+    ModalPage(const ModalPage&) = delete;
+    ModalPage& operator=(const ModalPage&) = delete;
+
+    [[nodiscard]] bool wasShown() const { return _page != nullptr; }
+    [[nodiscard]] bool wasLeftOpen() const { return _isLeftOpen; }
+
+private:
+    void visit();
+
+    std::wstring _title;
+    std::function<void(HWND)> _look;
+    UINT_PTR _timer;
+    HWND _page = nullptr;
+    bool _isSeen = false, _isLeftOpen = false;
+};
 
 // Sends the messages that the system sends for a double click on a control.
 void doubleClick(HWND control);

@@ -47,22 +47,12 @@ void showManualFeed(const std::wstring& folder) {
     save(folder, L"manual-feed", alert.window());
 }
 
-std::wstring detailsFolder;
-
-void CALLBACK pictureDetails(HWND, UINT, UINT_PTR timer, DWORD) {
-    ::KillTimer(nullptr, timer);
-    const HWND details = ::FindWindowW(nullptr, alert_desktop::text(kDetailsTitle).c_str());
-    alert_desktop::savePicture(details, detailsFolder + L"/details.bmp");
-    ::PostMessageW(details, WM_COMMAND, IDOK, 0);
-}
-
 void showCheck(const std::wstring& folder) {
     showValidationDialog(::GetModuleHandleW(nullptr), alert_desktop::strings(), L"Beamline K7400");
     const HWND check = ::FindWindowW(nullptr, alert_desktop::text(kCheckTitle).c_str());
     save(folder, L"check", check);
-    // The details are modal, so a timer takes their picture while their own message loop runs.
-    detailsFolder = folder;
-    ::SetTimer(nullptr, 0, kMillisecondsToPaint, pictureDetails);
+    const alert_desktop::ModalPage details(kDetailsTitle,
+                                           [&](HWND page) { save(folder, L"details", page); });
     ::SendMessageW(check, WM_COMMAND, kLearnMore, 0);
     ::DestroyWindow(check);
 }

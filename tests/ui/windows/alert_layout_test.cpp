@@ -125,19 +125,6 @@ TEST_F(AlertLayoutTest, ShowsTheCompactFormWholeAndApart) {
     }
 }
 
-bool detailsWereNeat = false;
-
-void CALLBACK checkDetails(HWND, UINT, UINT_PTR timer, DWORD) {
-    ::KillTimer(nullptr, timer);
-    const HWND details = ::FindWindowW(nullptr, alert_desktop::text(kDetailsTitle).c_str());
-    if (details != nullptr) {
-        expectInReadingOrder(details);
-        expectNeat(details);
-        detailsWereNeat = true;
-    }
-    ::PostMessageW(details, WM_COMMAND, IDOK, 0);
-}
-
 TEST_F(AlertLayoutTest, ShowsTheCartridgeCheckAndItsDetailsWholeAndApart) {
     showValidationDialog(::GetModuleHandleW(nullptr), alert_desktop::strings(), L"Hall");
     const HWND check = ::FindWindowW(nullptr, alert_desktop::text(kCheckTitle).c_str());
@@ -145,10 +132,13 @@ TEST_F(AlertLayoutTest, ShowsTheCartridgeCheckAndItsDetailsWholeAndApart) {
 
     expectInReadingOrder(check);
     expectNeat(check);
-    ::SetTimer(nullptr, 0, 50, checkDetails);
+    const alert_desktop::ModalPage details(kDetailsTitle, [](HWND page) {
+        expectInReadingOrder(page);
+        expectNeat(page);
+    });
     ::SendMessageW(check, WM_COMMAND, kLearnMore, 0);
 
-    EXPECT_TRUE(detailsWereNeat);
+    EXPECT_TRUE(details.wasShown());
     ::SendMessageW(check, WM_COMMAND, IDCANCEL, 0);
     EXPECT_FALSE(::IsWindow(check));
 }

@@ -28,18 +28,6 @@ TEST(AlertRoomsTest, OfEveryAlertHoldTextsTwiceAsLong) {
     }
 }
 
-bool detailsWereMeasured = false;
-
-void CALLBACK measureDetails(HWND, UINT, UINT_PTR timer, DWORD) {
-    ::KillTimer(nullptr, timer);
-    const HWND details = ::FindWindowW(nullptr, alert_desktop::text(kDetailsTitle).c_str());
-    if (details != nullptr) {
-        expectRoomForTwice(details);
-        detailsWereMeasured = true;
-    }
-    ::PostMessageW(details, WM_COMMAND, IDOK, 0);
-}
-
 TEST(AlertRoomsTest, OfTheCartridgeCheckAndItsDetailsHoldTextsTwiceAsLong) {
     showValidationDialog(::GetModuleHandleW(nullptr), alert_desktop::strings(), L"Hall");
     const HWND check = ::FindWindowW(nullptr, alert_desktop::text(kCheckTitle).c_str());
@@ -47,10 +35,10 @@ TEST(AlertRoomsTest, OfTheCartridgeCheckAndItsDetailsHoldTextsTwiceAsLong) {
     alert_desktop::pump();
 
     expectRoomForTwice(check);
-    ::SetTimer(nullptr, 0, 50, measureDetails);
+    const alert_desktop::ModalPage details(kDetailsTitle, expectRoomForTwice);
     ::SendMessageW(check, WM_COMMAND, kLearnMore, 0);
 
-    EXPECT_TRUE(detailsWereMeasured);
+    EXPECT_TRUE(details.wasShown());
     ::SendMessageW(check, WM_COMMAND, IDCANCEL, 0);
 }
 

@@ -60,23 +60,26 @@ TEST_F(AlertWindowTest, PressesNoButtonThatIsDisabledWithEnter) {
     EXPECT_EQ(codes.end(), std::find(codes.begin(), codes.end(), 104U));
 }
 
+constexpr UINT kMillisecondsBetweenPresses = 100;
+constexpr int kEnoughPresses = 10;
 HWND windowOfMenu = nullptr;
+int presses = 0;
+
+bool isInMode(DWORD flag) {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof(info);
+    return ::GetGUIThreadInfo(::GetCurrentThreadId(), &info) && (info.flags & flag) != 0;
+}
 
 // Presses Esc as long as the menu is open. The first press closes the list; under Wine a second
 // press is needed to leave the menu.
 void CALLBACK pressEscInMenu(HWND, UINT, UINT_PTR, DWORD) {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof(info);
-    ::GetGUIThreadInfo(::GetCurrentThreadId(), &info);
-    if ((info.flags & GUI_INMENUMODE) == 0) return;
-    ::PostMessageW(windowOfMenu, WM_KEYDOWN, VK_ESCAPE, 1);
-}
-
-bool menuHadToBeEnded = false;
-
-void CALLBACK endMenu(HWND, UINT, UINT_PTR timer, DWORD) {
-    ::KillTimer(nullptr, timer);
-    menuHadToBeEnded = ::EndMenu() != FALSE;
+    if (!isInMode(GUI_INMENUMODE)) return;
+    if (++presses <= kEnoughPresses) {
+        ::PostMessageW(windowOfMenu, WM_KEYDOWN, VK_ESCAPE, 1);
+    } else {
+        ::EndMenu();
+    }
 }
 
 // The menu of this test is the system menu of the window, which Alt+Space opens.
@@ -84,36 +87,23 @@ TEST_F(AlertWindowTest, ClosesOnlyItsMenuWithEscWhileThatIsOpen) {
     open(0);
     ::SetForegroundWindow(alert->window());
     windowOfMenu = alert->window();
-    menuHadToBeEnded = false;
-    const UINT_PTR user = ::SetTimer(nullptr, 0, 100, pressEscInMenu);
-    const UINT_PTR rescue = ::SetTimer(nullptr, 0, 1500, endMenu);
+    presses = 0;
+    const UINT_PTR user = ::SetTimer(nullptr, 0, kMillisecondsBetweenPresses, pressEscInMenu);
 
     ::SendMessageW(alert->window(), WM_SYSCOMMAND, SC_KEYMENU, L' ');
     alert_desktop::pump();
 
     ::KillTimer(nullptr, user);
-    ::KillTimer(nullptr, rescue);
-    EXPECT_FALSE(menuHadToBeEnded);
+    EXPECT_GT(presses, 0);
+    EXPECT_LE(presses, kEnoughPresses);
     EXPECT_TRUE(codes.empty());
     EXPECT_TRUE(::IsWindowVisible(alert->window()));
 }
 
-bool moveHadToBeEnded = false;
-
-bool windowIsMoved() {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof(info);
-    return ::GetGUIThreadInfo(::GetCurrentThreadId(), &info) && (info.flags & GUI_INMOVESIZE) != 0;
-}
-
 void CALLBACK pressEnterInMove(HWND, UINT, UINT_PTR, DWORD) {
-    if (windowIsMoved()) ::PostMessageW(windowOfMenu, WM_KEYDOWN, VK_RETURN, 1);
-}
-
-void CALLBACK endMove(HWND, UINT, UINT_PTR timer, DWORD) {
-    ::KillTimer(nullptr, timer);
-    moveHadToBeEnded = windowIsMoved();
-    if (moveHadToBeEnded) ::PostMessageW(windowOfMenu, WM_LBUTTONUP, 0, 0);
+    if (!isInMode(GUI_INMOVESIZE)) return;
+    const bool isEnough = ++presses > kEnoughPresses;
+    ::PostMessageW(windowOfMenu, isEnough ? WM_LBUTTONUP : WM_KEYDOWN, isEnough ? 0 : VK_RETURN, 1);
 }
 
 // "Move" in the system menu moves the window by the arrow keys until Enter.
@@ -121,16 +111,15 @@ TEST_F(AlertWindowTest, EndsOnlyAMoveByKeysWithEnter) {
     open(0);
     ::SetForegroundWindow(alert->window());
     windowOfMenu = alert->window();
-    moveHadToBeEnded = false;
-    const UINT_PTR user = ::SetTimer(nullptr, 0, 100, pressEnterInMove);
-    const UINT_PTR rescue = ::SetTimer(nullptr, 0, 1500, endMove);
+    presses = 0;
+    const UINT_PTR user = ::SetTimer(nullptr, 0, kMillisecondsBetweenPresses, pressEnterInMove);
 
     ::SendMessageW(alert->window(), WM_SYSCOMMAND, SC_MOVE, 0);
     alert_desktop::pump();
 
     ::KillTimer(nullptr, user);
-    ::KillTimer(nullptr, rescue);
-    EXPECT_FALSE(moveHadToBeEnded);
+    EXPECT_GT(presses, 0);
+    EXPECT_LE(presses, kEnoughPresses);
     EXPECT_TRUE(codes.empty());
     EXPECT_TRUE(::IsWindowVisible(alert->window()));
 }
@@ -256,10 +245,12 @@ std::wstring boxText;
 std::wstring boxCaption;
 
 void CALLBACK readAndCloseBox(HWND, UINT, UINT_PTR timer, DWORD) {
-    ::KillTimer(nullptr, timer);
+    constexpr int kTextOfABox = 65535;
     const HWND box = ::GetLastActivePopup(::FindWindowW(L"#32770", boxCaption.c_str()));
+    if (!::IsWindowVisible(::GetDlgItem(box, kTextOfABox))) return;  // it is shown a little later
+    ::KillTimer(nullptr, timer);
     wchar_t text[2048] = {};
-    ::GetDlgItemTextW(box, 65535, text, 2048);
+    ::GetDlgItemTextW(box, kTextOfABox, text, 2048);
     boxText = text;
     ::PostMessageW(box, WM_CLOSE, 0, 0);
 }

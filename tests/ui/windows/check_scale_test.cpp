@@ -100,31 +100,23 @@ TEST_F(CheckScaleTest, TheBannerOfTheCartridgeCheckFollowsTheScale) {
     }
 }
 
-RECT detailsPlace{};
-std::map<int, Place> detailsDesign;
-
-void CALLBACK checkDetails(HWND, UINT, UINT_PTR timer, DWORD) {
-    ::KillTimer(nullptr, timer);
-    const HWND details = ::FindWindowW(nullptr, alert_desktop::text(kDetailsTitle).c_str());
-    expectDesign(details, detailsDesign, systemScale());
-    detailsPlace = rectOf(details);
-    changeScale(details, 144);
-    expectDesign(details, detailsDesign, 144);
-    ::PostMessageW(details, WM_COMMAND, IDOK, 0);
-}
-
 TEST_F(CheckScaleTest, TheDetailsOfTheCheckFollowTheScaleAndStayOnTheScreen) {
-    detailsDesign = design(154);
+    const std::map<int, Place> places = design(154);
     showCheck();
     const SIZE screen = screenSize();
     ::SetWindowPos(check, nullptr, screen.cx - 100, screen.cy - 100, 0, 0,
                    SWP_NOSIZE | SWP_NOZORDER);
+    const alert_desktop::ModalPage details(kDetailsTitle, [&](HWND page) {
+        expectDesign(page, places, systemScale());
+        EXPECT_LE(rectOf(page).right, screen.cx);
+        EXPECT_LE(rectOf(page).bottom, screen.cy);
+        changeScale(page, 144);
+        expectDesign(page, places, 144);
+    });
 
-    ::SetTimer(nullptr, 0, 50, checkDetails);
     ::SendMessageW(check, WM_COMMAND, kLearnMore, 0);
 
-    EXPECT_LE(detailsPlace.right, screen.cx);
-    EXPECT_LE(detailsPlace.bottom, screen.cy);
+    EXPECT_TRUE(details.wasShown());
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "tests/support/trace_lines.h"
 #include "tests/ui/windows/alert_desktop.h"
 #include "tests/ui/windows/high_contrast.h"
+#include "tests/ui/windows/window_pixels.h"
 #include "ui/validation_texts.h"
 #include "ui/windows/display_settings.h"
 #include "ui/windows/gdi_handles.h"
@@ -15,8 +16,10 @@
 
 namespace {
 
+using alert_desktop::ModalPage;
+
 constexpr unsigned kCheckTitle = 1064, kDetailsTitle = 1066;
-constexpr int kSubmit = 1036, kLearnMore = 1051, kDecline = 1063;
+constexpr int kSubmit = 1036, kPrivacy = 1049, kLearnMore = 1051, kDecline = 1063;
 constexpr COLORREF kBannerColour = RGB(0, 0, 200);
 
 class ValidationDialogTest : public testing::Test {
@@ -68,6 +71,55 @@ TEST_F(ValidationDialogTest, PaintsItsBanner) {
     EXPECT_NE(::GetPixel(dc.get(), 2, 48), kBannerColour);
 }
 
+// How many pixels of the banner are not as its text on this background makes them.
+std::size_t differencesOfTheBanner(HWND check, COLORREF back, COLORREF colour) {
+    constexpr int kHeight = 46, kMargin = 18, kFontHeight = 24;
+    constexpr unsigned kText = 1065;
+    const bool isMirrored = (::GetWindowLongPtrW(check, GWL_EXSTYLE) & WS_EX_LAYOUTRTL) != 0;
+    const window_pixels::Pixels found = window_pixels::shownBy(check);
+    const auto draw = [&](HDC dc) {
+        RECT area{0, 0, found.size.width, kHeight};
+        const Brush brush(::CreateSolidBrush(back));
+        ::FillRect(dc, &area, brush.get());
+        (isMirrored ? area.right : area.left) += isMirrored ? -kMargin : kMargin;
+        const Font font(::CreateFontW(kFontHeight, 0, 0, 0, FW_SEMIBOLD, FALSE, FALSE, FALSE,
+                                      DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
+                                      CLEARTYPE_QUALITY, DEFAULT_PITCH | FF_DONTCARE,
+                                      L"MS Shell Dlg 2"));
+        const SelectedObject selected(dc, font.get());
+        ::SetBkMode(dc, TRANSPARENT);
+        ::SetTextColor(dc, colour);
+        ::DrawTextW(dc, alert_desktop::text(kText).c_str(), -1, &area,
+                    DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX |
+                        (isMirrored ? DT_RIGHT | DT_RTLREADING : 0U));
+    };
+    return window_pixels::differences(found,
+                                      window_pixels::drawn({found.size.width, kHeight}, draw));
+}
+
+TEST_F(ValidationDialogTest, SaysWhatItIsInWhiteOnItsBanner) {
+    alert_desktop::pumpFor(50);
+
+    EXPECT_EQ(differencesOfTheBanner(check, kBannerColour, RGB(255, 255, 255)), 0U);
+}
+
+TEST_F(ValidationDialogTest, HasItsBannerTextOnTheRightWhereOneReadsFromThere) {
+    ::DestroyWindow(check);
+    const alert_desktop::MirroredDesktop desktop;
+    SetUp();
+    alert_desktop::pumpFor(50);
+
+    EXPECT_EQ(differencesOfTheBanner(check, kBannerColour, RGB(255, 255, 255)), 0U);
+}
+
+TEST_F(ValidationDialogTest, HasABannerInTheColoursOfAHighContrastScheme) {
+    const HighContrast scheme;
+    ::SendMessageW(check, WM_SYSCOLORCHANGE, 0, 0);
+    alert_desktop::pumpFor(50);
+
+    EXPECT_EQ(differencesOfTheBanner(check, HighContrast::kBack, HighContrast::kText), 0U);
+}
+
 TEST_F(ValidationDialogTest, FollowsAHighContrastSchemeThatBegins) {
     alert_desktop::pumpFor(50);
     const HighContrast scheme;
@@ -85,33 +137,21 @@ COLORREF faceOf(HWND window) {
     return ::GetPixel(dc.get(), 2, 60);
 }
 
-COLORREF facesUnderAScheme[2] = {};
-
-void CALLBACK beginASchemeAndEnd(HWND, UINT, UINT_PTR timer, DWORD) {
-    const HWND detail = ::FindWindowW(nullptr, alert_desktop::text(kDetailsTitle).c_str());
-    if (!::IsWindowVisible(detail)) return;  // it is shown a little later
-    ::KillTimer(nullptr, timer);
-    const HWND both[] = {::GetWindow(detail, GW_OWNER), detail};
-    {
-        const HighContrast scheme;
-        for (const HWND window : both)
-            ::SendMessageW(window, WM_SYSCOLORCHANGE, 0, 0);
-        alert_desktop::pumpFor(50);
-        for (int i = 0; i < 2; ++i)
-            facesUnderAScheme[i] = faceOf(both[i]);
-    }
-    ::PostMessageW(detail, WM_COMMAND, IDOK, 0);
-}
-
 TEST_F(ValidationDialogTest, FollowsASchemeThatBeginsWhileItsDetailsAreOpen) {
     // Apart, so that each shows its own pixels.
     ::SetWindowPos(check, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-    ::SetTimer(nullptr, 0, 50, beginASchemeAndEnd);
+    const ModalPage details(kDetailsTitle, [this](HWND page) {
+        const HighContrast scheme;
+        for (const HWND window : {check, page})
+            ::SendMessageW(window, WM_SYSCOLORCHANGE, 0, 0);
+        alert_desktop::pumpFor(50);
+        for (const HWND window : {check, page})
+            EXPECT_EQ(faceOf(window), HighContrast::kBack);
+    });
 
     ::SendMessageW(check, WM_COMMAND, kLearnMore, 0);
 
-    EXPECT_EQ(facesUnderAScheme[0], HighContrast::kBack);
-    EXPECT_EQ(facesUnderAScheme[1], HighContrast::kBack);
+    EXPECT_TRUE(details.wasShown());
 }
 
 TEST_F(ValidationDialogTest, EndsWhenTheUserDeclines) {
@@ -202,80 +242,46 @@ TEST_F(ValidationDialogTest, IgnoresEveryOtherCommand) {
     EXPECT_TRUE(::IsWindowEnabled(::GetDlgItem(check, kSubmit)));
 }
 
-// What a timer has recorded of the modal details while their own message loop ran.
-struct Details {
-    HWND window = nullptr;
-    bool ownerEnabled = true;
-    HWND owner = nullptr;
-    std::wstring privacy;
-    bool privacyIsLink = false;
-} details;
-
-void CALLBACK lookAndEnd(HWND, UINT, UINT_PTR timer, DWORD) {
-    ::KillTimer(nullptr, timer);
-    const HWND window = ::FindWindowW(nullptr, alert_desktop::text(kDetailsTitle).c_str());
-    details.owner = ::GetWindow(window, GW_OWNER);
-    details.ownerEnabled = ::IsWindowEnabled(details.owner) != FALSE;
-    details.privacy = textOf(window, 1049);
-    details.privacyIsLink = ::GetPropW(::GetDlgItem(window, 1049), L"_Blue_Text_") != nullptr;
-    ::PostMessageW(window, WM_COMMAND, 1, 0);
-}
-
-void CALLBACK typeDone(HWND, UINT, UINT_PTR timer, DWORD) {
-    ::KillTimer(nullptr, timer);
-    const HWND window = ::FindWindowW(nullptr, alert_desktop::text(kDetailsTitle).c_str());
-    ::PostMessageW(::GetDlgItem(window, 1), WM_CHAR, L'd', 1);
-}
-
-void CALLBACK endDetails(HWND, UINT, UINT_PTR timer, DWORD) {
-    ::KillTimer(nullptr, timer);
-    details.window = ::FindWindowW(nullptr, alert_desktop::text(kDetailsTitle).c_str());
-    ::PostMessageW(details.window, WM_COMMAND, 1, 0);
-}
-
 TEST_F(ValidationDialogTest, EndsItsDetailsWithTheLetterOfTheirButton) {
-    details.window = nullptr;
-    ::SetTimer(nullptr, 0, 50, typeDone);
-    const UINT_PTR rescue = ::SetTimer(nullptr, 0, 1500, endDetails);
+    const ModalPage details(kDetailsTitle, [](HWND page) {
+        ::PostMessageW(::GetDlgItem(page, IDOK), WM_CHAR, L'd', 1);
+    });
 
     ::SendMessageW(check, WM_COMMAND, kLearnMore, 0);
 
-    ::KillTimer(nullptr, rescue);
-    EXPECT_EQ(details.window, nullptr);
+    EXPECT_TRUE(details.wasShown());
+    EXPECT_FALSE(details.wasLeftOpen());
     EXPECT_TRUE(::IsWindow(check));
 }
 
 TEST_F(ValidationDialogTest, ExplainsInAModalWindowWhatIsSent) {
-    ::SetTimer(nullptr, 0, 50, lookAndEnd);
+    const ModalPage details(kDetailsTitle, [this](HWND page) {
+        EXPECT_EQ(::GetWindow(page, GW_OWNER), check);
+        EXPECT_FALSE(::IsWindowEnabled(check));
+        EXPECT_EQ(textOf(page, kPrivacy), alert_desktop::text(kPrivacy));
+        EXPECT_NE(::GetPropW(::GetDlgItem(page, kPrivacy), L"_Blue_Text_"), nullptr);
+    });
+
     ::SendDlgItemMessageW(check, kLearnMore, WM_LBUTTONDOWN, 0, 0);
     ::SendDlgItemMessageW(check, kLearnMore, WM_LBUTTONUP, 0, 0);
-    alert_desktop::pump();
 
-    EXPECT_EQ(details.owner, check);
-    EXPECT_FALSE(details.ownerEnabled);
-    EXPECT_EQ(details.privacy, alert_desktop::text(1049));
-    EXPECT_TRUE(details.privacyIsLink);
+    EXPECT_TRUE(details.wasShown());
     EXPECT_TRUE(::IsWindowEnabled(check));
-}
-
-void CALLBACK askAgainAndEnd(HWND, UINT, UINT_PTR timer, DWORD) {
-    ::KillTimer(nullptr, timer);
-    showValidationDialog(::GetModuleHandleW(nullptr), alert_desktop::strings(), L"Hall");
-    details.window = ::FindWindowW(nullptr, alert_desktop::text(kDetailsTitle).c_str());
-    ::PostMessageW(details.window, WM_COMMAND, 1, 0);
 }
 
 // The validation dialog is disabled while its details are open. If the details were behind another
 // window, the user could not go on.
 TEST_F(ValidationDialogTest, BringsItsDetailsToTheFrontWhileTheyAreOpen) {
     setForegroundFunction(&recordForeground);
-    ::SetTimer(nullptr, 0, 50, askAgainAndEnd);
+    const ModalPage details(kDetailsTitle, [](HWND page) {
+        showValidationDialog(::GetModuleHandleW(nullptr), alert_desktop::strings(), L"Hall");
+        EXPECT_EQ(broughtToFront, page);
+    });
 
     ::SendMessageW(check, WM_COMMAND, kLearnMore, 0);
 
     setForegroundFunction(nullptr);
-    EXPECT_NE(details.window, nullptr);
-    EXPECT_EQ(broughtToFront, details.window);
+    EXPECT_TRUE(details.wasShown());
 }
 
 // This trace line shows how often the maker's page was opened: each time, the program traces once
@@ -290,19 +296,13 @@ void setMachineText(const wchar_t* path, const wchar_t* name, const std::wstring
               0U);
 }
 
-void CALLBACK doubleClickPrivacyAndEnd(HWND, UINT, UINT_PTR timer, DWORD) {
-    ::KillTimer(nullptr, timer);
-    const HWND window = ::FindWindowW(nullptr, alert_desktop::text(kDetailsTitle).c_str());
-    alert_desktop::doubleClick(::GetDlgItem(window, 1049));
-    ::PostMessageW(window, WM_COMMAND, 1, 0);
-}
-
 TEST_F(ValidationDialogTest, OpensThePrivacyPageOnceForADoubleClick) {
     setMachineText(L"Software\\Classes\\https\\shell\\open\\command", L"",
                    L"C:\\windows\\system32\\cmd.exe /c exit");
     setMachineText(L"SOFTWARE\\Corvane\\QVBL7400 SM", L"WebSite", L"no address");
     const TraceLines lines;
-    ::SetTimer(nullptr, 0, 50, doubleClickPrivacyAndEnd);
+    const ModalPage details(
+        kDetailsTitle, [](HWND page) { alert_desktop::doubleClick(::GetDlgItem(page, kPrivacy)); });
 
     ::SendMessageW(check, WM_COMMAND, kLearnMore, 0);
 
