@@ -100,20 +100,6 @@ TEST_F(AccessibleControlTest, TellsNameAndRoleOfEverythingInSightInEveryAlert) {
     }
 }
 
-bool detailsWereDescribed = false;
-
-void CALLBACK checkDetails(HWND, UINT, UINT_PTR timer, DWORD) {
-    const HWND details = ::FindWindowW(nullptr, alert_desktop::text(kDetailsTitle).c_str());
-    if (details != nullptr && !::IsWindowVisible(details)) return;  // it is shown a little later
-    ::KillTimer(nullptr, timer);
-    if (details != nullptr) {
-        expectDescribed(details, {kPrivacy});
-        EXPECT_EQ(Object(::GetDlgItem(details, kPrivacy)).action(), alert_desktop::text(kOpen));
-        detailsWereDescribed = true;
-    }
-    ::PostMessageW(details, WM_COMMAND, IDOK, 0);
-}
-
 TEST_F(AccessibleControlTest, TellsNameAndRoleOfEverythingInTheCartridgeCheckAndItsDetails) {
     showValidationDialog(::GetModuleHandleW(nullptr), alert_desktop::strings(), L"Hall");
     const HWND check = ::FindWindowW(nullptr, alert_desktop::text(kCheckTitle).c_str());
@@ -121,10 +107,13 @@ TEST_F(AccessibleControlTest, TellsNameAndRoleOfEverythingInTheCartridgeCheckAnd
     alert_desktop::pump();
 
     expectDescribed(check, {kLearnMore});
-    ::SetTimer(nullptr, 0, 50, checkDetails);
+    const alert_desktop::ModalPage details(kDetailsTitle, [](HWND page) {
+        expectDescribed(page, {kPrivacy});
+        EXPECT_EQ(Object(::GetDlgItem(page, kPrivacy)).action(), alert_desktop::text(kOpen));
+    });
     ::SendMessageW(check, WM_COMMAND, kLearnMore, 0);
 
-    EXPECT_TRUE(detailsWereDescribed);
+    EXPECT_TRUE(details.wasShown());
     ::SendMessageW(check, WM_COMMAND, IDCANCEL, 0);
 }
 
@@ -214,6 +203,18 @@ TEST_F(AccessibleControlTest, IsATextUntilItIsMadeALink) {
     compactAlertWindow(alert->window(), true);
 
     EXPECT_EQ(detail.role(), ROLE_SYSTEM_LINK);
+}
+
+TEST_F(AccessibleControlTest, SaysThatAButtonIsHiddenOnceItIs) {
+    constexpr int kShop = 1018, kRecycle = 134;
+    open(kFaxWithLink);
+    const Object shop(control(kShop)), recycle(control(kRecycle));
+    EXPECT_EQ((shop.state() | recycle.state()) & STATE_SYSTEM_INVISIBLE, 0);
+
+    compactAlertWindow(alert->window(), true);
+
+    EXPECT_NE(shop.state() & STATE_SYSTEM_INVISIBLE, 0);
+    EXPECT_NE(recycle.state() & STATE_SYSTEM_INVISIBLE, 0);
 }
 
 TEST_F(AccessibleControlTest, TellsWhichControlHasTheFocus) {

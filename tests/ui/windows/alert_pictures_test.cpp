@@ -243,6 +243,27 @@ TEST_F(AlertPicturesTest, DrawsTheFocusOfAButtonInTheTextColourOfAHighContrastSc
     EXPECT_NE(differences(with, without), 0U);
 }
 
+TEST_F(AlertPicturesTest, DrawsTheFocusOfALinkInDotsThatAHighContrastSchemeLeavesInSight) {
+    constexpr int kFaxWithLink = 27, kLink = 1012;
+    constexpr Rgb kOpposite = 0xFFFFFF;
+    const HighContrast scheme;
+    open(kFaxWithLink);
+    compactAlertWindow(alert->window(), true);
+    const Pixels without = shown(kLink);
+
+    ::SetFocus(control(kLink));
+    alert_desktop::pumpFor(20);
+    const Pixels with = shownBy(control(kLink));
+
+    int dots = 0;
+    for (std::size_t i = 0; i < with.colours.size(); ++i) {
+        if (with.colours[i] == without.colours[i]) continue;
+        ++dots;
+        EXPECT_EQ(with.colours[i], without.colours[i] ^ kOpposite);
+    }
+    EXPECT_GT(dots, 100);
+}
+
 TEST_F(AlertPicturesTest, PaintsTheBannerInTheColoursOfAHighContrastScheme) {
     const HighContrast scheme;
     open(0);

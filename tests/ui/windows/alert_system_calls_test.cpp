@@ -1,6 +1,7 @@
 // What alerts ask of the system where Wine shows no difference, and what they do when it refuses. A
 // program of its own, because it replaces functions of the system for the whole program.
 #include "tests/ui/windows/alert_window_fixture.h"
+#include "tests/ui/windows/high_contrast.h"
 
 #include "ui/windows/hyperlink.h"
 #include "ui/windows/picture_painting.h"
@@ -14,6 +15,17 @@ bool hooksAreRefused = false;
 int WINAPI recordFormat(HDC dc, LPCWSTR text, int units, LPRECT area, UINT format) {
     askedFormat = format;
     return ::DrawTextExW(dc, const_cast<LPWSTR>(text), units, area, format, nullptr);
+}
+
+struct FocusMark {
+    int times;
+    RECT area;
+    COLORREF text, back;
+} mark;
+
+BOOL WINAPI recordFocus(HDC dc, const RECT* area) {
+    mark = {mark.times + 1, *area, ::GetTextColor(dc), ::GetBkColor(dc)};
+    return TRUE;
 }
 
 HCURSOR WINAPI loadCursor(HINSTANCE module, LPCWSTR name) {
@@ -37,6 +49,7 @@ HHOOK WINAPI setHook(int kind, HOOKPROC procedure, HINSTANCE module, DWORD threa
 extern "C" {
 // NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the linker's names
 decltype(&::DrawTextW) __imp_DrawTextW = &recordFormat;
+decltype(&::DrawFocusRect) __imp_DrawFocusRect = &recordFocus;
 decltype(&::LoadCursorW) __imp_LoadCursorW = &loadCursor;
 decltype(&::SetWindowsHookExW) __imp_SetWindowsHookExW = &setHook;
 // NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
@@ -110,6 +123,91 @@ TEST_F(SystemCallsTest, ShowAnArrowOverALinkWhereTheSystemHasNoHand) {
     handIsMissing = false;
     EXPECT_EQ(::GetCursor(), loadCursor(nullptr, IDC_ARROW));
     EXPECT_NE(::GetCursor(), nullptr);
+}
+
+WNDPROC procedureOfTheLink = nullptr;
+
+// Systems hide the marks of the focus from users who have not touched the keyboard yet.
+LRESULT CALLBACK hideFocus(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_QUERYUISTATE) return UISF_HIDEFOCUS;
+    return ::CallWindowProcW(procedureOfTheLink, window, message, wParam, lParam);
+}
+
+class LinkFocusTest : public SystemCallsTest {
+protected:
+    LinkFocusTest() {
+        open(0);
+        link = control(1012);
+        SetHyperLink(link);
+        ::SetFocus(link);
+    }
+    // The focus marks of one painting of the link with this text.
+    [[nodiscard]] FocusMark markAround(const std::wstring& text) const {
+        ::SetWindowTextW(link, text.c_str());
+        ::ValidateRect(link, nullptr);
+        mark = {};
+        ::RedrawWindow(link, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        return mark;
+    }
+    // How large a text is, in the link's font and within its width.
+    [[nodiscard]] SIZE sizeOf(const std::wstring& text) const {
+        const WindowDc dc(link);
+        const SelectedObject font(dc.get(),
+                                  reinterpret_cast<HFONT>(::SendMessageW(link, WM_GETFONT, 0, 0)));
+        RECT area = room();
+        ::DrawTextExW(dc.get(), const_cast<wchar_t*>(text.c_str()), -1, &area,
+                      DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX, nullptr);
+        return {area.right, area.bottom};
+    }
+    [[nodiscard]] RECT room() const {
+        RECT area{};
+        ::GetClientRect(link, &area);
+        return area;
+    }
+
+    HWND link = nullptr;
+};
+
+TEST_F(LinkFocusTest, IsMarkedOnceAroundTheText) {
+    for (const std::wstring text : {L"Open R&D", L"Open\nthe page"}) {
+        const SIZE size = sizeOf(text);
+
+        const FocusMark found = markAround(text);
+
+        EXPECT_EQ(found.times, 1);
+        EXPECT_EQ(found.area.left, 0);
+        EXPECT_EQ(found.area.top, 0);
+        EXPECT_EQ(found.area.right, size.cx);
+        EXPECT_EQ(found.area.bottom, size.cy);
+    }
+}
+
+TEST_F(LinkFocusTest, IsMarkedWithinTheControlWhereTheTextIsLarger) {
+    EXPECT_EQ(markAround(std::wstring(500, L'W')).area.right, room().right);
+
+    EXPECT_EQ(markAround(std::wstring(500, L'\n')).area.bottom, room().bottom);
+}
+
+TEST_F(LinkFocusTest, IsMarkedInTheColoursOfTextsInWindows) {
+    const HighContrast scheme;
+
+    const FocusMark found = markAround(L"Open");
+
+    EXPECT_EQ(found.text, HighContrast::kText);
+    EXPECT_EQ(found.back, HighContrast::kBack);
+}
+
+TEST_F(LinkFocusTest, IsNotMarkedWhereTheSystemHidesSuchMarks) {
+    procedureOfTheLink = reinterpret_cast<WNDPROC>(
+        ::SetWindowLongPtrW(link, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(hideFocus)));
+
+    EXPECT_EQ(markAround(L"Open").times, 0);
+}
+
+TEST_F(LinkFocusTest, IsNotMarkedWhereAnotherControlHasIt) {
+    ::SetFocus(control(130));
+
+    EXPECT_EQ(markAround(L"Open").times, 0);
 }
 
 }  // namespace

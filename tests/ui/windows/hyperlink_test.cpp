@@ -178,6 +178,80 @@ TEST_F(HyperlinkTest, ShowsAFocusRectangleWhileItHasTheFocus) {
     EXPECT_EQ(topLine(), without);
 }
 
+TEST_F(HyperlinkTest, TakesTheFocusWhenItIsClicked) {
+    SetHyperLink(first);
+    ::ShowWindow(parent, SW_SHOW);
+    ::SetFocus(parent);
+
+    ::SendMessageW(first, WM_LBUTTONDOWN, 0, 0);
+
+    EXPECT_EQ(::GetFocus(), first);
+}
+
+TEST_F(HyperlinkTest, MayBeAWindowOfItsOwn) {
+    const HWND alone = ::CreateWindowExW(0, L"Static", L"Learn more", WS_POPUP, 0, 0, 100, 20,
+                                         nullptr, nullptr, nullptr, nullptr);
+
+    SetHyperLink(alone);
+
+    EXPECT_TRUE(isHyperLink(alone));
+    ::DestroyWindow(alone);
+}
+
+TEST_F(HyperlinkTest, SaysThatItIsBlueWithAPropertyThatIsOne) {
+    EXPECT_FALSE(isHyperLink(first));
+
+    SetHyperLink(first);
+
+    EXPECT_TRUE(isHyperLink(first));
+    EXPECT_EQ(::GetPropW(first, kBlue), reinterpret_cast<HANDLE>(INT_PTR{1}));
+}
+
+class FirstFocusTest : public HyperlinkTest {
+protected:
+    void SetUp() override {
+        HyperlinkTest::SetUp();
+        ::ShowWindow(parent, SW_SHOW);
+        ::SetFocus(parent);
+    }
+    HWND addButton() {
+        return ::CreateWindowExW(0, L"Button", L"OK", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 80, 50,
+                                 20, parent, nullptr, nullptr, nullptr);
+    }
+};
+
+TEST_F(FirstFocusTest, GoesToTheFirstControlAfterTheLinks) {
+    SetHyperLink(first);
+    SetHyperLink(second);
+    const HWND button = addButton();
+    addButton();
+
+    EXPECT_TRUE(focusPastLinks(parent));
+    EXPECT_EQ(::GetFocus(), button);
+}
+
+TEST_F(FirstFocusTest, IsLeftToTheSystemWhereNoLinkComesFirst) {
+    const HWND button = addButton();
+    SetHyperLink(plain);
+    ::SetWindowPos(button, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+
+    EXPECT_FALSE(focusPastLinks(parent));
+    EXPECT_EQ(::GetFocus(), parent);
+}
+
+TEST_F(FirstFocusTest, IsLeftToTheSystemWhereThereAreOnlyLinks) {
+    SetHyperLink(first);
+    SetHyperLink(second);
+
+    EXPECT_FALSE(focusPastLinks(parent));
+    EXPECT_EQ(::GetFocus(), parent);
+}
+
+TEST_F(FirstFocusTest, IsLeftToTheSystemWhereNothingTakesIt) {
+    EXPECT_FALSE(focusPastLinks(parent));
+    EXPECT_EQ(::GetFocus(), parent);
+}
+
 TEST_F(HyperlinkTest, GivesProceduresAndPropertiesBackWhenTheDialogIsDestroyed) {
     SetHyperLink(first);
     SetHyperLink(second);
