@@ -3,9 +3,15 @@
 #include "platform/file.h"
 #include "platform/message_pump.h"
 #include "platform/resource_text.h"
+#include "platform/shell.h"
+#include "platform/spooler.h"
+#include "platform/thread.h"
+#include "platform/xml_query.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
+#include <atomic>
+#include <cstdint>
 #include <cwchar>
 #include <optional>
 #include <string>
@@ -28,9 +34,14 @@ struct Faults {
     // The nth question for the user's languages fails; 0: none.
     int failingLanguageQuestion = 0;
     int languageQuestions = 0;
+    std::optional<std::wstring> languages;  // each name ends with a NUL
     const wchar_t* localeName = nullptr;
     std::optional<LANGID> interfaceLanguage;
     bool versionFails = false;
+    bool resourcesFail = false;
+    bool locksFail = false;
+    bool threadsFail = false;
+    const wchar_t* missingLibrary = nullptr;
     bool hooksFail = false;
     bool postsFail = false;
     int hooksSet = 0, hooksRemoved = 0;
@@ -61,6 +72,11 @@ BOOL WINAPI getLanguages(DWORD flags, PULONG count, PZZWSTR names, PULONG units)
     using Get = decltype(&::GetUserPreferredUILanguages);
     static const auto get = real<Get>(L"kernel32.dll", "GetUserPreferredUILanguages");
     if (++faults.languageQuestions == faults.failingLanguageQuestion) return FALSE;
+    if (faults.languages) {
+        *units = static_cast<ULONG>(faults.languages->size()) + 1;
+        if (names != nullptr) faults.languages->copy(names, faults.languages->size());
+        return TRUE;
+    }
     return get(flags, count, names, units);
 }
 
@@ -82,6 +98,30 @@ BOOL WINAPI getVersion(LPOSVERSIONINFOW version) {
     using Get = decltype(&::GetVersionExW);
     static const auto get = real<Get>(L"kernel32.dll", "GetVersionExW");
     return !faults.versionFails && get(version);
+}
+
+HGLOBAL WINAPI loadResource(HMODULE module, HRSRC found) {
+    static const auto load = real<decltype(&::LoadResource)>(L"kernel32.dll", "LoadResource");
+    return faults.resourcesFail ? nullptr : load(module, found);
+}
+
+LPVOID WINAPI lockResource(HGLOBAL loaded) {
+    static const auto lock = real<decltype(&::LockResource)>(L"kernel32.dll", "LockResource");
+    return faults.locksFail ? nullptr : lock(loaded);
+}
+
+HANDLE WINAPI createThread(LPSECURITY_ATTRIBUTES rights, SIZE_T stack, LPTHREAD_START_ROUTINE start,
+                           LPVOID parameter, DWORD flags, LPDWORD id) {
+    static const auto create = real<decltype(&::CreateThread)>(L"kernel32.dll", "CreateThread");
+    return faults.threadsFail ? nullptr : create(rights, stack, start, parameter, flags, id);
+}
+
+HMODULE WINAPI loadLibrary(LPCWSTR name, HANDLE file, DWORD flags) {
+    static const auto load = real<decltype(&::LoadLibraryExW)>(L"kernel32.dll", "LoadLibraryExW");
+    if (faults.missingLibrary == nullptr || std::wcscmp(name, faults.missingLibrary) != 0)
+        return load(name, file, flags);
+    ::SetLastError(ERROR_MOD_NOT_FOUND);
+    return nullptr;
 }
 
 HHOOK WINAPI setHook(int kind, HOOKPROC procedure, HINSTANCE module, DWORD thread) {
@@ -118,6 +158,10 @@ decltype(&::GetUserPreferredUILanguages) __imp_GetUserPreferredUILanguages = &ge
 decltype(&::GetUserDefaultLocaleName) __imp_GetUserDefaultLocaleName = &getLocaleName;
 decltype(&::GetUserDefaultUILanguage) __imp_GetUserDefaultUILanguage = &getInterfaceLanguage;
 decltype(&::GetVersionExW) __imp_GetVersionExW = &getVersion;
+decltype(&::LoadResource) __imp_LoadResource = &loadResource;
+decltype(&::LockResource) __imp_LockResource = &lockResource;
+decltype(&::CreateThread) __imp_CreateThread = &createThread;
+decltype(&::LoadLibraryExW) __imp_LoadLibraryExW = &loadLibrary;
 decltype(&::SetWindowsHookExW) __imp_SetWindowsHookExW = &setHook;
 decltype(&::UnhookWindowsHookEx) __imp_UnhookWindowsHookEx = &removeHook;
 decltype(&::PostThreadMessageW) __imp_PostThreadMessageW = &postToThread;
@@ -238,6 +282,13 @@ TEST_F(LanguageFaultsTest, TheFormatsAreNotAskedWhereTheInterfaceHasALanguage) {
     EXPECT_NE(names.back(), L"pl-PL");
 }
 
+TEST_F(LanguageFaultsTest, EveryLanguageOfTheInterfaceIsNamedInItsOrder) {
+    faults.languages = std::wstring(L"pl-PL\0de\0zh-Hans-CN\0", 20);
+
+    EXPECT_EQ(platform::preferredLanguages(),
+              (std::vector<std::wstring>{L"pl-PL", L"de", L"zh-Hans-CN"}));
+}
+
 TEST_F(LanguageFaultsTest, TheUsersLanguageStandsInForThatOfTheInterface) {
     faults.interfaceLanguage = LANGID{0};
     EXPECT_EQ(platform::userInterfaceLanguage(), ::GetUserDefaultLangID());
@@ -250,6 +301,74 @@ TEST_F(LanguageFaultsTest, TheVersionOfTheSystemMayBeUnknown) {
     faults.versionFails = true;
 
     EXPECT_FALSE(platform::systemVersionKnown());
+}
+
+using ResourceFaultsTest = SystemFaultsTest;
+
+TEST_F(ResourceFaultsTest, ATextThatCannotBeLoadedIsMissing) {
+    constexpr platform::LanguageId kEnglish = 0x0409;
+    const platform::NativeHandle texts = platform::openResourceLibrary(L"contract_texts.dll");
+    std::wstring text;
+    ASSERT_TRUE(platform::resourceText(texts, 300, kEnglish, text));
+
+    faults.resourcesFail = true;
+    EXPECT_FALSE(platform::resourceText(texts, 300, kEnglish, text));
+    EXPECT_EQ(text, L"");
+
+    faults.resourcesFail = false;
+    faults.locksFail = true;
+    EXPECT_FALSE(platform::resourceText(texts, 300, kEnglish, text));
+    EXPECT_EQ(text, L"");
+}
+
+using ThreadFaultsTest = SystemFaultsTest;
+
+TEST_F(ThreadFaultsTest, AThreadThatTheSystemRefusesIsNull) {
+    std::atomic<std::uint32_t> id{0};
+    faults.threadsFail = true;
+
+    EXPECT_EQ(platform::startThread([](void*) -> std::uint32_t { return 0; }, nullptr, id),
+              nullptr);
+}
+
+// No other test of this program may use these libraries: a function that was found is kept.
+class LibraryFaultsTest : public SystemFaultsTest {};
+
+TEST_F(LibraryFaultsTest, WithoutAShellNothingIsOpened) {
+    faults.missingLibrary = L"shell32.dll";
+    std::uint32_t error = 0;
+    std::string path = "before";
+
+    EXPECT_FALSE(platform::openAddress(L"http://contract.example/"));
+    EXPECT_FALSE(platform::startProgram(L"contract.exe", error));
+    EXPECT_EQ(error, static_cast<std::uint32_t>(ERROR_MOD_NOT_FOUND));
+    EXPECT_FALSE(platform::openDocument("contract.txt"));
+    EXPECT_FALSE(platform::folderPath(platform::Folder::ProgramFiles, path));
+    EXPECT_EQ(path, "before");
+}
+
+TEST_F(LibraryFaultsTest, WithoutASpoolerPrintersHaveNoData) {
+    faults.missingLibrary = L"winspool.drv";
+    platform::Printer printer;
+    char data[8] = {};
+
+    EXPECT_FALSE(printer.open(L"contract"));
+    EXPECT_EQ(printer.readData(L"value", data, sizeof data), platform::kProcedureNotFound);
+    EXPECT_EQ(printer.readDataOf(L"key", L"value", data, sizeof data),
+              platform::kProcedureNotFound);
+}
+
+TEST_F(LibraryFaultsTest, PagesAreNotReadWithoutBothLibrariesOfTheParser) {
+    std::string text;
+    for (const wchar_t* const library : {L"ole32.dll", L"oleaut32.dll"}) {
+        faults.missingLibrary = library;
+
+        EXPECT_FALSE(platform::queryXml("<a>1</a>", "/a", text));
+    }
+    faults.missingLibrary = nullptr;
+
+    EXPECT_TRUE(platform::queryXml("<a>1</a>", "/a", text));
+    EXPECT_EQ(text, "1");
 }
 
 class MessageFaultsTest : public SystemFaultsTest {
