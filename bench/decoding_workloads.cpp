@@ -3,6 +3,7 @@
 #include "arbor/property_text.h"
 #include "bench/checksum.h"
 #include "bench/document_records.h"
+#include "bench/memory_generator.h"
 #include "bench/plain_decoder.h"
 #include "bench/silent_manager.h"
 #include "bench/workloads.h"
@@ -13,7 +14,6 @@
 #include "tern/velo_event_generator.h"
 
 #include <algorithm>
-#include <stdexcept>
 
 namespace bench {
 
@@ -24,28 +24,6 @@ constexpr wchar_t kPipePath[] = L"\\\\.\\pipe\\benchmark";
 // Only the first document is read back field by field, or the checksum would cost more than the
 // decoding that is measured.
 constexpr std::uint64_t kCheckedMessages = 10;
-
-// Reads the bytes of one document, again and again.
-class Tape {
-public:
-    explicit Tape(long times) : _records(documentRecords()), _left(times) {}
-
-    bool read(void* to, std::uint32_t bytes) noexcept {
-        if (_left == 0) return false;
-        std::memcpy(to, _records.data() + _at, bytes);
-        _at += bytes;
-        if (_at == _records.size()) {
-            _at = 0;
-            --_left;
-        }
-        return true;
-    }
-
-private:
-    std::string _records;
-    std::size_t _at = 0;
-    long _left;
-};
 
 std::uint64_t allOf(const arbor::IPropertyHolder& bag) {
     std::uint64_t sum = of(bag.getInt(L"severity", 1)) + of(bag.getInt(L"status", 2)) +
@@ -106,23 +84,6 @@ struct TakeMessage {
     Sink& sink;
 };
 
-class MemoryGenerator : public tern::VeloEventGenerator {
-public:
-    MemoryGenerator(long times, const arbor::IPropertyHolder& parameters,
-                    tern::IInstanceManager* owner)
-        : VeloEventGenerator(parameters, owner), _tape(times) {}
-
-    using AbstractThread::runOnThisThread;
-
-    void* readInput(void* destination, std::uint32_t count) override {
-        if (!_tape.read(destination, count)) throw std::domain_error("end of the tape");
-        return destination;
-    }
-
-private:
-    Tape _tape;
-};
-
 void openChannel() {
     platform::simulated::world().reset();
     platform::simulated::world().pipes.create(kPipe);
@@ -171,14 +132,15 @@ std::uint64_t decodedPlainly(Read read) {
 
 std::uint64_t memoryDecodingFramework(long times) {
     openChannel();
-    return decodedBy<MemoryGenerator>(&runHere, times);
+    return decodedBy<MemoryGenerator>(&runHere, Tape(documentRecords(), times));
 }
 
 std::uint64_t memoryDecodingReference(long times) {
     openChannel();
-    return decodedPlainly([tape = Tape(times)](void* to, std::size_t bytes) mutable {
-        return tape.read(to, static_cast<std::uint32_t>(bytes));
-    });
+    return decodedPlainly(
+        [tape = Tape(documentRecords(), times)](void* to, std::size_t bytes) mutable {
+            return tape.read(to, static_cast<std::uint32_t>(bytes));
+        });
 }
 
 std::uint64_t pipeDecodingFramework(long times) {

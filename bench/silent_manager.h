@@ -12,6 +12,7 @@ public:
     explicit SilentManager(tern::EventBroker* broker = nullptr) noexcept : _broker(broker) {}
 
     tern::EventBroker* getEventBroker() override { return _broker; }
+    void owns(tern::EventBroker* broker) noexcept { _broker = broker; }
     void pumpsWith(std::function<void()> idle) { _idle = std::move(idle); }
     void pumpOnce() override { _idle(); }
 
