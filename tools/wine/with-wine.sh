@@ -77,5 +77,17 @@ fi
 # The first process starts service processes that keep its input and output open. It gets neither of
 # ours, because whoever reads our output would then wait for the services to end.
 wineserver -p >/dev/null 2>&1 </dev/null
-wine cmd /c exit </dev/null >/dev/null 2>&1
+# Only the started Wine can be told the font of dialogs: it chooses one itself when the language is not the one
+# that the prefix was made in. Wine 10 also has a Tahoma of its own, which knows few scripts.
+font='DejaVu Sans Condensed'
+[ "${BEAMLINE_ALL_SCRIPTS:-0}" != 1 ] || font='Beamline Test Sans'
+cat >"$work/fonts.reg" <<R
+REGEDIT4
+
+[HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows NT\\CurrentVersion\\FontSubstitutes]
+"MS Shell Dlg"="$font"
+"MS Shell Dlg 2"="$font"
+"Tahoma"="$font"
+R
+wine regedit /S "Z:$work/fonts.reg" </dev/null >/dev/null 2>&1
 "$@"
