@@ -191,7 +191,7 @@ TEST_F(AlertScaleTest, ThePrintersNameGrowsWithTheBanner) {
     const Place large = whiteBox(control(kBanner), 2 * 118);
     EXPECT_NEAR(large.left, 2 * small.left, 3);
     EXPECT_NEAR(large.top, 2 * small.top, 3);
-    EXPECT_NEAR(large.width, 2 * small.width, 6);
+    EXPECT_NEAR(large.width, 2 * small.width, 8);
     EXPECT_NEAR(large.height, 2 * small.height, 3);
 }
 
