@@ -171,6 +171,9 @@ check "./run --help explains stories" 0 'SCENARIO' ./run --help
 check "./run --list lists every story with its text" 0 '^all$' every_story_is_listed
 check "./run refuses an unknown option" 2 'no option --sideways' ./run --sideways
 check "./run refuses an unknown story" 2 'no story never-told' ./run never-told
+check "./run gallery refuses a scale that there is not" 2 'not 100' ./run gallery --dpi 100
+check "./run gallery wants a folder" 2 'into needs a folder' ./run gallery --into
+check "./run gallery refuses a language that the monitor does not speak" 2 'does not speak xx' ./run gallery --dpi 192 xx
 check "./test --help explains itself" 0 'N passed, N failed' ./test --help
 check "./test refuses what it does not know" 2 'no sideways' ./test sideways
 check "./test fuzz passes when the fuzzer made runs" 0 '^1 passed, 0 failed$' fuzz_of_stubs "$good_fuzzer"
