@@ -13,7 +13,7 @@ const wide = [...document.body.querySelectorAll("*")].filter(element => !element
 return [...(document.documentElement.scrollWidth > innerWidth ? ["the page"] : []),
         ...wide.map(element => element.outerHTML.slice(0, 120))];
 """
-# The texts whose contrast with the ground behind them is below the limit.
+# The texts and hints in fields whose contrast with the ground behind them is below the limit.
 WEAK_TEXTS = """
 const numbers = color => color.match(/[0-9.]+/g).map(Number);
 const light = color => {
@@ -31,9 +31,11 @@ const groundOf = element => {
     return "rgb(255, 255, 255)";
 };
 const texts = [...document.body.querySelectorAll("*")].filter(element => element.checkVisibility() &&
-    [...element.childNodes].some(child => child.nodeType === Node.TEXT_NODE && child.data.trim()));
+    (element.placeholder || [...element.childNodes].some(
+        child => child.nodeType === Node.TEXT_NODE && child.data.trim())));
 return [texts.length, texts.filter(element => {
-    const [one, other] = [light(getComputedStyle(element).color), light(groundOf(element))];
+    const style = getComputedStyle(element, element.placeholder && "::placeholder");
+    const [one, other] = [light(style.color), light(groundOf(element))];
     return (Math.max(one, other) + 0.05) / (Math.min(one, other) + 0.05) < arguments[0];
 }).map(element => element.outerHTML.slice(0, 120))];
 """
