@@ -232,6 +232,19 @@ TEST(AlertFacts, TellWhereAnAlertIsDifferent) {
     EXPECT_TRUE(alert("toner-low").variants.empty());
 }
 
+TEST(AlertFacts, TellWhatHoldsForAllAlerts) {
+    EXPECT_EQ(facts().always,
+              (Strings{"None comes while the printer's data value “Status” is 0.",
+                       "A status with subcode 19 also presses “cancel” on the printer.",
+                       "No alert that is open opens a second time."}));
+}
+
+TEST(AlertFacts, TellThatASubcodeMayComeWithAnError) {
+    EXPECT_EQ(alert("welcome").mask,
+              "Hidden only when all alerts are switched off. By its subcode it also comes with the "
+              "status of an error, and is then hidden with the class of errors.");
+}
+
 TEST(AlertFacts, AreAnObjectForThePage) {
     const auto page = nlohmann::json::parse(jsonOf(facts()));
 

@@ -1,6 +1,7 @@
 #include "tools/alert_facts/facts.h"
 
 #include "printer/alert_types.h"
+#include "printer/status_codes.h"
 #include "tools/alert_facts/check_pages.h"
 #include "tools/alert_facts/sentences.h"
 #include "tools/alert_facts/topics.h"
@@ -82,6 +83,7 @@ public:
         for (AlertFact& page : checkPages(_texts, _pictures))
             _facts.alerts.push_back(std::move(page));
         sortByTopic();
+        addAlways();
         return std::move(_facts);
     }
 
@@ -228,12 +230,21 @@ private:
 
     static void addMask(AlertFact& alert) {
         std::set<std::uint32_t> bits;
+        std::string note;
         for (StatusFact& status : alert.statuses) {
             const std::uint32_t bit = status.first
                                           ? maskBitsOf({*status.first, tern::kDeviceStatus, ""})
                                           : maskBitsOf({kNoStatus, *status.subcode, ""});
             status.maskClass = bit != 0 ? maskClassOf(bit) : "";
             bits.insert(bit);
+            if (status.first) continue;
+            const std::uint32_t high = maskBitsOf({kEndOfCodes - 1, *status.subcode, ""});
+            if (high == bit) continue;
+            note =
+                " By its subcode it also comes with the status of an error, and is then hidden "
+                "with "
+                "the class of " +
+                maskClassOf(high) + ".";
         }
         if (bits.size() != 1) throw std::runtime_error(alert.id + " has several classes");
         alert.maskBit = *bits.begin();
@@ -243,6 +254,7 @@ private:
                          : "Hidden when the class of " + alert.maskClass +
                                " is switched off (AlertMask without " +
                                std::to_string(alert.maskBit) + "), or all classes are.";
+        alert.mask += note;
     }
 
     void addRules(AlertFact& alert, const Key& key, const Report& report) const {
@@ -384,6 +396,29 @@ private:
         }
         action.does = "then the OK button closes the alert, which rests for " + joined(times, ", ");
         return action;
+    }
+
+    // Each of these is asked of every alert, and left out where one of them answers otherwise.
+    void addAlways() {
+        const auto always = [this](const char* fact, auto holds) {
+            const bool isSo =
+                std::all_of(_reports.begin(), _reports.end(),
+                            [&holds](const auto& entry) { return holds(entry.second); });
+            if (isSo) _facts.always.emplace_back(fact);
+        };
+        always("None comes while the printer's data value “Status” is 0.",
+               [](const Report& report) {
+                   Scene scene;
+                   scene.silentPrinter = true;
+                   return !lookOf(report, scene);
+               });
+        always("A status with subcode 19 also presses “cancel” on the printer.", [](Report report) {
+            report.subcode = status_subcode::kPressCancel;
+            const Effects effects = effectsOf(report, [](WindowHandle) {});
+            return effects.printerButtons == std::vector<std::wstring>{L"cancel"};
+        });
+        always("No alert that is open opens a second time.",
+               [](const Report& report) { return !rulesOf(report).twice; });
     }
 
     void sortByTopic() {

@@ -65,6 +65,7 @@ struct Facts {
     std::vector<Topic> topics;
     std::vector<Language> languages;
     std::vector<AlertFact> alerts;    // in the order of topics and of the types
+    std::vector<std::string> always;  // what holds for all alerts of a status
     std::vector<StatusFact> noAlert;  // named statuses that open none
 };
 

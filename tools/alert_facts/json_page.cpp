@@ -65,6 +65,7 @@ std::string jsonOf(const Facts& facts) {
         return Json{{"code", language.code}, {"english", language.english}, {"own", language.own}};
     });
     page["alerts"] = listOf(facts.alerts, alertOf);
+    page["always"] = facts.always;
     page["noAlert"] = listOf(facts.noAlert, statusOf);
     return page.dump() + "\n";
 }

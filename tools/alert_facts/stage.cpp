@@ -96,6 +96,7 @@ Stage::Stage(const Scene& scene) {
         room.texts.add(strings, platform::simulated::kEnglish, id, text);
     room.texts.setSystemLanguage(scene.systemLanguage);
     room.printers.setDword(kPrinter, L"AlertMask", scene.alertMask);
+    if (scene.silentPrinter) room.printers.setDword(kPrinter, L"Status", 0);
     room.printers.setTextOf(kPrinter, L"\\", L"Printer Driver",
                             scene.familyPrinter ? L"Beamline K7400 PCL" : L"Beamline L200");
 

@@ -38,6 +38,7 @@ struct Scene {
     bool familyPrinter = true;
     platform::LanguageId systemLanguage = 0x0409;
     std::uint32_t alertMask = 7;
+    bool silentPrinter = false;  // its data value "Status" is 0
     bool knownCartridge = true;
 };
 

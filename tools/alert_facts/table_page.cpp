@@ -97,7 +97,9 @@ std::string tableOf(const Facts& facts) {
             if (alert.topic == topic.id) page += rowOf(alert);
         }
     }
-    page += "\n## Statuses that have a name and no alert\n\n";
+    page += "\n## What holds for all of them\n\n";
+    page += lines(facts.always, [](const std::string& fact) { return joined({"-", fact}, " "); });
+    page += "\n\n## Statuses that have a name and no alert\n\n";
     page += lines(facts.noAlert, [](const StatusFact& fact) {
         return joined({"-", statusText(fact)}, " ");
     });
