@@ -1,6 +1,5 @@
 """The page fits a phone, is readable in both schemes and on paper, and has the order that a screen reader needs."""
-import browser
-from opened_page import ALERTS, NARROW, ORDER, TONER_LOW, OpenedPage
+from opened_page import ALERTS, NARROW, ORDER, TONER_LOW, OpenedPage, browser
 
 VIEWS = ("", f"alert={TONER_LOW}", f"alert={TONER_LOW}&language=de&scale=200", f"alert={TONER_LOW}&view=languages",
          "search=toner", "view=contrast", "alert=never-heard-of")
