@@ -1,6 +1,8 @@
 #!/bin/sh
-# make-prefix.sh DIR: a Wine prefix with fonts, virtual desktop and no crash dialog, to be copied by
-# with-wine.sh. Does nothing when DIR is complete already; safe to call from several tests at once.
+# make-prefix.sh DIR: a Wine prefix with fonts, virtual desktop and no debugger, to be copied by
+# with-wine.sh. Without a debugger a crash ends the program at once, as it does on a person's Windows; with the
+# one of Debian 13 it never ended.
+# Does nothing when DIR is complete already; safe to call from several tests at once.
 set -eu
 mkdir -p "$(dirname "$1")"
 dir=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")  # Wine wants the whole path
@@ -31,8 +33,8 @@ REGEDIT4
 [HKEY_CURRENT_USER\Software\Wine\Explorer\Desktops]
 "Default"="1280x1024"
 
-[HKEY_CURRENT_USER\Software\Wine\WineDbg]
-"ShowCrashDialog"=dword:00000000
+[HKEY_LOCAL_MACHINE\Software\Microsoft\Windows NT\CurrentVersion\AeDebug]
+"Debugger"="none"
 
 [HKEY_CURRENT_USER\Software\Wine\Fonts\Replacements]
 "Tahoma"="DejaVu Sans Condensed"
