@@ -80,6 +80,13 @@ class Differences(unittest.TestCase):
         found = self.found("monitor.msi", made.PACKAGE.read_bytes(), changed)
         self.assertIn("monitor.msi: table Property: first difference at byte", "".join(found))
 
+    def test_a_package_is_taken_apart_without_a_trace_in_the_current_folder(self):
+        before = os.getcwd()
+        os.chdir(self.first)
+        self.addCleanup(os.chdir, before)
+        differences.package_parts(made.PACKAGE.read_bytes())
+        self.assertEqual(list(self.first.iterdir()), [])
+
     def test_a_file_that_cannot_be_taken_apart_is_named(self):
         found, = self.found("files.zip", b"no archive", b"not an archive")
         self.assertTrue(found.startswith("files.zip: cannot be taken apart"), found)

@@ -90,11 +90,16 @@ def package_parts(content):
         folder = pathlib.Path(temporary)
         package = folder / "package.msi"
         package.write_bytes(content)
-        parts = {"summary": output("msiinfo", "suminfo", package)}
-        for table in output("msiinfo", "tables", package).decode().split():
-            parts[f"table {table}"] = output("msiinfo", "export", package, table)
-        for stream in output("msiinfo", "streams", package).decode().split():
-            parts[f"stream {stream}"] = output("msiinfo", "extract", package, stream)
+
+        # It writes the pictures of a table into its current folder, besides what it prints.
+        def msiinfo(*arguments):
+            return output("msiinfo", *arguments, folder=folder)
+
+        parts = {"summary": msiinfo("suminfo", package)}
+        for table in msiinfo("tables", package).decode().split():
+            parts[f"table {table}"] = msiinfo("export", package, table)
+        for stream in msiinfo("streams", package).decode().split():
+            parts[f"stream {stream}"] = msiinfo("extract", package, stream)
         for cabinet in [part for part in parts if part.endswith(".cab")]:
             (folder / "cabinet").write_bytes(parts[cabinet])
             parts[f"{cabinet} contents"] = output("cabextract", "-l", folder / "cabinet")
@@ -104,8 +109,8 @@ def package_parts(content):
     return parts
 
 
-def output(*command):
-    return subprocess.run(command, check=True, capture_output=True).stdout
+def output(*command, folder=None):
+    return subprocess.run(command, check=True, capture_output=True, cwd=folder).stdout
 
 
 PARTS = {".exe": program_parts, ".dll": program_parts, ".drv": program_parts, ".debug": program_parts,
