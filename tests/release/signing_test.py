@@ -4,6 +4,7 @@ import pathlib
 import subprocess
 import tempfile
 import unittest
+import zipfile
 
 import made
 import building
@@ -62,6 +63,22 @@ class Signing(unittest.TestCase):
             self.assertIn("https://www.corvane.example/k7400", done.stdout)
             self.assertIn("SHA256", done.stdout)
 
+    def test_the_names_and_sizes_in_the_package_are_signed_too(self):
+        done = self.verified((self.signed / made.PACKAGE.name).read_bytes())
+        self.assertNotIn("MsiDigitalSignatureEx stream doesn't exist", done.stdout + done.stderr)
+
+    def test_the_tools_are_signed_but_not_the_libraries_that_stand_for_others(self):
+        with zipfile.ZipFile(next(self.signed.glob("*-tools-*.zip"))) as archive:
+            signed = {name: self.verified(archive.read(name)).returncode == 0 for name in archive.namelist()
+                      if name.endswith((".exe", ".dll", ".drv"))}
+        self.assertEqual(signed, {"printpath.exe": True, "recorder/recorder.exe": True,
+                                  "simulated-device/rtqewsi.dll": False, "simulated-spooler/winspool.drv": False})
+
+    def test_the_archive_holds_the_signed_files_of_the_package(self):
+        with zipfile.ZipFile(next(self.signed.glob("*-monitor-*.zip"))) as archive:
+            for name in building.PROGRAMS:
+                self.assertEqual(archive.read(name), self.installed(name), name)
+
     def test_a_changed_byte_is_found(self):
         content = bytearray(self.installed("QVK7400SM.exe"))
         content[5000] ^= 1
@@ -71,7 +88,7 @@ class Signing(unittest.TestCase):
         self.assertNotEqual(self.verified((self.unsigned / made.PACKAGE.name).read_bytes()).returncode, 0)
 
     def test_the_notes_say_whether_the_files_are_signed(self):
-        self.assertIn("The programs and the package are signed.", (self.signed / "release-notes.md").read_text())
+        self.assertIn("The package and all programs are signed.", (self.signed / "release-notes.md").read_text())
         self.assertIn("The files are not signed.", (self.unsigned / "release-notes.md").read_text())
 
     def test_who_has_no_key_can_check_what_was_signed(self):

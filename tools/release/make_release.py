@@ -39,8 +39,9 @@ def package(stage, out, epoch, signer=None):
         for place in (parts / "product", parts / "tools", out):
             shutil.copyfile(stage / linked_parts.NOTICES, place / linked_parts.NOTICES)
         if signer:
-            for program in building.PROGRAMS:
-                signer.sign(parts / "product" / program)
+            # Not the simulated libraries: they bear the names of others, and nobody shall take them for those.
+            for program in [*(parts / "product").glob("*.dll"), *parts.rglob("*.exe")]:
+                signer.sign(program)
         installer = file("monitor", "msi")
         msi_package.make(version, epoch, [*(parts / "product").iterdir(), parts / "program.ico"], installer)
         if signer:

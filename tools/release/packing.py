@@ -51,7 +51,8 @@ NOTES = """# Beamline K7400 status monitor {version}
 
 def release_notes(version, changes, signed):
     if signed:
-        text = "The programs and the package are signed."
+        text = ("The package and all programs are signed. The simulated libraries in the ZIP of the tools are not: "
+                "they stand for those of others.")
         more = ("| `SHA256SUMS.unsigned` | checksums before signing: who makes the release again without the "
                 "key gets these |\n")
     else:

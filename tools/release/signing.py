@@ -25,7 +25,10 @@ class Signer:
         """Signs the file in place."""
         with tempfile.TemporaryDirectory() as folder:
             signed = pathlib.Path(folder) / file.name
-            run(f"{file.name} cannot be signed", "osslsigncode", "sign", *self._options, "-in", file, "-out", signed)
+            # The names and sizes of a package's parts are signed too.
+            whole = ["-add-msi-dse"] if file.suffix == ".msi" else []
+            run(f"{file.name} cannot be signed", "osslsigncode", "sign", *self._options, *whole, "-in", file,
+                "-out", signed)
             file.write_bytes(signed.read_bytes())
 
 
