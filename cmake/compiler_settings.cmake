@@ -10,8 +10,9 @@ option(BEAMLINE_COVERAGE "Count executed lines and branches" OFF)
 option(BEAMLINE_RELEASE "The files of a release: with lines for a debugger, without tests" OFF)
 option(BEAMLINE_WINDOWS_UBSAN "Stop a Windows build at undefined behaviour" OFF)
 
+# A release takes no compiled file from a cache, where it might come from another folder or compiler.
 find_program(BEAMLINE_CCACHE ccache)
-if(BEAMLINE_CCACHE)
+if(BEAMLINE_CCACHE AND NOT BEAMLINE_RELEASE)
   # ccache serves sources that use a precompiled header only if it ignores these differences.
   set(CMAKE_CXX_COMPILER_LAUNCHER
     env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${BEAMLINE_CCACHE})

@@ -1,10 +1,13 @@
 """The list of what is linked in, and the notices."""
 import json
 import pathlib
+import re
+import subprocess
 import unittest
 
 import license_expression
 import made
+import building
 import linked_parts
 
 SBOM = json.loads(made.file("monitor", "spdx.json").read_text())
@@ -18,6 +21,29 @@ def related(kind):
             if one["relationshipType"] == kind]
 
 
+def programs_of_the_build():
+    """The programs in the commands of the build, but for those that it has built itself."""
+    folder = made.FIRST / "source" / building.BUILD
+    commands = subprocess.run(["ninja", "-C", folder, "-t", "commands", "printpath_programs"], check=True,
+                              capture_output=True, text=True).stdout
+    return {word for word in re.findall(r"/[^\s;=]*/s?bin/[^\s;]+", commands)
+            if not pathlib.Path(word).is_relative_to(made.FIRST)}
+
+
+def owner(program):
+    """The package of a program, which may be a choice among alternatives, or "no package"."""
+    for path in (pathlib.Path(program), pathlib.Path(program).resolve()):
+        found = subprocess.run(["dpkg", "-S", path], capture_output=True, text=True)
+        if found.returncode == 0:
+            return found.stdout.split(":")[0]
+    return "no package"
+
+
+def field(package, name):
+    return subprocess.run(["dpkg-query", "-W", "-f", f"${{{name}}} ", package], check=True, capture_output=True,
+                          text=True).stdout
+
+
 class BillOfMaterials(unittest.TestCase):
     def test_it_describes_the_monitor_in_its_version(self):
         self.assertEqual(SBOM["spdxVersion"], "SPDX-2.3")
@@ -27,11 +53,34 @@ class BillOfMaterials(unittest.TestCase):
         self.assertEqual(document, "SPDXRef-DOCUMENT")
         self.assertEqual(PACKAGES[monitor]["versionInfo"], made.VERSION)
 
+    def test_it_has_all_that_readers_of_spdx_ask_for(self):
+        for member in ("name", "documentNamespace"):
+            self.assertTrue(SBOM[member], member)
+        for creator in SBOM["creationInfo"]["creators"]:
+            self.assertRegex(creator, "^(Organization|Tool): .")
+        for package in SBOM["packages"]:
+            for member in ("name", "SPDXID", "versionInfo", "downloadLocation", "licenseConcluded", "copyrightText"):
+                self.assertTrue(package[member], f"{member} of {package['SPDXID']}")
+            # True, which holds where it is not said, would ask for a checksum of the package's files.
+            self.assertIs(package["filesAnalyzed"], False, package["SPDXID"])
+        self.assertEqual({one["relationshipType"] for one in SBOM["relationships"]},
+                         {"DESCRIBES", "STATIC_LINK", "BUILD_TOOL_OF"})
+
     def test_it_names_the_run_time_libraries_and_their_versions(self):
         linked = {PACKAGES[other]["name"]: PACKAGES[other] for _, other in related("STATIC_LINK")}
         self.assertLessEqual({"g++-mingw-w64-x86-64-win32", "mingw-w64-x86-64-dev"}, set(linked))
         for name, package in linked.items():
             self.assertEqual(package["versionInfo"], linked_parts.installed(name).version)
+
+    def test_it_names_every_program_that_the_build_has_started(self):
+        tools = {PACKAGES[tool]["name"] for tool, _ in related("BUILD_TOOL_OF")}
+        parts_of_tools = "".join(field(name, "Depends") + field(name, "Pre-Depends") for name in tools)
+        programs = programs_of_the_build()
+        self.assertIn("/usr/bin/x86_64-w64-mingw32-g++-win32", programs)
+        for program in programs:
+            package = owner(program)
+            self.assertTrue(package in tools or package in re.findall(r"[\w.+-]+", parts_of_tools),
+                            f"{program} of {package}")
 
     def test_every_relationship_has_two_ends(self):
         for one in SBOM["relationships"]:
@@ -43,6 +92,7 @@ class BillOfMaterials(unittest.TestCase):
 
     def test_its_licences_are_spdx_or_come_with_their_texts(self):
         own = {info["licenseId"]: info["extractedText"] for info in SBOM["hasExtractedLicensingInfos"]}
+        self.assertEqual(len(own), len(SBOM["hasExtractedLicensingInfos"]), "two texts for one licence")
         self.assertTrue(all(own.values()))
         spdx = license_expression.get_spdx_licensing()
         for package in PACKAGES.values():

@@ -40,10 +40,8 @@ def copy_sources(folder):
 
 
 def build(folder):
-    """Builds the copy of the sources in `folder`. No compiled file is taken from a cache, because it might
-    come from another folder or another version of the compiler."""
     subprocess.run(["sh", "tools/build-quietly.sh", "release", "printpath_programs"], cwd=folder, check=True,
-                   stdin=subprocess.DEVNULL, env={**os.environ, "CCACHE_DISABLE": "1"})
+                   stdin=subprocess.DEVNULL)
 
 
 def version(folder):

@@ -145,6 +145,7 @@ def main(arguments):
     parser.add_argument("--timestamp-server", metavar="URL",
                         help="has the time of signing confirmed, so that signatures outlive the certificate")
     options = parser.parse_args(arguments)
+    os.environ["PATH"] = "/usr/bin:/bin"  # Debian's programs, which the list of parts names
     if not options.sign and (options.password_file or options.timestamp_server):
         parser.error("--password-file and --timestamp-server are for --sign")
     if options.make:
