@@ -104,6 +104,13 @@ class Package(unittest.TestCase):
             self.assertEqual(part, (archive / name).read_bytes(), name)
 
 
+class Pages(unittest.TestCase):
+    def test_administrators_read_of_this_version_and_of_an_update_to_the_next(self):
+        major, minor, patch = map(int, made.VERSION.split("."))
+        page = (made.ROOT / "docs/deployment.md").read_text()
+        self.assertEqual(set(re.findall(r"\b\d+\.\d+\.\d+\b", page)), {made.VERSION, f"{major}.{minor}.{patch + 1}"})
+
+
 class Sums(unittest.TestCase):
     def test_the_checksums_are_of_every_other_file(self):
         done = subprocess.run(["sha256sum", "--check", "--strict", "--quiet", "SHA256SUMS"], cwd=made.OUT,

@@ -1,6 +1,8 @@
 """What the headers and resources of the programs say, as a user gets them."""
+import getpass
 import pathlib
 import re
+import socket
 import subprocess
 import unittest
 
@@ -134,8 +136,10 @@ class Traces(unittest.TestCase):
                     if at >= 0:
                         self.fail(f"{file.name} holds {place}: {content[max(0, at - 40):at + 80]}")
 
-    def test_no_file_names_a_folder_of_the_builder(self):
-        places = [str(made.ROOT), f"{pathlib.Path.home()}/", "/home/", "/root/", "/tmp/"]
+    def test_no_file_names_a_folder_or_the_user_of_the_builder(self):
+        user = getpass.getuser()
+        places = [str(made.ROOT), f"{pathlib.Path.home()}/", "/home/", "/root/", "/tmp/", f"/{user}/",
+                  f"\\{user}\\", f"{user}@{socket.gethostname()}"]
         for folder in (PRODUCT, TOOLS, SYMBOLS, made.OUT):
             self.assert_none(places, folder)
 
