@@ -1,9 +1,11 @@
 // printpath live, with its input through a pipe and with monitor_double.exe.
 #include "tests/tools/printpath_fixture.h"
+#include "tools/printpath/windows/timeline.h"
 
 namespace {
 
 using namespace printpath_test;
+using printpath::Timeline;
 
 constexpr DWORD kPipeBytes = 65536;
 
@@ -74,6 +76,7 @@ TEST_F(LiveTest, WhatWasTypedIsSavedAndPlaysAgain) {
     type("start\nstatus 41100\nwait-dialog nothing within=1\nwait-dialog \"out of paper\"\nsave " +
          file.string() + "\nsave " + file.string() + "\n");
 
+    EXPECT_TRUE(printed("saved; printpath \"" + file.string() + "\" plays it")) << output;
     EXPECT_TRUE(printed("exists already")) << output;
     EXPECT_EQ(play(contents(file)), kAsExpected) << output << contents(file);
     EXPECT_TRUE(printed("> wait-dialog \"out of paper\"")) << output;
@@ -110,6 +113,20 @@ TEST_F(LiveTest, ARepeatedPartThatFailsLeavesTheNextStepsVisible) {
     type("start\nrepeat 2\nstatus 41100,900003\npause 500\nexpect-running\nend\nsay visible\n");
 
     EXPECT_TRUE(printed("> say visible")) << output;
+}
+
+TEST(Prompt, GivesItsLineToWhatIsToldAndMustBeShownAgain) {
+    testing::internal::CaptureStdout();
+    Timeline timeline;
+    timeline.prompt();
+    EXPECT_TRUE(timeline.isPrompting());
+
+    timeline.plain("an alert has opened");
+    timeline.plain("it is still open");
+
+    EXPECT_FALSE(timeline.isPrompting());
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "> \ran alert has opened\nit is still open\n");
 }
 
 TEST_F(LiveTest, ALongWaitSaysThatItGoesOn) {

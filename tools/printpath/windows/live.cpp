@@ -7,7 +7,6 @@
 #include "tools/printpath/windows/text_file.h"
 #include "tools/printpath/windows/wide_text.h"
 
-#include <cstdio>
 #include <iostream>
 #include <optional>
 
@@ -60,25 +59,20 @@ DWORD WINAPI readInto(void* line) noexcept {
     return 0;
 }
 
-void prompt() {
-    if (!isConsole(::GetStdHandle(STD_INPUT_HANDLE))) return;
-    std::fputs("> ", stdout);
-    std::fflush(stdout);
-}
-
 // Tells of dialogs and of the monitor's end while somebody types.
 class Watcher {
 public:
     explicit Watcher(ScenarioRun& run) : _run(run) {}
 
     std::optional<std::string> nextLine() {
-        look();
-        prompt();
+        const bool asks = isConsole(::GetStdHandle(STD_INPUT_HANDLE));
         // Reading waits for the user, so a thread does it.
         std::optional<std::string> line;
         const Handle thread(::CreateThread(nullptr, 0, readInto, &line, 0, nullptr));
-        while (::WaitForSingleObject(thread.get(), kLookEveryMs) == WAIT_TIMEOUT)
+        do {
             look();
+            if (asks && !_run.timeline().isPrompting()) _run.timeline().prompt();
+        } while (::WaitForSingleObject(thread.get(), kLookEveryMs) == WAIT_TIMEOUT);
         return line;
     }
 
@@ -128,7 +122,7 @@ void save(const LiveSession& session, Timeline& timeline, const std::string& nam
         return timeline.problem(name + " exists already; choose another name");
     try {
         writeWholeFile(std::filesystem::absolute(file), std::get<std::string>(saved));
-        timeline.note("saved; printpath " + name + " plays it");
+        timeline.note("saved; printpath \"" + name + "\" plays it");
     } catch (const Failure& failure) {
         timeline.problem(failure.what());
     }

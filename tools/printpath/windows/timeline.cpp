@@ -26,8 +26,15 @@ void Timeline::problem(const std::string& text) {
 }
 
 void Timeline::plain(const std::string& text) {
-    std::fputs((text + "\n").c_str(), stdout);
+    std::fputs(((_prompting ? "\r" : "") + text + "\n").c_str(), stdout);
     std::fflush(stdout);
+    _prompting = false;
+}
+
+void Timeline::prompt() {
+    std::fputs("> ", stdout);
+    std::fflush(stdout);
+    _prompting = true;
 }
 
 void Timeline::print(const char* mark, const std::string& text) {

@@ -21,6 +21,11 @@ public:
     // Prints a line without the time.
     void plain(const std::string& text);
 
+    // Asks for input on a line that stays open. The next printed line takes its place, and then
+    // nothing asks any more.
+    void prompt();
+    bool isPrompting() const { return _prompting; }
+
     // While the timeline is quiet, steps and notes are not printed. So the steps of a repeated part
     // appear only once.
     void setQuiet(bool quiet) { _quiet = quiet; }
@@ -31,6 +36,7 @@ private:
 
     ULONGLONG _begin;
     bool _quiet = false;
+    bool _prompting = false;
 };
 
 // Says now and then how long somebody has waited, so that a long wait does not look like a hang.
