@@ -25,6 +25,16 @@ bool holds(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
+std::size_t longestLine(const std::string& text) {
+    std::size_t longest = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = std::min(text.find('\n', at), text.size());
+        longest = std::max(longest, end - at);
+        at = end + 1;
+    }
+    return longest;
+}
+
 TEST(LiveSession, AStepIsToBePlayedAtOnce) {
     LiveSession session;
 
@@ -191,13 +201,13 @@ TEST(LiveSession, AQuestionMarkAloneListsEveryKeywordInNarrowLines) {
         EXPECT_TRUE(holds(text, " " + std::string(keyword.name)) ||
                     holds(text, "\n" + std::string(keyword.name)))
             << keyword.name;
-    std::size_t longest = 0;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t end = std::min(text.find('\n', at), text.size());
-        longest = std::max(longest, end - at);
-        at = end + 1;
-    }
-    EXPECT_LT(longest, 80U);
+    EXPECT_LT(longestLine(text), 80U);
+}
+
+TEST(LiveSession, ControlsAreListedInNarrowLines) {
+    LiveSession session;
+
+    EXPECT_LT(longestLine(session.take("press ?").text), 80U);
 }
 
 TEST(LiveSession, AQuestionMarkAfterAKeywordTellsWhatMayFollow) {
@@ -207,7 +217,7 @@ TEST(LiveSession, AQuestionMarkAfterAKeywordTellsWhatMayFollow) {
               "wait-alerts <count> [within=...]\n  count: a number from 0 to 100\n"
               "  within: a number from 1 to 600");
     EXPECT_TRUE(holds(session.take("choose ?").text, "one of none, 1-hour, 4-hours"));
-    EXPECT_TRUE(holds(session.take("press ?").text, " ok "));
+    EXPECT_TRUE(holds(session.take("press ?").text, "a number, or one of:\ncancel ok "));
     EXPECT_TRUE(holds(session.take("type-key ?").text, "shift+tab"));
     EXPECT_TRUE(holds(session.take("oem-hex ?").text, "56 45 4C 4F"));
     EXPECT_TRUE(holds(session.take("known-cartridge ?").text, "illegal, foreign"));

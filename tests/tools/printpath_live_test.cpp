@@ -1,5 +1,6 @@
 // printpath live, with its input through a pipe and with monitor_double.exe.
 #include "tests/tools/printpath_fixture.h"
+#include "tools/printpath/live_session.h"
 #include "tools/printpath/windows/timeline.h"
 
 namespace {
@@ -113,6 +114,16 @@ TEST_F(LiveTest, ARepeatedPartThatFailsLeavesTheNextStepsVisible) {
     type("start\nrepeat 2\nstatus 41100,900003\npause 500\nexpect-running\nend\nsay visible\n");
 
     EXPECT_TRUE(printed("> say visible")) << output;
+}
+
+TEST_F(LiveTest, TheExampleOfTheHelpIsPlayedAsItStands) {
+    const std::string help = printpath::liveHelp();
+    const std::size_t begin = help.find("\n  ");
+
+    type(help.substr(begin, help.find("\n\n") - begin) + "\n");
+
+    EXPECT_TRUE(printed("ended with exit code 0")) << output;
+    EXPECT_FALSE(printed("!!")) << output;
 }
 
 TEST(Prompt, GivesItsLineToWhatIsToldAndMustBeShownAgain) {

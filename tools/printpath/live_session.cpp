@@ -46,10 +46,9 @@ std::string valuesOf(const Parameter& parameter) {
         case ValueKind::Hex:
             return "bytes, such as \"56 45 4C 4F\"";
         case ValueKind::Control:
-            words = "a number, or one of:";
             for (const ControlName& control : controlNames())
                 appendWord(words, control.name);
-            return words;
+            return "a number, or one of:\n" + words;
         case ValueKind::Choice:
             return "one of " + words;
         case ValueKind::Choices:
@@ -141,6 +140,7 @@ const char* liveHelp() {
   printer "Beamline K7400" USB001
   document-start 7 "Annual report.pdf"
   status 41100
+  wait-dialog "out of paper"
   press ok
   hang-up
   expect-exit 0
