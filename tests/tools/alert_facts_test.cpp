@@ -170,9 +170,10 @@ TEST(AlertFacts, TellTheRuleOfAnAlertThatComesOnce) {
 
 TEST(AlertFacts, TellWhichAlertsShareTheirOnce) {
     EXPECT_EQ(alert("cartridge-not-recognized").rules.at(1),
-              "Does not come for a cartridge that has had “" +
-                  alert("cartridge-memory-error").headline + "”.");
-    EXPECT_NE(alert("welcome").rules.at(1).find(alert("illegal-cartridge").headline),
+              "Does not come for a cartridge that has had “There is a problem with the memory of "
+              "the toner cartridge”.");
+    EXPECT_NE(alert("welcome").rules.at(1).find("“The printer does not recognize the toner "
+                                                "cartridge”."),
               std::string::npos);
 }
 

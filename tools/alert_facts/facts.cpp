@@ -38,8 +38,8 @@ struct Key {
 };
 
 Key keyOf(WindowHandle window) {
-    const auto* dialog = static_cast<DefaultStatusDialog*>(headless::find(window)->dialog);
-    Key key{dialog->dialogType(), 0};
+    const auto& dialog = dynamic_cast<DefaultStatusDialog&>(*headless::find(window)->dialog);
+    Key key{dialog.dialogType(), 0};
     if (key.type == AlertType::GenericStatus)
         key.message = idOf(headless::control(window, IDC_ALERT_MESSAGE).text);
     return key;
@@ -288,7 +288,9 @@ private:
             Scene scene;
             scene.texts = &_english;
             const TextsByRole texts = textsOfLook(*lookOf(before, scene));
-            others.push_back("“" + headlineOf(texts, _statuses.at(other)) + "”");
+            std::string headline = headlineOf(texts, _statuses.at(other));
+            if (headline.ends_with('.')) headline.pop_back();  // the sentence around it goes on
+            others.push_back("“" + headline + "”");
         }
         if (others.empty()) return;
         alert.rules.push_back("Does not come for a cartridge that has had " +
