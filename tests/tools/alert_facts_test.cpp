@@ -261,6 +261,16 @@ TEST(AlertFacts, AreAnObjectForThePage) {
     EXPECT_TRUE(page["alerts"].back()["type"].is_null());
 }
 
+TEST(AlertFacts, SayWhichSourceIsMissing) {
+    try {
+        static_cast<void>(alert_facts::collectFacts("no such folder"));
+        FAIL() << "facts without sources";
+    } catch (const std::runtime_error& error) {
+        EXPECT_EQ(error.what(),
+                  std::string("no such folder/printer/status_codes.h cannot be read"));
+    }
+}
+
 TEST(AlertsPage, IsWhatTheProgramDoes) {
     std::ifstream file(kSources / "docs/alerts.md");
     const std::string page{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};

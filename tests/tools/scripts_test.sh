@@ -170,6 +170,7 @@ test_of_stubs() {
 check "./run --help explains stories" 0 'SCENARIO' ./run --help
 check "./run --list lists every story with its text" 0 '^all$' every_story_is_listed
 check "./run refuses an unknown option" 2 'no option --sideways' ./run --sideways
+check "./run alerts refuses an unknown form" 2 'there is no xml' ./run alerts xml
 check "./run refuses an unknown story" 2 'no story never-told' ./run never-told
 check "./run gallery refuses a scale that there is not" 2 'not 100' ./run gallery --dpi 100
 check "./run gallery wants a folder" 2 'into needs a folder' ./run gallery --into
