@@ -132,6 +132,15 @@ TEST(TraceFileTest, AFileThatAnotherProcessHasSetAsideIsNotSetAsideAgain) {
     ::DeleteFileA(elsewhere.c_str());
 }
 
+TEST(TraceFileTest, ATraceThatBeginsANewFileLeavesTheLastErrorAlone) {
+    fillFile();
+    ::SetLastError(ERROR_BROKEN_PIPE);
+
+    platform::trace("between a call and its error");
+
+    EXPECT_EQ(::GetLastError(), static_cast<DWORD>(ERROR_BROKEN_PIPE));
+}
+
 // The last test of this program: after it the trace is off.
 TEST(TraceFileTest, WhereTheFullFileCannotBeSetAsideTheTraceEnds) {
     fillFile();
