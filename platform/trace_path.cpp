@@ -21,7 +21,9 @@ std::wstring tracePath(std::wstring_view pattern, std::uint32_t processId,
             path += value;
             at = end + 1;
         } else if (at + 1 < pattern.size() && pattern[at + 1] == kProcess) {
-            path += std::to_wstring(processId);
+            // Not std::to_wstring, which brings the library's wide printf, 8 KiB of the program.
+            const std::string number = std::to_string(processId);
+            path.append(number.begin(), number.end());
             at += 2;
         } else {
             path += pattern[at++];

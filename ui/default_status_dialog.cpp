@@ -197,7 +197,9 @@ void DefaultStatusDialog::nameControls(WindowHandle window) const {
                              _printerName.empty() ? text(IDS_NAME_PRINTER_PICTURE) : _printerName);
     for (std::size_t step = 0; step < kDuplexSteps; ++step) {
         const auto named = [this, step](std::uint32_t name) {
-            return formatText(text(name), {std::to_wstring(step + 1)}, kTextUnits);
+            // Steps have one digit. std::to_wstring would bring the library's wide printf, 8 KiB.
+            const std::wstring number(1, static_cast<wchar_t>(L'1' + step));
+            return formatText(text(name), {number}, kTextUnits);
         };
         dialog_controls::setName(window, kDuplexIconControls[step], named(IDS_NAME_STEP));
         dialog_controls::setName(window, kDuplexPictureControls[step],
