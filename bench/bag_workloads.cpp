@@ -59,7 +59,7 @@ std::uint64_t bagCycleReference(long times) {
         sum += of(plain::get(bag, L"mediaType", std::string("A4")));
 
         plain::set(bag, L"docName", std::string(kOtherDocument));
-        bag.erase(L"printerName");
+        plain::remove(bag, L"printerName");
     }
     return sum;
 }

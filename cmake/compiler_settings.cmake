@@ -82,6 +82,15 @@ function(add_layer name)
   endif()
 endfunction()
 
+# compile_for_speed(SOURCES...): for sources that work for every message. All others are compiled for size, or
+# the program would be larger than its limit. The preset "host", which the benchmarks use, compiles everything
+# as these are compiled here, except that the starts of functions and loops are not aligned here: that saves
+# 4 KiB and costs no instructions.
+function(compile_for_speed)
+  set_property(SOURCE ${ARGN} APPEND PROPERTY COMPILE_OPTIONS
+    "$<$<CONFIG:MinSizeRel>:-O2;-fno-align-functions;-fno-align-jumps;-fno-align-loops;-fno-align-labels>")
+endfunction()
+
 # mingw-w64 has no run-time library for this sanitizer, so every program links our own.
 if(WIN32 AND BEAMLINE_WINDOWS_UBSAN)
   add_compile_options(-g -fsanitize=undefined -fno-sanitize=vptr)
