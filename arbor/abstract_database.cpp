@@ -46,7 +46,7 @@ bool AbstractDatabase::contains(const wchar_t* key1, const wchar_t* key2) {
 
 bool AbstractDatabase::contains(const wchar_t* flatKey) {
     const ScopedLock lock(*this);
-    return _entries.contains(Entries::KeyView(flatKey));
+    return _entries.contains(flatKey);
 }
 
 bool AbstractDatabase::contains(std::uint32_t id) {
@@ -66,7 +66,7 @@ IProperty* AbstractDatabase::get(const wchar_t* key1, const wchar_t* key2) {
 
 IProperty* AbstractDatabase::get(const wchar_t* flatKey) {
     const ScopedLock lock(*this);
-    return orNull(_entries.get(Entries::KeyView(flatKey), nullptr));
+    return orNull(_entries.get(flatKey, nullptr));
 }
 
 IProperty* AbstractDatabase::get(std::uint32_t id) {
@@ -83,16 +83,15 @@ bool AbstractDatabase::set(const wchar_t* key1, const wchar_t* key2, IProperty* 
 bool AbstractDatabase::set(const wchar_t* flatKey, IProperty* property,
                            DatabaseObserver* observer) try {
     if (!NullProperty::mayBeAdopted(property)) return false;
-    const Entries::KeyView key(flatKey);
     std::unique_ptr<IProperty> replaced;  // declared before the lock: destroyed after it
     const ScopedLock lock(*this);
 
-    int symbol = _entries.symbolOf(key);
-    if (symbol != Entries::kNoSymbol) {
-        replaced = exchanged(symbol, property);
+    Entries::Taken old;
+    const int symbol = _entries.set(flatKey, property, old);
+    if (old.found()) {
+        replaced = replacedBy(property, old);
         return true;
     }
-    symbol = _entries.insert(key, property);
     if (symbol == Entries::kNoSymbol || observer == nullptr) return symbol != Entries::kNoSymbol;
     try {
         _observers[static_cast<std::uint32_t>(symbol)].push_back(observer);
@@ -100,7 +99,7 @@ bool AbstractDatabase::set(const wchar_t* flatKey, IProperty* property,
         // An entry without its observer would be half of what the caller wanted: take it back.
         // Equally right after the next: nobody can look before both are gone.
         _observers.erase(static_cast<std::uint32_t>(symbol));
-        _entries.erase(key);
+        _entries.take(symbol);
         return false;
     }
     return true;
@@ -112,15 +111,15 @@ bool AbstractDatabase::set(std::uint32_t id, IProperty* property, DatabaseObserv
     if (!NullProperty::mayBeAdopted(property)) return false;
     std::unique_ptr<IProperty> replaced;  // declared before the lock: destroyed after it
     const ScopedLock lock(*this);
-    if (!_entries.contains(static_cast<int>(id))) return false;
-    replaced = exchanged(static_cast<int>(id), property);
-    return true;
+    const Entries::Taken old = _entries.exchange(static_cast<int>(id), property);
+    replaced = replacedBy(property, old);
+    return old.found();
 }
 
-std::unique_ptr<IProperty> AbstractDatabase::exchanged(int symbol, IProperty* property) {
-    IProperty* old = _entries.exchange(symbol, property);
+std::unique_ptr<IProperty> AbstractDatabase::replacedBy(const IProperty* property,
+                                                        const Entries::Taken& old) {
     // The caller may hand in what get() gave for this very entry: then nothing is replaced.
-    return std::unique_ptr<IProperty>(old != property ? old : nullptr);
+    return std::unique_ptr<IProperty>(old.value != property ? old.value : nullptr);
 }
 
 bool AbstractDatabase::remove(const wchar_t* key1, const wchar_t* key2) {
@@ -130,24 +129,19 @@ bool AbstractDatabase::remove(const wchar_t* key1, const wchar_t* key2) {
 bool AbstractDatabase::remove(const wchar_t* flatKey) {
     std::unique_ptr<IProperty> removed;  // declared before the lock: destroyed after it
     const ScopedLock lock(*this);
-    const Entries::KeyView key(flatKey);
-    const auto id = static_cast<std::uint32_t>(_entries.symbolOf(key));
-    const Entries::Taken taken = _entries.take(key);
-    removed.reset(taken.value);
-    return forget(taken, id);
+    return forget(_entries.take(flatKey), removed);
 }
 
 bool AbstractDatabase::remove(std::uint32_t id) {
     std::unique_ptr<IProperty> removed;  // declared before the lock: destroyed after it
     const ScopedLock lock(*this);
-    const Entries::Taken taken = _entries.take(static_cast<int>(id));
-    removed.reset(taken.value);
-    return forget(taken, id);
+    return forget(_entries.take(static_cast<int>(id)), removed);
 }
 
-bool AbstractDatabase::forget(const Entries::Taken& taken, std::uint32_t id) {
-    if (taken.found) _observers.erase(id);
-    return taken.found;
+bool AbstractDatabase::forget(const Entries::Taken& taken, std::unique_ptr<IProperty>& removed) {
+    removed.reset(taken.value);
+    if (taken.found()) _observers.erase(static_cast<std::uint32_t>(taken.symbol));
+    return taken.found();
 }
 
 void AbstractDatabase::addObserver(DatabaseObserver* observer) {
@@ -157,7 +151,7 @@ void AbstractDatabase::addObserver(DatabaseObserver* observer) {
 
 void AbstractDatabase::addObserver(DatabaseObserver* observer, const wchar_t* flatKey) {
     const ScopedLock lock(*this);
-    const int symbol = _entries.symbolOf(Entries::KeyView(flatKey));
+    const int symbol = _entries.symbolOf(flatKey);
     if (symbol != Entries::kNoSymbol) {
         _observers[static_cast<std::uint32_t>(symbol)].push_back(observer);
     }

@@ -50,10 +50,13 @@ public:
     [[nodiscard]] const Observers& observers() const noexcept ARBOR_UNCHECKED { return _observers; }
 
 private:
-    // Puts `property` under the symbol and returns what must be destroyed after the lock, or null.
-    [[nodiscard]] std::unique_ptr<IProperty> exchanged(int symbol, IProperty* property)
+    // What must be destroyed after the lock when `property` stands where `old` stood; may be null.
+    [[nodiscard]] static std::unique_ptr<IProperty> replacedBy(const IProperty* property,
+                                                               const Entries::Taken& old);
+    // The end of remove(): the observers go too, and the caller destroys what was `removed` after
+    // the lock.
+    bool forget(const Entries::Taken& taken, std::unique_ptr<IProperty>& removed)
         ARBOR_REQUIRES(this);
-    bool forget(const Entries::Taken& taken, std::uint32_t id) ARBOR_REQUIRES(this);
 
     Observers _observers ARBOR_GUARDED_BY(this);  // not owned
 };

@@ -2,9 +2,12 @@
 
 #include "arbor/key_text.h"
 #include "arbor/small_vector.h"
+#include "arbor/sorted_positions.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
@@ -12,10 +15,11 @@
 namespace arbor {
 
 // A map with two keys to each value: the full key of the caller and a symbol that the dictionary
-// issues. Values are not owned. Nearly always it holds a handful of entries, so they are stored
-// inline and found by linear search, which is faster than any tree for so few. A dictionary that
-// outgrows its inline storage is sorted by full key from then on and uses binary search. Not
-// locked: nobody may read while another thread writes.
+// issues. Values are not owned. Entries are in no order. Nearly always there is a handful of them,
+// so they are stored inline and found by linear search, which is faster than any tree for so few. A
+// dictionary that outgrows its inline storage sorts their positions by key and by symbol from then
+// on and uses binary search. Each operation searches once. Not locked: nobody may read while
+// another thread writes.
 template <typename Key, typename Value, typename Symbol, Symbol MaxSymbol, Symbol MinSymbol>
 class dictionary {
     using Char = typename Key::value_type;
@@ -26,8 +30,10 @@ public:
 
     // What an entry held that was taken out of the dictionary.
     struct Taken {
-        bool found = false;
+        Symbol symbol = kNoSymbol;
         Value value{};
+
+        [[nodiscard]] bool found() const noexcept { return symbol != kNoSymbol; }
     };
 
     dictionary() = default;
@@ -93,40 +99,51 @@ public:
         return entry != nullptr ? entry->symbol : add(key, value);
     }
 
-    // Takes out what stands under the key, into `old`, and inserts the value with a new symbol.
-    // kNoSymbol, and nothing under the key, when no symbol is left. Where the key is present this
-    // needs no memory; bad_alloc changes nothing.
-    Symbol replace(const Char* key, Value value, Taken& old) {
+    // Puts the value under the key, with a new symbol, and what stood there into `old`. kNoSymbol,
+    // and nothing under the key, when no symbol is left. Where the key is present this needs no
+    // memory; bad_alloc changes nothing.
+    Symbol replace(KeyView key, Value value, Taken& old) {
         Entry* entry = entryOf(key);
-        if (entry == nullptr) return add(KeyView(key), value);
-        old = Taken{true, entry->value};
+        if (entry == nullptr) return add(key, value);
+        old = exchanged(entry, value);
+        if (_orders != nullptr) [[unlikely]]
+            _orders->bySymbol.erase(_entries.begin(), positionOf(*entry));
         entry->symbol = kNoSymbol;  // allocateSymbol() may give the old symbol out again
-        entry->value = value;
-        entry->symbol = allocateSymbol();
-        if (entry->symbol != kNoSymbol) return entry->symbol;
-        remove(entry);
-        return kNoSymbol;
+        return giveSymbol(*entry);
     }
 
-    // Puts another value under a symbol; returns the old value. The symbol must be in use.
-    Value exchange(Symbol symbol, Value value) noexcept {
-        return std::exchange(entryOf(symbol)->value, value);
+    // The same, but a key that is present keeps its symbol.
+    Symbol set(KeyView key, Value value, Taken& old) {
+        Entry* entry = entryOf(key);
+        if (entry == nullptr) return add(key, value);
+        old = exchanged(entry, value);
+        return old.symbol;
+    }
+
+    // Puts another value under the symbol, if it is in use; returns what stood there.
+    Taken exchange(Symbol symbol, Value value) noexcept {
+        return exchanged(entryOf(symbol), value);
     }
 
     // Removes the entry; the value is not destroyed.
-    Taken take(KeyView key) noexcept { return takeOut(entryOf(key)); }
-    Taken take(const Char* key) noexcept { return takeOut(entryOf(key)); }
-    Taken take(Symbol symbol) noexcept { return takeOut(entryOf(symbol)); }
+    template <typename AnyKey>
+    Taken take(AnyKey key) noexcept {
+        Entry* entry = entryOf(key);
+        if (entry == nullptr) return {};
+        const Taken taken{entry->symbol, entry->value};
+        remove(*entry);
+        return taken;
+    }
 
-    bool erase(KeyView key) noexcept { return take(key).found; }
+    bool erase(KeyView key) noexcept { return take(key).found(); }
 
     // Calls `visit(key, symbol, value)` for every entry in the order of the keys; `key` is a view.
     template <typename Visit>
     void forEach(Visit visit) const {
         const Entry* last = nullptr;
         for (std::size_t visited = 0; visited < _entries.size(); ++visited) {
-            last = isSorted() ? &_entries[visited] : nextAfter(last);
-            visit(last->key.view(), last->symbol, last->value);
+            last = _orders != nullptr ? &_entries[_orders->byKey[visited]] : nextAfter(last);
+            visit(last->name(), last->symbol, last->value);
         }
     }
 
@@ -137,65 +154,62 @@ public:
             visit(entry.value);
     }
 
-    void clear() noexcept { _entries.clear(); }
-
 private:
     struct Entry {
         Entry(KeyView itsKey, Value itsValue) : key(itsKey), value(itsValue) {}
+
+        [[nodiscard]] KeyView name() const noexcept { return key.view(); }
+        [[nodiscard]] bool has(KeyView wanted) const noexcept { return key == wanted; }
+        [[nodiscard]] bool has(const Char* wanted) const noexcept { return key == wanted; }
+        [[nodiscard]] bool has(Symbol wanted) const noexcept { return symbol == wanted; }
 
         KeyText<Char> key;
         Symbol symbol = kNoSymbol;
         Value value;
     };
     static constexpr std::size_t kInlineEntries = 5;  // an ordinary message carries no more
+    using Entries = SmallVector<Entry, kInlineEntries>;
 
-    [[nodiscard]] bool isSorted() const noexcept { return _entries.isOnHeap(); }
+    // What a dictionary of many entries is searched by.
+    struct Orders {
+        explicit Orders(const Entries& entries) {
+            for (std::uint32_t position = 0; position < entries.size(); ++position) {
+                byKey.insert(entries.begin(), position);
+                bySymbol.insert(entries.begin(), position);
+            }
+        }
+
+        SortedPositions<Entry, &Entry::name> byKey;
+        SortedPositions<Entry, &Entry::symbol> bySymbol;
+    };
 
     [[nodiscard]] const Entry* entryOf(KeyView key) const noexcept {
-        return isSorted() ? binarySearch(key) : linearSearch(key);
+        if (_orders != nullptr) [[unlikely]]
+            return _orders->byKey.find(_entries.begin(), key);
+        return firstWith(key);
     }
-
-    // For a terminated key. Its length is counted only when some entry begins with the same unit:
-    // most lookups ask for a key that is absent.
+    // For a terminated key.
     [[nodiscard]] const Entry* entryOf(const Char* key) const noexcept {
-        if (isSorted()) [[unlikely]]
-            return binarySearch(KeyView(key));
-        for (const Entry& entry : _entries) {
-            if (entry.key.first() == *key) return linearSearch(KeyView(key));
-        }
-        return nullptr;
+        if (_orders != nullptr) [[unlikely]]
+            return _orders->byKey.find(_entries.begin(), KeyView(key));
+        return firstWith(key);
     }
-
-    [[nodiscard]] const Entry* binarySearch(KeyView key) const noexcept {
-        const std::size_t place = lowerBound(key);
-        const bool found = place < _entries.size() && _entries[place].key == key;
-        return found ? &_entries[place] : nullptr;
-    }
-
-    [[nodiscard]] const Entry* linearSearch(KeyView key) const noexcept {
-        for (const Entry& entry : _entries) {
-            if (entry.key == key) return &entry;
-        }
-        return nullptr;
-    }
-
     [[nodiscard]] const Entry* entryOf(Symbol symbol) const noexcept {
-        for (const Entry& entry : _entries) {
-            if (entry.symbol == symbol) return &entry;
-        }
-        return nullptr;
+        if (_orders != nullptr) [[unlikely]]
+            return _orders->bySymbol.find(_entries.begin(), symbol);
+        return firstWith(symbol);
     }
-
     template <typename AnyKey>
     [[nodiscard]] Entry* entryOf(AnyKey key) noexcept {
         return const_cast<Entry*>(std::as_const(*this).entryOf(key));
     }
 
-    [[nodiscard]] std::size_t lowerBound(KeyView key) const noexcept {
-        const Entry* place = std::lower_bound(
-            _entries.begin(), _entries.end(), key,
-            [](const Entry& entry, KeyView wanted) { return entry.key.view() < wanted; });
-        return static_cast<std::size_t>(place - _entries.begin());
+    template <typename AnyKey>
+    [[nodiscard]] const Entry* firstWith(AnyKey key) const noexcept {
+        for (const Entry& entry : _entries) {
+            if (entry.has(key)) return &entry;
+        }
+        return nullptr;
     }
 
     // The entry with the next key after that of `last`; with the smallest key when `last` is null.
@@ -203,8 +217,8 @@ private:
     [[nodiscard]] const Entry* nextAfter(const Entry* last) const noexcept {
         const Entry* next = nullptr;
         for (const Entry& entry : _entries) {
-            if (last != nullptr && entry.key.view() <= last->key.view()) continue;
-            if (next == nullptr || entry.key.view() < next->key.view()) next = &entry;
+            if (last != nullptr && entry.name() <= last->name()) continue;
+            if (next == nullptr || entry.name() < next->name()) next = &entry;
         }
         return next;
     }
@@ -212,48 +226,63 @@ private:
     // The key must be absent. All that may throw is done before the symbol is issued, so a failure
     // costs no symbol.
     Symbol add(KeyView key, Value value) {
-        if (_entries.size() >= kInlineEntries || isSorted()) [[unlikely]] {
-            return addSorted(key, value);
-        }
+        if (_entries.isFull()) [[unlikely]]
+            makeRoom();
         Entry& entry = _entries.emplaceReserved(key, value);
-        const Symbol symbol = allocateSymbol();
-        entry.symbol = symbol;
-        if (symbol == kNoSymbol) [[unlikely]]
-            remove(&entry);
-        return symbol;
+        if (_orders != nullptr) [[unlikely]]
+            _orders->byKey.insert(_entries.begin(), positionOf(entry));
+        return giveSymbol(entry);
     }
 
     // A function of its own, so that the compiler can expand the common case in its callers.
-    Symbol addSorted(KeyView key, Value value) {
-        if (_entries.reserveOneMore()) {
-            std::sort(_entries.begin(), _entries.end(), [](const Entry& left, const Entry& right) {
-                return left.key.view() < right.key.view();
-            });
-        }
-        const std::size_t place = lowerBound(key);
-        Entry& entry = _entries.emplaceReserved(key, value);
-        const Symbol symbol = allocateSymbol();
-        entry.symbol = symbol;
-        if (symbol != kNoSymbol) {
-            _entries.moveLastTo(place);
-        } else {
-            remove(&entry);
-        }
-        return symbol;
+    void makeRoom() {
+        if (_orders == nullptr) _orders = std::make_unique<Orders>(_entries);
+        _orders->byKey.reserve(2 * _entries.size());
+        _orders->bySymbol.reserve(2 * _entries.size());
+        _entries.reserveOneMore();
     }
 
-    Taken takeOut(Entry* entry) noexcept {
+    // Issues a symbol to an entry that has none. When none is left, the entry goes.
+    Symbol giveSymbol(Entry& entry) {
+        entry.symbol = allocateSymbol();
+        if (entry.symbol == kNoSymbol) [[unlikely]] {
+            remove(entry);
+            return kNoSymbol;
+        }
+        if (_orders != nullptr) [[unlikely]]
+            _orders->bySymbol.insert(_entries.begin(), positionOf(entry));
+        return entry.symbol;
+    }
+
+    static Taken exchanged(Entry* entry, Value value) noexcept {
         if (entry == nullptr) return {};
-        const Taken taken{true, entry->value};
-        remove(entry);
-        return taken;
+        return Taken{entry->symbol, std::exchange(entry->value, value)};
     }
 
-    void remove(Entry* entry) noexcept {
-        _entries.erase(static_cast<std::size_t>(entry - _entries.begin()));
+    // The last entry fills the gap.
+    void remove(const Entry& entry) noexcept {
+        const std::uint32_t gap = positionOf(entry);
+        if (_orders != nullptr) [[unlikely]]
+            leaveOrders(gap);
+        _entries.eraseUnordered(gap);
     }
 
-    SmallVector<Entry, kInlineEntries> _entries;
+    void leaveOrders(std::uint32_t gap) noexcept {
+        const Entry* entries = _entries.begin();
+        _orders->byKey.erase(entries, gap);
+        if (entries[gap].symbol != kNoSymbol) _orders->bySymbol.erase(entries, gap);
+        const auto last = static_cast<std::uint32_t>(_entries.size() - 1);
+        if (gap == last) return;
+        _orders->byKey.renumber(entries, last, gap);
+        _orders->bySymbol.renumber(entries, last, gap);
+    }
+
+    [[nodiscard]] std::uint32_t positionOf(const Entry& entry) const noexcept {
+        return static_cast<std::uint32_t>(&entry - _entries.begin());
+    }
+
+    Entries _entries;
+    std::unique_ptr<Orders> _orders;  // null until the entries outgrow the inline storage
     Symbol _lowestSymbol = MaxSymbol;
     Symbol _highestSymbol = MinSymbol;
 };

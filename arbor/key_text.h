@@ -8,8 +8,9 @@
 
 namespace arbor {
 
-// The key of one entry, owned. Keys are short words, so they are stored inline, in the object
-// itself; only a longer key needs memory from the heap. A move never allocates.
+// The key of one entry, owned. It contains no terminator. Keys are short words, so they are stored
+// inline, in the object itself; only a longer key needs memory from the heap. A move never
+// allocates.
 template <typename Char>
 class KeyText {
     static_assert(std::is_trivially_copyable_v<Char>);
@@ -39,14 +40,22 @@ public:
 
     [[nodiscard]] View view() const noexcept { return View(data(), _units); }
 
+    // The first unit is kept beside the key, because it tells most keys apart.
     friend bool operator==(const KeyText& key, View text) noexcept {
-        return key._units == text.size() &&
-               (key._units == 0 ||
+        if (key._units != text.size()) return false;
+        return key._units == 0 ||
+               (key._first == text.front() &&
                 std::memcmp(key.data(), text.data(), key._units * sizeof(Char)) == 0);
     }
-    // The first unit, kept beside the key: it tells most keys apart without looking at the rest.
-    // The terminator when the key is empty.
-    [[nodiscard]] Char first() const noexcept { return _first; }
+    // For a terminated text. Its length is not counted, because most lookups ask for an absent key.
+    friend bool operator==(const KeyText& key, const Char* text) noexcept {
+        if (key._first != *text) return false;
+        const Char* own = key.data();
+        for (std::size_t unit = 1; unit < key._units; ++unit) {
+            if (own[unit] != text[unit]) return false;
+        }
+        return text[key._units] == Char{};
+    }
 
 private:
     [[nodiscard]] const Char* data() const noexcept {

@@ -70,20 +70,17 @@ bool PropertyHolder::adoptProperty(const wchar_t* key, IProperty* property) try 
 
 bool PropertyHolder::setProperty(const wchar_t* key, const IProperty* property) try {
     if (property == nullptr) return false;
-    const Entries::KeyView name(key);
     std::unique_ptr<IProperty> copy(Property::clone(*property));
     if (copy == nullptr) return false;
     std::unique_ptr<IProperty> replaced;  // declared before the lock: destroyed after it
     const ScopedLock lock(*this);
 
-    const int symbol = _entries.symbolOf(name);
-    if (symbol != Entries::kNoSymbol) {
-        replaced.reset(_entries.exchange(symbol, copy.release()));
-        return true;
-    }
+    Entries::Taken old;
+    const int symbol = _entries.set(key, copy.get(), old);
     // Equally right with true: a bag with two thousand million entries does not exist.
-    if (_entries.insert(name, copy.get()) == Entries::kNoSymbol) return false;
+    if (symbol == Entries::kNoSymbol) return false;
     static_cast<void>(copy.release());
+    replaced.reset(old.value);
     return true;
 } catch (const std::bad_alloc&) {
     return false;
@@ -94,7 +91,7 @@ bool PropertyHolder::removeProperty(const wchar_t* key) {
     const ScopedLock lock(*this);
     const Entries::Taken taken = _entries.take(key);
     removed.reset(taken.value);
-    return taken.found;
+    return taken.found();
 }
 
 std::int32_t PropertyHolder::getInt(const wchar_t* key, std::int32_t defaultValue) const {

@@ -33,16 +33,11 @@ public:
     [[nodiscard]] T& operator[](std::size_t index) noexcept { return _elements[index]; }
     [[nodiscard]] const T& operator[](std::size_t index) const noexcept { return _elements[index]; }
 
-    // Whether the elements have outgrown the inline storage. They never go back.
-    [[nodiscard]] bool isOnHeap() const noexcept { return _capacity != Inline; }
+    [[nodiscard]] bool isFull() const noexcept { return _size == _capacity; }
 
-    // Makes sure that the next append needs no memory. True when the elements have just moved from
-    // the inline storage to the heap. May throw std::bad_alloc.
-    bool reserveOneMore() {
-        if (_size < _capacity) return false;
-        const bool wasOnHeap = isOnHeap();
-        grow(_capacity * 2);
-        return !wasOnHeap;
+    // Makes sure that the next append needs no memory. May throw std::bad_alloc.
+    void reserveOneMore() {
+        if (isFull()) grow(_capacity * 2);
     }
 
     void append(T element) {
@@ -59,17 +54,18 @@ public:
         return *element;
     }
 
-    // Puts the last element before the one at `index`.
-    void moveLastTo(std::size_t index) noexcept {
-        for (std::size_t last = _size - 1; last > index; --last)
-            std::swap(_elements[last], _elements[last - 1]);
-    }
-
     void erase(std::size_t index) noexcept {
         for (std::size_t next = index + 1; next < _size; ++next) {
             _elements[next - 1] = std::move(_elements[next]);
         }
         --_size;
+        _elements[_size].~T();
+    }
+
+    // Fills the gap with the last element: cheaper than erase(), and the order is lost.
+    void eraseUnordered(std::size_t index) noexcept {
+        --_size;
+        if (index != _size) _elements[index] = std::move(_elements[_size]);
         _elements[_size].~T();
     }
 

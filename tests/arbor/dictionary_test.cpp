@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <map>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -177,9 +180,41 @@ TEST(DictionaryTest, ExchangeKeepsKeyAndSymbol) {
     Words words;
     const int symbol = words.insert(L"a", &one);
 
-    EXPECT_EQ(words.exchange(symbol, &two), &one);
+    const Words::Taken old = words.exchange(symbol, &two);
+
+    EXPECT_EQ(old.symbol, symbol);
+    EXPECT_EQ(old.value, &one);
     EXPECT_EQ(words.get(L"a"), &two);
     EXPECT_EQ(words.symbolOf(L"a"), symbol);
+}
+
+TEST(DictionaryTest, ExchangeOfAnAbsentSymbolStoresNothing) {
+    Words words;
+
+    EXPECT_FALSE(words.exchange(2, &two).found());
+    EXPECT_EQ(words.size(), 0U);
+}
+
+TEST(DictionaryTest, SetKeepsTheSymbolOfAPresentKeyAndGivesItsOldValueOut) {
+    Words words;
+    const int symbol = words.insert(L"a", &one);
+
+    Words::Taken old;
+    EXPECT_EQ(words.set(L"a", &two, old), symbol);
+
+    EXPECT_EQ(old.value, &one);
+    EXPECT_EQ(words.get(symbol), &two);
+    EXPECT_EQ(words.get(L"a"), &two);
+}
+
+TEST(DictionaryTest, SetInsertsAnAbsentKey) {
+    Words words;
+
+    Words::Taken old;
+    EXPECT_EQ(words.set(L"a", &one, old), 2);
+
+    EXPECT_FALSE(old.found());
+    EXPECT_EQ(words.get(L"a"), &one);
 }
 
 TEST(DictionaryTest, FewEntriesAreVisitedInOrderOfTheirKeysToo) {
@@ -200,7 +235,7 @@ TEST(DictionaryTest, ReplacedKeyGetsANewSymbolAndGivesItsOldValueOut) {
     Words::Taken old;
     EXPECT_EQ(words.replace(L"a", &two, old), 3);
 
-    EXPECT_TRUE(old.found);
+    EXPECT_TRUE(old.found());
     EXPECT_EQ(old.value, &one);
     EXPECT_EQ(words.get(L"a"), &two);
     EXPECT_EQ(words.size(), 1U);
@@ -212,7 +247,7 @@ TEST(DictionaryTest, ReplacingAnAbsentKeyInsertsIt) {
     Words::Taken old;
     EXPECT_EQ(words.replace(L"a", &one, old), 2);
 
-    EXPECT_FALSE(old.found);
+    EXPECT_FALSE(old.found());
     EXPECT_EQ(words.get(L"a"), &one);
 }
 
@@ -263,4 +298,74 @@ TEST(DictionaryTest, LongKeysSurviveTheRemovalOfTheirNeighbours) {
     for (int number = 1; number < 12; number += 2)
         EXPECT_EQ(words.get(longKey(number)), &two);
     EXPECT_EQ(words.size(), 6U);
+}
+
+TEST(DictionaryTest, EntriesStayFindableWhateverIsAddedReplacedAndRemoved) {
+    Words words;
+    std::map<std::wstring, std::pair<int, int*>> expected;  // symbol and value of each key
+    std::uint32_t random = 1;
+    for (int step = 0; step < 3000; ++step) {
+        random = random * 1664525 + 1013904223;
+        const std::wstring name = key(static_cast<int>(random >> 16) % 40);
+        Words::Taken old;
+        switch (random >> 30) {
+            case 0:
+                EXPECT_EQ(words.take(Words::KeyView(name)).found(), expected.erase(name) == 1);
+                break;
+            case 1:
+                if (const auto at = expected.find(name); at != expected.end()) {
+                    EXPECT_EQ(words.take(at->second.first).value, at->second.second);
+                    expected.erase(at);
+                }
+                break;
+            case 2:
+                expected[name] = {words.replace(name, &one, old), &one};
+                break;
+            default:
+                expected[name] = {words.set(name, &two, old), &two};
+        }
+
+        ASSERT_EQ(words.size(), expected.size());
+        for (const auto& [present, entry] : expected) {
+            ASSERT_EQ(words.symbolOf(Words::KeyView(present)), entry.first);
+            ASSERT_EQ(words.get(entry.first), entry.second);
+        }
+        // The symbol that a replaced entry had is nobody's any more.
+        const bool kept = !old.found() || old.symbol == expected[name].first;
+        ASSERT_TRUE(kept || !words.contains(old.symbol));
+        auto next = expected.begin();
+        words.forEach(
+            [&](Words::KeyView visited, int, int*) { ASSERT_EQ(visited, next++->first); });
+    }
+}
+
+TEST(DictionaryTest, DictionaryOfManyEntriesStaysWholeWhenNoSymbolIsLeft) {
+    using EightSymbols = arbor::dictionary<std::wstring, int*, int, 8, 1>;
+    EightSymbols words;
+    for (int number = 0; number < 8; ++number)
+        words.insert(key(number), &one);
+
+    EXPECT_EQ(words.insert(L"none left", &two), EightSymbols::kNoSymbol);
+    EightSymbols::Taken old;
+    EXPECT_EQ(words.replace(key(6), &two, old),
+              EightSymbols::kNoSymbol);  // symbol 8 is the largest and so not a gap
+
+    EXPECT_EQ(words.size(), 7U);
+    for (const int number : {0, 1, 2, 3, 4, 5, 7})
+        EXPECT_TRUE(words.contains(key(number)) &&
+                    words.contains(words.symbolOf(Words::KeyView(key(number)))));
+    EXPECT_FALSE(words.contains(key(6)));
+    EXPECT_FALSE(words.contains(8));
+}
+
+TEST(DictionaryTest, ReplacedKeyAmongManyGetsItsOwnSymbolBackWhenThatIsTheOnlyGap) {
+    using EightSymbols = arbor::dictionary<std::wstring, int*, int, 8, 1>;
+    EightSymbols words;
+    for (int number = 0; number < 8; ++number)
+        words.insert(key(number), &one);
+
+    EightSymbols::Taken old;
+    EXPECT_EQ(words.replace(key(1), &two, old), 3);
+
+    EXPECT_EQ(words.get(3), &two);
 }
