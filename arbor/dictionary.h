@@ -96,15 +96,15 @@ public:
     // present; kNoSymbol, and nothing stored, when no symbol is left. bad_alloc changes nothing.
     Symbol insert(KeyView key, Value value) {
         const Entry* entry = entryOf(key);
-        return entry != nullptr ? entry->symbol : add(key, value);
+        return entry != nullptr ? entry->symbol : add(key, KeyLife::OfTheCall, value);
     }
 
     // Puts the value under the key, with a new symbol, and what stood there into `old`. kNoSymbol,
     // and nothing under the key, when no symbol is left. Where the key is present this needs no
     // memory; bad_alloc changes nothing.
-    Symbol replace(KeyView key, Value value, Taken& old) {
+    Symbol replace(KeyView key, Value value, Taken& old, KeyLife life = KeyLife::OfTheCall) {
         Entry* entry = entryOf(key);
-        if (entry == nullptr) return add(key, value);
+        if (entry == nullptr) return add(key, life, value);
         old = exchanged(entry, value);
         if (_orders != nullptr) [[unlikely]]
             _orders->bySymbol.erase(_entries.begin(), positionOf(*entry));
@@ -115,7 +115,7 @@ public:
     // The same, but a key that is present keeps its symbol.
     Symbol set(KeyView key, Value value, Taken& old) {
         Entry* entry = entryOf(key);
-        if (entry == nullptr) return add(key, value);
+        if (entry == nullptr) return add(key, KeyLife::OfTheCall, value);
         old = exchanged(entry, value);
         return old.symbol;
     }
@@ -156,7 +156,7 @@ public:
 
 private:
     struct Entry {
-        Entry(KeyView itsKey, Value itsValue) : key(itsKey), value(itsValue) {}
+        Entry(KeyView itsKey, KeyLife life, Value itsValue) : key(itsKey, life), value(itsValue) {}
 
         [[nodiscard]] KeyView name() const noexcept { return key.view(); }
         [[nodiscard]] bool has(KeyView wanted) const noexcept { return key == wanted; }
@@ -225,10 +225,10 @@ private:
 
     // The key must be absent. All that may throw is done before the symbol is issued, so a failure
     // costs no symbol.
-    Symbol add(KeyView key, Value value) {
+    Symbol add(KeyView key, KeyLife life, Value value) {
         if (_entries.isFull()) [[unlikely]]
             makeRoom();
-        Entry& entry = _entries.emplaceReserved(key, value);
+        Entry& entry = _entries.emplaceReserved(key, life, value);
         if (_orders != nullptr) [[unlikely]]
             _orders->byKey.insert(_entries.begin(), positionOf(entry));
         return giveSymbol(entry);

@@ -22,8 +22,8 @@ public:
     [[nodiscard]] std::uint32_t getFlags() const override { return _flags; }
     void setFlags(std::uint32_t flags) override { _flags = flags; }
     [[nodiscard]] bool isExclusive() const override { return (_flags & kExclusiveFlag) != 0; }
-    IPropertyHolder* getProperties() override { return &_properties; }
-    [[nodiscard]] IPropertyHolder* getProperties() const override { return &_properties; }
+    PropertyHolder* getProperties() override { return &_properties; }
+    [[nodiscard]] PropertyHolder* getProperties() const override { return &_properties; }
 
 private:
     const Guid* _type;  // not owned

@@ -3,6 +3,7 @@
 #include "arbor/abstract_property_holder.h"
 #include "arbor/dictionary.h"
 #include "arbor/i_property.h"
+#include "arbor/key.h"
 #include "arbor/property_slots.h"
 #include "arbor/synchronized.h"
 #include "arbor/thread_annotations.h"
@@ -57,18 +58,44 @@ public:
                                         const char* defaultValue) const override;
     bool adoptProperty(const wchar_t* key, IProperty* property) override;
 
+    // Operations from above for a key that is measured already. They are not virtual: the override
+    // of a derived class is reached with a pointer to the text only.
+    bool setPointer(Key key, void* pointer);
+    bool setInt(Key key, std::int32_t value);
+    bool setWString(Key key, const wchar_t* text);
+    bool setString(Key key, const char* text);
+    bool adoptProperty(Key key, IProperty* property);
+    bool removeProperty(Key key);
+    [[nodiscard]] std::int32_t getInt(Key key, std::int32_t defaultValue) const;
+    [[nodiscard]] void* getPointer(Key key, void* defaultValue) const;
+    [[nodiscard]] std::string getString(Key key, const char* defaultValue) const;
+
 protected:
     using Entries = dictionary<std::wstring, IProperty*, int, std::numeric_limits<int>::max(), 1>;
 
-    // Null for an absent key. The compiler does not check this access: readers take no lock.
+    // `key` is a Key or a terminated text. Null for an absent key. The compiler does not check this
+    // access: readers take no lock.
+    [[nodiscard]] IProperty* find(Key key) const noexcept ARBOR_UNCHECKED {
+        return _entries.get(key.view(), nullptr);
+    }
     [[nodiscard]] IProperty* find(const wchar_t* key) const noexcept ARBOR_UNCHECKED {
         return _entries.get(key, nullptr);
     }
-    // Takes `property` over, or destroys it when it cannot be stored: the end of typed setters.
-    bool store(const wchar_t* key, IProperty* property);
 
-    PropertySlots _slots;
-    Entries _entries ARBOR_GUARDED_BY(this);  // owns its values; the lock is for writing
+private:
+    using Owned = std::unique_ptr<IProperty>;
+
+    // Takes `property` over, or destroys it when it cannot be stored: the end of typed setters.
+    bool store(Key key, Owned property);
+    // Puts `property` under the key and takes it over; `replaced` is what stood there. False leaves
+    // it to the caller. Both must be destroyed after the lock.
+    bool put(Key key, Owned& property, Owned& replaced) noexcept ARBOR_REQUIRES(this);
+    template <typename AnyKey>
+    bool removed(AnyKey key);
+
+protected:
+    PropertySlots _slots ARBOR_GUARDED_BY(this);  // for making; any thread may destroy
+    Entries _entries ARBOR_GUARDED_BY(this);      // owns its values; the lock is for writing
 };
 
 }  // namespace arbor

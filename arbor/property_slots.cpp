@@ -22,9 +22,10 @@ public:
 PropertySlots::Slot* PropertySlots::takeSlot() noexcept {
     static_assert(sizeof(Slotted) == sizeof(Property) && offsetof(Slot, object) == 0);
     for (Slot& slot : _slots) {
-        // Test before the exchange: an exchange locks the bus even when the slot is taken.
-        if (slot.isTaken.load(std::memory_order_relaxed)) continue;
-        if (!slot.isTaken.exchange(true, std::memory_order_acquire)) return &slot;
+        // No exchange, which would lock the bus: nobody else makes a property meanwhile.
+        if (slot.isTaken.load(std::memory_order_acquire)) continue;
+        slot.isTaken.store(true, std::memory_order_relaxed);
+        return &slot;
     }
     return nullptr;
 }

@@ -12,7 +12,8 @@ namespace arbor {
 
 // Inline storage for the first few numbers of a bag: most entries are numbers, and each would cost
 // an allocation. A property from here is destroyed by delete like any other, which frees its slot.
-// It must be destroyed before the slots are. Any thread may make and destroy.
+// It must be destroyed before the slots are. Any thread may destroy one, at any time; only one
+// thread at a time may make one, so the bag makes them under its lock.
 class PropertySlots {
 public:
     PropertySlots() noexcept = default;

@@ -4,12 +4,16 @@
 #include "bench/checksum.h"
 #include "bench/plain_bag.h"
 #include "bench/workloads.h"
+#include "tern/message_keys.h"
 
 // The bag of a status message: four entries, two of the keys that a listener asks for are absent.
 namespace bench {
 
 namespace {
 
+namespace key = tern::message_key;
+
+constexpr arbor::Key kBroker(L"eventBroker");
 constexpr std::int32_t kPaperOut = 41150;
 constexpr char kDocument[] = "Quarterly report.pdf";
 constexpr char kOtherDocument[] = "Minutes of the meeting.txt";
@@ -24,20 +28,20 @@ std::uint64_t bagCycleFramework(long times) {
     std::uint64_t sum = 0;
     for (long i = 0; i < times; ++i) {
         arbor::PropertyHolder bag;
-        bag.setInt(L"status", kPaperOut);
-        bag.setString(L"docName", kDocument);
-        bag.setWString(L"printerName", kPrinter);
-        bag.setPointer(L"eventBroker", &bag);
+        bag.setInt(key::kStatus, kPaperOut);
+        bag.setString(key::kDocumentName, kDocument);
+        bag.setWString(key::kPrinterName, kPrinter);
+        bag.setPointer(kBroker, &bag);
 
-        sum += of(bag.getInt(L"status", 0));
-        sum += of(bag.getString(L"docName", ""));
-        sum += of(arbor::wideText(bag, L"printerName"));
-        sum += bag.getPointer(L"eventBroker", nullptr) == &bag;
-        sum += of(bag.getInt(L"severity", 1));
-        sum += of(bag.getString(L"mediaType", "A4"));
+        sum += of(bag.getInt(key::kStatus, 0));
+        sum += of(bag.getString(key::kDocumentName, ""));
+        sum += of(arbor::wideText(bag, key::kPrinterName));
+        sum += bag.getPointer(kBroker, nullptr) == &bag;
+        sum += of(bag.getInt(key::kSeverity, 1));
+        sum += of(bag.getString(key::kMediaType, "A4"));
 
-        bag.setString(L"docName", kOtherDocument);
-        bag.removeProperty(L"printerName");
+        bag.setString(key::kDocumentName, kOtherDocument);
+        bag.removeProperty(key::kPrinterName);
     }
     return sum;
 }
@@ -68,11 +72,11 @@ std::uint64_t messageFramework(long times) {
     std::uint64_t sum = 0;
     for (long i = 0; i < times; ++i) {
         const auto message = std::make_shared<arbor::Message>(&kType, kJobClass, 0);
-        arbor::IPropertyHolder& properties = *message->getProperties();
-        properties.setInt(L"subcode", 5);
-        properties.setInt(L"severity", 3);
-        properties.setInt(L"status", kPaperOut);
-        sum += of(properties.getInt(L"status", 0));
+        arbor::PropertyHolder& properties = *message->getProperties();
+        properties.setInt(key::kSubcode, 5);
+        properties.setInt(key::kSeverity, 3);
+        properties.setInt(key::kStatus, kPaperOut);
+        sum += of(properties.getInt(key::kStatus, 0));
     }
     return sum;
 }

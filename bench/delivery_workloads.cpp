@@ -6,6 +6,7 @@
 #include "tern/abstract_listener.h"
 #include "tern/class_ids.h"
 #include "tern/event_broker.h"
+#include "tern/message_keys.h"
 
 #include <algorithm>
 #include <memory>
@@ -72,8 +73,8 @@ void postBare(plain::Broker& broker) {
 
 void postStatus(tern::EventBroker& broker) {
     auto message = std::make_shared<arbor::Message>(kType, kStatusClass, 0);
-    message->getProperties()->setInt(L"subcode", 3);
-    message->getProperties()->setInt(L"status", kPaperOut);
+    message->getProperties()->setInt(tern::message_key::kSubcode, 3);
+    message->getProperties()->setInt(tern::message_key::kStatus, kPaperOut);
     broker.enqueue(std::move(message));
 }
 void postStatus(plain::Broker& broker) {

@@ -1,19 +1,21 @@
 #pragma once
 
+#include "arbor/key.h"
+
 // Keys of the messages that the status channel sends: what a record says, under the names that
 // every listener reads. Kept: see decision 0012.
 namespace tern::message_key {
 
-inline constexpr wchar_t kSubcode[] = L"subcode";          // int, in every message
-inline constexpr wchar_t kStatus[] = L"status";            // int
-inline constexpr wchar_t kSeverity[] = L"severity";        // int
-inline constexpr wchar_t kJobId[] = L"jobID";              // int
-inline constexpr wchar_t kDocumentName[] = L"docName";     // text
-inline constexpr wchar_t kPrinterName[] = L"printerName";  // text
-inline constexpr wchar_t kPortName[] = L"portName";        // text
-inline constexpr wchar_t kCartridgeSerial[] = L"blackSN";  // int
-inline constexpr wchar_t kMediaType[] = L"mediaType";      // text
-inline constexpr wchar_t kOemMessages[] = L"oemMessages";  // pointer, the generator's block
-inline constexpr wchar_t kOemBytes[] = L"oembufferSize";   // int
+inline constexpr arbor::Key kSubcode(L"subcode");          // int, in every message
+inline constexpr arbor::Key kStatus(L"status");            // int
+inline constexpr arbor::Key kSeverity(L"severity");        // int
+inline constexpr arbor::Key kJobId(L"jobID");              // int
+inline constexpr arbor::Key kDocumentName(L"docName");     // text
+inline constexpr arbor::Key kPrinterName(L"printerName");  // text
+inline constexpr arbor::Key kPortName(L"portName");        // text
+inline constexpr arbor::Key kCartridgeSerial(L"blackSN");  // int
+inline constexpr arbor::Key kMediaType(L"mediaType");      // text
+inline constexpr arbor::Key kOemMessages(L"oemMessages");  // pointer, the generator's block
+inline constexpr arbor::Key kOemBytes(L"oembufferSize");   // int
 
 }  // namespace tern::message_key

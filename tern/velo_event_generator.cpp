@@ -39,7 +39,7 @@ std::string readFailure(platform::NativeHandle pipe, std::uint32_t error) {
 }
 
 // Copies the text once, from the body into its property: it may fill all of a body.
-void setWText(arbor::IPropertyHolder& properties, const wchar_t* key, VeloWideText text) {
+void setWText(arbor::PropertyHolder& properties, arbor::Key key, VeloWideText text) {
     std::unique_ptr<arbor::IProperty> property(
         arbor::Property::createUtf16(text.bytes, text.units));
     if (properties.adoptProperty(key, property.get())) static_cast<void>(property.release());
@@ -176,7 +176,7 @@ std::uint32_t VeloEventGenerator::readNumber(std::uint32_t defaultValue) {
 }
 
 void VeloEventGenerator::buildMessage(const VeloHeader& header, EventBroker* broker) {
-    MessageReference message;
+    std::shared_ptr<arbor::Message> message;
     try {
         message = std::make_shared<arbor::Message>(getClassId(), header.recordClass, 0);
     } catch (const std::bad_alloc&) {
@@ -184,7 +184,7 @@ void VeloEventGenerator::buildMessage(const VeloHeader& header, EventBroker* bro
     }
     if (header.printerId != static_cast<std::uint32_t>(channelSettings().printerId)) return;
 
-    arbor::IPropertyHolder& properties = *message->getProperties();
+    arbor::PropertyHolder& properties = *message->getProperties();
     properties.setInt(message_key::kSubcode, asInt(header.subcode));
     // A record without a body says nothing but its subcode. With fields read as defaults, an empty
     // cartridge report would tell of a cartridge 0. The header's length decides: a body for which
@@ -204,7 +204,7 @@ void VeloEventGenerator::buildMessage(const VeloHeader& header, EventBroker* bro
     broker->enqueue(std::move(message));
 }
 
-void VeloEventGenerator::addJobFields(std::uint32_t subcode, arbor::IPropertyHolder& properties) {
+void VeloEventGenerator::addJobFields(std::uint32_t subcode, arbor::PropertyHolder& properties) {
     switch (subcode) {
         case kPrinterNarrow:
             properties.setString(message_key::kPortName, readText());
@@ -236,7 +236,7 @@ void VeloEventGenerator::addJobFields(std::uint32_t subcode, arbor::IPropertyHol
 
 // The generator keeps the block. Listeners use it while they handle the message: the next block
 // overwrites it.
-void VeloEventGenerator::addOemBlock(arbor::IPropertyHolder& properties) {
+void VeloEventGenerator::addOemBlock(arbor::PropertyHolder& properties) {
     Input& input = *_input;
     input.oemCapacity = reserveBuffer(input.oem, input.oemCapacity, input.bodyBytes);
     if (input.oemCapacity > 0) {
@@ -248,8 +248,7 @@ void VeloEventGenerator::addOemBlock(arbor::IPropertyHolder& properties) {
     properties.setInt(message_key::kOemBytes, asInt(input.oemCapacity));
 }
 
-void VeloEventGenerator::addStatusFields(std::uint32_t subcode,
-                                         arbor::IPropertyHolder& properties) {
+void VeloEventGenerator::addStatusFields(std::uint32_t subcode, arbor::PropertyHolder& properties) {
     switch (subcode) {
         case kDeviceStatus:
             properties.setInt(message_key::kStatus, asInt(readNumber(0)));

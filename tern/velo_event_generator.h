@@ -69,9 +69,9 @@ private:
     };
 
     void openPipe();
-    void addJobFields(std::uint32_t subcode, arbor::IPropertyHolder& properties);
-    void addOemBlock(arbor::IPropertyHolder& properties);
-    void addStatusFields(std::uint32_t subcode, arbor::IPropertyHolder& properties);
+    void addJobFields(std::uint32_t subcode, arbor::PropertyHolder& properties);
+    void addOemBlock(arbor::PropertyHolder& properties);
+    void addStatusFields(std::uint32_t subcode, arbor::PropertyHolder& properties);
 
     std::shared_ptr<Input> _input;
 };

@@ -1,5 +1,6 @@
 #include "arbor/property_holder.h"
 
+#include "arbor/key.h"
 #include "arbor/null_property.h"
 #include "arbor/property.h"
 #include "arbor/property_text.h"
@@ -11,8 +12,10 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <string_view>
 
 using arbor::IProperty;
+using arbor::Key;
 using arbor::NullProperty;
 using arbor::Property;
 using arbor::PropertyHolder;
@@ -31,6 +34,15 @@ public:
     [[nodiscard]] std::size_t size() const {
         const arbor::ScopedLock lock(*this);
         return _entries.size();
+    }
+    // Where the text of the key stands that is first, second, ... in the order of the keys.
+    [[nodiscard]] const wchar_t* storedKey(int index) const {
+        const wchar_t* found = nullptr;
+        const arbor::ScopedLock lock(*this);
+        _entries.forEach([&](std::wstring_view key, int, const IProperty*) {
+            if (index-- == 0) found = key.data();
+        });
+        return found;
     }
 };
 
@@ -426,4 +438,84 @@ TEST(PropertyHolderTest, WideTextOfWhateverIsStoredLosesNothing) {
     EXPECT_EQ(arbor::wideText(bag, L"number", L"default"), L"-7");
     EXPECT_EQ(arbor::wideText(bag, L"nothing", L"default"), L"");
     EXPECT_EQ(arbor::wideText(bag, L"absent", L"default"), L"default");
+}
+
+TEST(PropertyHolderTest, MeasuredKeyAddressesTheSameEntryAsItsText) {
+    constexpr Key key(L"key");
+    OpenHolder bag;
+    int place = 0;
+
+    EXPECT_TRUE(bag.setInt(key, 3));
+    EXPECT_EQ(bag.getInt(L"key", 0), 3);
+    EXPECT_TRUE(bag.setString(L"key", "text"));
+    EXPECT_EQ(bag.getString(key, ""), "text");
+    EXPECT_TRUE(bag.setWString(key, L"12"));
+    EXPECT_EQ(bag.getInt(key, 0), 12);
+    EXPECT_TRUE(bag.setPointer(key, &place));
+    EXPECT_EQ(bag.getPointer(L"key", nullptr), &place);
+    EXPECT_TRUE(bag.setString(key, "narrow"));
+    EXPECT_EQ(bag.getString(L"key", ""), "narrow");
+    EXPECT_TRUE(bag.adoptProperty(key, Property::createInt(4)));
+    EXPECT_EQ(bag.getInt(L"key", 0), 4);
+    EXPECT_FALSE(bag.adoptProperty(key, nullptr));
+    EXPECT_EQ(bag.size(), 1U);
+    EXPECT_TRUE(bag.removeProperty(key));
+    EXPECT_FALSE(bag.hasProperty(L"key"));
+}
+
+TEST(PropertyHolderTest, AbsentMeasuredKeyReadsAsTheDefault) {
+    constexpr Key key(L"key");
+    PropertyHolder bag;
+    bag.setInt(L"kex", 1);
+    bag.setInt(L"keys", 2);
+    int place = 0;
+
+    EXPECT_EQ(bag.getInt(key, 17), 17);
+    EXPECT_EQ(bag.getString(key, "text"), "text");
+    EXPECT_EQ(bag.getPointer(key, &place), &place);
+    EXPECT_FALSE(bag.removeProperty(key));
+}
+
+TEST(PropertyHolderTest, TextOfAKeyMayBeGoneAfterTheCall) {
+    PropertyHolder bag;
+    {
+        std::wstring text = L"a key that is gone";
+        bag.setInt(Key::of(text.c_str()), 1);
+        bag.setInt((text + L" too").c_str(), 2);
+        text.assign(text.size(), L'x');
+    }
+
+    EXPECT_EQ(bag.getInt(L"a key that is gone", 0), 1);
+    EXPECT_EQ(bag.getInt(L"a key that is gone too", 0), 2);
+}
+
+TEST(PropertyHolderTest, ConstantOfAKeyIsNotCopied) {
+    constexpr Key key(L"key");
+    OpenHolder bag;
+    bag.setInt(key, 1);
+    bag.setInt(L"other key", 1);
+
+    EXPECT_EQ(bag.storedKey(0), static_cast<const wchar_t*>(key));
+    EXPECT_EQ(std::wstring(bag.storedKey(1), 9), L"other key");
+}
+
+TEST(PropertyHolderTest, KeyIsTheTextAndItsLength) {
+    constexpr Key constant(L"key");
+    const Key measured = Key::of(L"");
+
+    EXPECT_EQ(constant.view(), L"key");
+    EXPECT_STREQ(constant, L"key");
+    EXPECT_EQ(measured.view(), L"");
+}
+
+TEST(PropertyHolderTest, FreedPlaceOfANumberIsUsedAgain) {
+    PropertyHolder bag;
+    bag.setInt(L"a", 1);
+    const IProperty* const first = bag.getProperty(L"a");
+    bag.removeProperty(L"a");
+
+    bag.setInt(L"b", 2);
+
+    EXPECT_EQ(bag.getProperty(L"b"), first);
+    EXPECT_EQ(bag.getInt(L"b", 0), 2);
 }

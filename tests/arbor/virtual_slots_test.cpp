@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 using namespace arbor;
 using test::slotOf;
@@ -90,8 +91,10 @@ void expectMessageSlots() {
     EXPECT_EQ(slotOf(&Class::getFlags), 2U);
     EXPECT_EQ(slotOf(&Class::setFlags), 3U);
     EXPECT_EQ(slotOf(&Class::isExclusive), 4U);
-    EXPECT_EQ((slotOf<Class, IPropertyHolder*()>(&Class::getProperties)), 5U);
-    EXPECT_EQ((slotOf<Class, IPropertyHolder*() const>(&Class::getProperties)), 6U);
+    using Bag =
+        decltype(std::declval<Class&>().getProperties());  // a class may know more of its bag
+    EXPECT_EQ((slotOf<Class, Bag()>(&Class::getProperties)), 5U);
+    EXPECT_EQ((slotOf<Class, Bag() const>(&Class::getProperties)), 6U);
 }
 
 template <typename Class>

@@ -224,6 +224,8 @@ TEST_P(ArborFaultsTest, CopiedEntryIsThereOrTheSetterAnswersFalse) {
 }
 
 TEST_P(ArborFaultsTest, FirstNumbersOfABagNeedNoMemoryHoweverOftenTheyChange) {
+    constexpr arbor::Key number(L"a");
+    constexpr arbor::Key pointer(L"b");
     PropertyHolder bag;
 
     const fault_injection::Outcome outcome = everyAllocation(
@@ -231,17 +233,17 @@ TEST_P(ArborFaultsTest, FirstNumbersOfABagNeedNoMemoryHoweverOftenTheyChange) {
         [&] {
             return [&] {
                 for (int round = 0; round < 20; ++round) {
-                    bag.setInt(L"a", round);
-                    bag.setPointer(L"b", &bag);
-                    bag.removeProperty(L"a");
-                    bag.removeProperty(L"b");
+                    bag.setInt(number, round);
+                    bag.setPointer(pointer, &bag);
+                    bag.removeProperty(number);
+                    bag.removeProperty(pointer);
                 }
             };
         },
         [](long) {});
 
     EXPECT_EQ(outcome.points, 0);
-    EXPECT_FALSE(bag.hasProperty(L"a"));
+    EXPECT_FALSE(bag.hasProperty(number));
 }
 
 TEST_P(ArborFaultsTest, ShortPlainNarrowKeyNeedsNoMemory) {
