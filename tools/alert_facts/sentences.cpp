@@ -39,7 +39,7 @@ std::wstring captionOf(std::wstring caption) {
 }
 
 std::string hoursText(std::int64_t hours) {
-    constexpr std::int64_t kDay = 24, kYear = 24 * 365;
+    constexpr std::int64_t kDay = 24, kYear = kDay * 365;
     const auto counted = [](std::int64_t number, const char* unit) {
         return std::to_string(number) + " " + unit + (number == 1 ? "" : "s");
     };

@@ -24,6 +24,7 @@ std::string cell(const std::string& text) {
 template <typename Items, typename Convert>
 std::string lines(const Items& items, Convert convert) {
     std::vector<std::string> texts;
+    texts.reserve(items.size());
     for (const auto& item : items)
         texts.push_back(convert(item));
     return joined(texts, "\n");
@@ -56,7 +57,7 @@ std::string placeText(const AlertFact& fact) {
     std::vector<std::string> sentences = {fact.printers};
     for (const VariantFact& variant : fact.variants) {
         for (const auto& [role, text] : variant.texts.at("en"))
-            sentences.push_back(variant.when + ", " + role + ": “" + text + "”");
+            sentences.push_back(joined({variant.when, ", ", role, ": “", text, "”"}, ""));
     }
     if (!fact.mask.empty()) sentences.push_back(fact.mask);
     return joined(sentences, "\n");
