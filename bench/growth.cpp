@@ -14,6 +14,7 @@
 #include "tern/channel_settings.h"
 #include "tern/class_ids.h"
 #include "tern/event_broker.h"
+#include "tern/message_keys.h"
 #include "tern/timer_event_generator.h"
 #include "tern/velo_record.h"
 
@@ -70,8 +71,8 @@ private:
 
 void enqueueStatus(tern::EventBroker& broker) {
     auto message = std::make_shared<arbor::Message>(kType, kStatusClass, 0);
-    message->getProperties()->setInt(L"subcode", 3);
-    message->getProperties()->setInt(L"status", 41150);
+    message->getProperties()->setInt(tern::message_key::kSubcode, 3);
+    message->getProperties()->setInt(tern::message_key::kStatus, 41150);
     broker.enqueue(std::move(message));
 }
 
