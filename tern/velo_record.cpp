@@ -50,7 +50,8 @@ char* VeloBody::readText() noexcept {
 VeloWideText VeloBody::readWText() noexcept {
     // Unit by unit from bytes: texts in a body are not aligned.
     const auto isZero = [this](std::size_t unit) {
-        return (_cursor[unit * kWideUnitBytes] | _cursor[unit * kWideUnitBytes + 1]) == 0;
+        const unsigned char* at = _cursor + unit * kWideUnitBytes;
+        return (at[0] | at[1] << 8) == 0;
     };
     const std::size_t most = static_cast<std::size_t>(_end - _cursor) / kWideUnitBytes;
     std::size_t units = 0;
