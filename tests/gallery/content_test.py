@@ -19,7 +19,7 @@ class Content(OpenedPage):
     def test_every_alert_stands_under_its_topic_with_its_english_headline(self):
         shown = [(section.find_element("tag name", "h2").text,
                   [card.text for card in section.find_elements("css selector", "h3")])
-                 for section in self.all("main section")]
+                 for section in self.all("main > section")]
 
         self.assertEqual(shown, [(topic["name"], [alert["headline"] for alert in FACTS["alerts"]
                                                   if alert["topic"] == topic["id"]]) for topic in FACTS["topics"]])
@@ -40,6 +40,13 @@ class Content(OpenedPage):
                              *(key for action in alert["actions"] for key in action["keys"]),
                              *(text for role, text in alert["texts"]["en"].items() if role not in ON_FRAMES)):
                     self.assertIn(fact, facts)
+
+    def test_what_holds_for_all_alerts_and_what_has_none_stand_below_them(self):
+        for view in ("", "view=everything"):
+            with self.subTest(view=view):
+                self.go(view)
+                self.assertEqual(self.texts(".common li"), FACTS["always"])
+                self.assertEqual(self.texts(".common tbody th"), [code_of(status) for status in FACTS["noAlert"]])
 
     def test_every_picture_is_shown_by_an_alert_and_every_alert_has_its_pictures(self):
         story = (ROOT / "scenarios" / "gallery" / "languages.txt").read_text(encoding="utf-8")

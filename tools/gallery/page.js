@@ -266,7 +266,14 @@ function viewOfAll() {
             "do, and why it comes or does not come a second time. The pictures are those of the real program."),
         data.topics.map(topic => make("section", {}, make("h2", { id: `topic-${topic.id}` }, topic.name),
             make("ul", { class: "cards", "aria-labelledby": `topic-${topic.id}` },
-                order.filter(alert => alert.topic === topic.id).map(cardOfAlert))))]];
+                order.filter(alert => alert.topic === topic.id).map(cardOfAlert)))),
+        common()]];
+}
+
+// What holds for every alert, and the statuses that have none.
+function common() {
+    return make("aside", { class: "common" }, make("h2", {}, "What holds for all alerts"),
+        make("ul", {}, data.always.map(fact => make("li", {}, fact))), silent(data.noAlert));
 }
 
 function cardOfLanguage(alert, language) {
@@ -295,7 +302,7 @@ function viewOfLanguages(alert) {
 
 function viewOfEverything() {
     return ["All alerts with their facts", [heading("All alerts with their facts"),
-        order.map(alert => article(alert, 2))]];
+        order.map(alert => article(alert, 2)), common()]];
 }
 
 // Names of pictures that are no numbers of types are names of dialogs.
