@@ -33,6 +33,7 @@ bool workInNextMessage(void (*work)(void*), void* context) noexcept {
     const HHOOK hook = ::SetWindowsHookExW(WH_GETMESSAGE, onMessageTaken, nullptr, thread);
     if (hook == nullptr) return false;
     waitingWork = {work, context, hook};
+    // Equally right with 1: nobody reads what comes with the message.
     if (::PostThreadMessageW(thread, kWorkMessage, 0, 0) != 0) return true;
     ::UnhookWindowsHookEx(hook);
     return false;

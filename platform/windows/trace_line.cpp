@@ -16,7 +16,7 @@
 namespace platform {
 namespace {
 
-constexpr DWORD kPathUnits = 1024;
+constexpr DWORD kPathUnits = 1024;  // Equally right with 1025: a little more room.
 constexpr wchar_t kOlderFile[] = L".old";
 
 enum class Wanted { NotYetKnown, No, Yes };
@@ -34,7 +34,7 @@ class TraceScope {
 public:
     TraceScope() noexcept : _lastError(::GetLastError()) { ::AcquireSRWLockExclusive(&oneAtATime); }
     ~TraceScope() {
-        ::ReleaseSRWLockExclusive(&oneAtATime);
+        ::ReleaseSRWLockExclusive(&oneAtATime);  // Equally right after the next: it sets no error.
         ::SetLastError(_lastError);
     }
     TraceScope(const TraceScope&) = delete;
@@ -47,6 +47,7 @@ private:
 bool environmentVariable(const std::wstring& name, std::wstring& value) {
     wchar_t text[kPathUnits];
     const DWORD units = ::GetEnvironmentVariableW(name.c_str(), text, kPathUnits);
+    // Equally right with >: a text for which there is no room says one unit more, for its end.
     if (units == 0 || units >= kPathUnits) return false;
     value.assign(text, units);
     return true;
@@ -101,6 +102,7 @@ bool makeRoom() noexcept {
         ::CloseHandle(traceFile);
         traceFile = invalidHandle();
         const bool isStillFull = attempt > 0;
+        // Equally right with 2: somebody would have to fill the new file at this moment.
         if ((isStillFull && !setAside()) || attempt > 1 || !openFile()) return false;
     }
     return true;
@@ -119,7 +121,7 @@ bool isTraceKept() noexcept {
 }
 
 void keepTraceLine(std::string_view line) noexcept {
-    constexpr std::size_t kPrefixLimit = 64;
+    constexpr std::size_t kPrefixLimit = 64;  // Equally right with 65: a little more room.
     char text[kPrefixLimit + kTraceLimit + 2];
     SYSTEMTIME time;
     ::GetLocalTime(&time);

@@ -55,6 +55,8 @@ LATE_WINDOWS_PROGRAMS = {
     "platform/windows": [],
     "ui/windows": ["accessible_control_tests", "alert_window_faults", "alert_layout_tests", "alert_leak_tests"],
 }
+# A test that needs the simulated spooler, which a prefix of its own gets.
+SPOOLER_PROGRAMS = {"platform/windows": ["platform_printer_test"], "ui/windows": []}
 # The tests that must notice another order of virtual functions: only their sources are compiled with
 # the changed header, so nothing else of the program may run.
 SLOT_TESTS_INCLUDE = "tests/support/slot_of.h"
@@ -96,8 +98,13 @@ NATIVE = Kind(STATE / "build", ("cmake", "-S", str(ROOT), "-B", str(STATE / "bui
               (QUICK, CHECKED))
 
 WINE = ("sh", str(ROOT / "tools" / "wine" / "run-test.sh"))
-WINDOWS = Kind(ROOT / "build" / "windows-checked", ("cmake", "--preset", "windows-checked"), ".exe", ("-s",),
-               (Round("wine", (), WINE, {}, WINDOWS_PROGRAMS), Round("late-wine", (), WINE, {}, LATE_WINDOWS_PROGRAMS)))
+WITH_WINE = ("sh", str(ROOT / "tools" / "wine" / "with-wine.sh"), str(ROOT / "build" / "wine-template"))
+WINDOWS_BUILD = ROOT / "build" / "windows-checked"
+WINDOWS = Kind(WINDOWS_BUILD, ("cmake", "--preset", "windows-checked"), ".exe", ("-s",),
+               (Round("wine", (), WINE, {}, WINDOWS_PROGRAMS), Round("late-wine", (), WINE, {}, LATE_WINDOWS_PROGRAMS),
+                Round("spooler", (), (*WITH_WINE, *WINE),
+                      {"BEAMLINE_SPOOLER": str(WINDOWS_BUILD / "bin" / "simulated-spooler" / "winspool.drv"),
+                       "WINEDLLOVERRIDES": "winspool.drv=n,b;mscoree,mshtml="}, SPOOLER_PROGRAMS)))
 
 
 @dataclasses.dataclass(frozen=True, eq=False)
@@ -119,8 +126,7 @@ def desk_of(kind, job):
         yield Desk(place, f"{place}/", dict(os.environ))
         return
     show = "import json, os; print(json.dumps(dict(os.environ)), flush=True)"
-    command = ["sh", str(ROOT / "tools" / "wine" / "with-wine.sh"), str(ROOT / "build" / "wine-template"),
-               "sh", "-c", f"{shlex.quote(sys.executable)} -c '{show}'; cat"]
+    command = [*WITH_WINE, "sh", "-c", f"{shlex.quote(sys.executable)} -c '{show}'; cat"]
     with subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True) as keeper:
         desk = Desk(place, f"{kind.build}/tests/mutant-{os.getpid()}-{job}-", json.loads(keeper.stdout.readline()))
         try:

@@ -167,5 +167,6 @@ void setLinkFont(HWND control, bool underline) {
         WindowResources::of(::GetParent(control)).keep(Font(::CreateFontIndirectW(&description)));
     if (font == nullptr) return;
     ::SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    // Equally right with nullptr for control: then every window is painted again.
     ::InvalidateRect(control, nullptr, TRUE);
 }

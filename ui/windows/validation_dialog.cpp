@@ -194,9 +194,11 @@ INT_PTR answerCheckCommand(HWND dialog, int control) {
             validateCartridge(state().printerName);  // ends the process and does not return
         case CheckAction::ShowDetails:
             runDialog(state().module, IDD_CARTRIDGE_CHECK_DETAILS, dialog, guarded<answerDetails>);
+            // Equally right with nullptr for dialog: then every window is painted again.
             ::InvalidateRect(dialog, nullptr, TRUE);
             return TRUE;
         case CheckAction::Close:
+            // Equally right without it or after the next: a window that is gone has ended.
             ::EndDialog(dialog, control);
             ::DestroyWindow(dialog);  // without an owner's loop it would only be hidden
             return TRUE;

@@ -1,7 +1,12 @@
-// What the platform does when functions of the system fail that never fail in a test by themselves.
+// What the platform does when functions of the system fail that never fail in a test by themselves,
+// and what it asks of them where Wine shows no difference.
 // A program of its own, because it replaces these functions for the whole program.
 #include "platform/file.h"
+#include "platform/lock.h"
 #include "platform/message_pump.h"
+#include "platform/pipe.h"
+#include "platform/process.h"
+#include "platform/registry.h"
 #include "platform/resource_text.h"
 #include "platform/shell.h"
 #include "platform/spooler.h"
@@ -42,6 +47,9 @@ struct Faults {
     bool locksFail = false;
     bool threadsFail = false;
     const wchar_t* missingLibrary = nullptr;
+    bool exitsAreNoticed = false;
+    int handlesClosed = 0;
+    DWORD reservedArguments = 0;  // of the registry's functions, together
     bool hooksFail = false;
     bool postsFail = false;
     int hooksSet = 0, hooksRemoved = 0;
@@ -124,6 +132,39 @@ HMODULE WINAPI loadLibrary(LPCWSTR name, HANDLE file, DWORD flags) {
     return nullptr;
 }
 
+constexpr UINT kNoticedExit = 99;
+
+void WINAPI exitProcess(UINT code) {
+    ::TerminateProcess(::GetCurrentProcess(), faults.exitsAreNoticed ? kNoticedExit : code);
+}
+
+BOOL WINAPI closeHandle(HANDLE handle) {
+    static const auto close = real<decltype(&::CloseHandle)>(L"kernel32.dll", "CloseHandle");
+    if (handle != nullptr) ++faults.handlesClosed;
+    return close(handle);
+}
+
+LSTATUS WINAPI openKey(HKEY root, LPCWSTR path, DWORD reserved, REGSAM rights, PHKEY key) {
+    static const auto open = real<decltype(&::RegOpenKeyExW)>(L"advapi32.dll", "RegOpenKeyExW");
+    faults.reservedArguments |= reserved;
+    return open(root, path, reserved, rights, key);
+}
+
+LSTATUS WINAPI createKey(HKEY root, LPCWSTR path, DWORD reserved, LPWSTR kind, DWORD options,
+                         REGSAM rights, LPSECURITY_ATTRIBUTES security, PHKEY key, LPDWORD found) {
+    static const auto create =
+        real<decltype(&::RegCreateKeyExW)>(L"advapi32.dll", "RegCreateKeyExW");
+    faults.reservedArguments |= reserved;
+    return create(root, path, reserved, kind, options, rights, security, key, found);
+}
+
+LSTATUS WINAPI setValue(HKEY key, LPCWSTR name, DWORD reserved, DWORD type, const BYTE* value,
+                        DWORD bytes) {
+    static const auto set = real<decltype(&::RegSetValueExW)>(L"advapi32.dll", "RegSetValueExW");
+    faults.reservedArguments |= reserved;
+    return set(key, name, reserved, type, value, bytes);
+}
+
 HHOOK WINAPI setHook(int kind, HOOKPROC procedure, HINSTANCE module, DWORD thread) {
     using Set = decltype(&::SetWindowsHookExW);
     static const auto set = real<Set>(L"user32.dll", "SetWindowsHookExW");
@@ -161,6 +202,11 @@ decltype(&::GetVersionExW) __imp_GetVersionExW = &getVersion;
 decltype(&::LoadResource) __imp_LoadResource = &loadResource;
 decltype(&::LockResource) __imp_LockResource = &lockResource;
 decltype(&::CreateThread) __imp_CreateThread = &createThread;
+decltype(&::CloseHandle) __imp_CloseHandle = &closeHandle;
+decltype(&::ExitProcess) __imp_ExitProcess = &exitProcess;
+decltype(&::RegOpenKeyExW) __imp_RegOpenKeyExW = &openKey;
+decltype(&::RegCreateKeyExW) __imp_RegCreateKeyExW = &createKey;
+decltype(&::RegSetValueExW) __imp_RegSetValueExW = &setValue;
 decltype(&::LoadLibraryExW) __imp_LoadLibraryExW = &loadLibrary;
 decltype(&::SetWindowsHookExW) __imp_SetWindowsHookExW = &setHook;
 decltype(&::UnhookWindowsHookEx) __imp_UnhookWindowsHookEx = &removeHook;
@@ -321,6 +367,48 @@ TEST_F(ResourceFaultsTest, ATextThatCannotBeLoadedIsMissing) {
     EXPECT_EQ(text, L"");
 }
 
+using PipeFaultsTest = SystemFaultsTest;
+
+TEST_F(PipeFaultsTest, AMessageThatIsWrittenInPartIsAFailure) {
+    HANDLE from = nullptr, to = nullptr;
+    ASSERT_TRUE(::CreatePipe(&from, &to, nullptr, 0));
+
+    EXPECT_TRUE(platform::writePipe(to, "content", 7));
+    faults.writtenAtOnce = 3;
+    EXPECT_FALSE(platform::writePipe(to, "content", 7));
+    ::CloseHandle(from);
+    ::CloseHandle(to);
+}
+
+using EndOfProcessDeathTest = SystemFaultsTest;
+
+TEST_F(EndOfProcessDeathTest, TheProcessEndsWithoutTheCleanUpOfItsLibraries) {
+    faults.exitsAreNoticed = true;
+
+    EXPECT_EXIT(platform::endProcess(7), testing::ExitedWithCode(7), "");
+}
+
+using HandlesTest = SystemFaultsTest;
+
+TEST_F(HandlesTest, AMutexGivesItsHandleBack) {
+    { const platform::KernelMutex mutex; }
+
+    EXPECT_EQ(faults.handlesClosed, 1);
+}
+
+using RegistryCallsTest = SystemFaultsTest;
+
+TEST_F(RegistryCallsTest, ArgumentsThatTheSystemReservesAreZero) {
+    constexpr wchar_t kPath[] = L"Software\\Contract system faults";
+    platform::RegistryKey key;
+
+    EXPECT_EQ(key.createForWriting(platform::Hive::CurrentUser, kPath), 0U);
+    EXPECT_EQ(key.write(L"value", platform::ValueType::String, L"1", 4), 0U);
+    EXPECT_EQ(key.openForReading(platform::Hive::CurrentUser, kPath), 0U);
+
+    EXPECT_EQ(faults.reservedArguments, 0U);
+}
+
 using ThreadFaultsTest = SystemFaultsTest;
 
 TEST_F(ThreadFaultsTest, AThreadThatTheSystemRefusesIsNull) {
@@ -329,6 +417,18 @@ TEST_F(ThreadFaultsTest, AThreadThatTheSystemRefusesIsNull) {
 
     EXPECT_EQ(platform::startThread([](void*) -> std::uint32_t { return 0; }, nullptr, id),
               nullptr);
+}
+
+TEST_F(HandlesTest, AThreadGivesItsHandleBack) {
+    std::atomic<std::uint32_t> id{0};
+    const platform::NativeHandle thread =
+        platform::startThread([](void*) -> std::uint32_t { return 0; }, nullptr, id);
+    ASSERT_EQ(platform::waitForThread(thread, platform::kNoTimeout), 0U);
+    faults.handlesClosed = 0;
+
+    platform::closeThread(thread);
+
+    EXPECT_EQ(faults.handlesClosed, 1);
 }
 
 // No other test of this program may use these libraries: a function that was found is kept.

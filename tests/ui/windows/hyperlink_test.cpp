@@ -188,6 +188,14 @@ TEST_F(HyperlinkTest, TakesTheFocusWhenItIsClicked) {
     EXPECT_EQ(::GetFocus(), first);
 }
 
+TEST_F(HyperlinkTest, StaysAsItIsWhenItIsMadeALinkAgain) {
+    SetHyperLink(first);
+
+    SetHyperLink(first);
+
+    EXPECT_EQ(::GetPropW(first, kOriginal), reinterpret_cast<HANDLE>(watchedStatic));
+}
+
 TEST_F(HyperlinkTest, MayBeAWindowOfItsOwn) {
     const HWND alone = ::CreateWindowExW(0, L"Static", L"Learn more", WS_POPUP, 0, 0, 100, 20,
                                          nullptr, nullptr, nullptr, nullptr);

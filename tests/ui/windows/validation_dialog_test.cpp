@@ -284,6 +284,18 @@ TEST_F(ValidationDialogTest, BringsItsDetailsToTheFrontWhileTheyAreOpen) {
     EXPECT_TRUE(details.wasShown());
 }
 
+TEST_F(ValidationDialogTest, IsPaintedAnewWhenItsDetailsEnd) {
+    ::SetWindowPos(check, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    const ModalPage details(kDetailsTitle, [this](HWND) { ::UpdateWindow(check); });
+
+    ::SendMessageW(check, WM_COMMAND, kLearnMore, 0);
+
+    RECT area{}, client{};
+    ::GetUpdateRect(check, &area, FALSE);
+    ::GetClientRect(check, &client);
+    EXPECT_TRUE(::EqualRect(&area, &client));
+}
+
 // This trace line shows how often the maker's page was opened: each time, the program traces once
 // that the configured address cannot be used.
 constexpr char kOpened[] = "TERNA - setting WebSite is no http address, using the default";
