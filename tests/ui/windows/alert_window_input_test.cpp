@@ -106,7 +106,8 @@ void CALLBACK pressEnterInMove(HWND, UINT, UINT_PTR, DWORD) {
     ::PostMessageW(windowOfMenu, isEnough ? WM_LBUTTONUP : WM_KEYDOWN, isEnough ? 0 : VK_RETURN, 1);
 }
 
-// "Move" in the system menu moves the window by the arrow keys until Enter.
+// "Move" in the system menu moves the window by the arrow keys until Enter. What is in the queue
+// afterwards is left there: Wine 10 leaves the Enter itself.
 TEST_F(AlertWindowTest, EndsOnlyAMoveByKeysWithEnter) {
     open(0);
     ::SetForegroundWindow(alert->window());
@@ -115,7 +116,6 @@ TEST_F(AlertWindowTest, EndsOnlyAMoveByKeysWithEnter) {
     const UINT_PTR user = ::SetTimer(nullptr, 0, kMillisecondsBetweenPresses, pressEnterInMove);
 
     ::SendMessageW(alert->window(), WM_SYSCOMMAND, SC_MOVE, 0);
-    alert_desktop::pump();
 
     ::KillTimer(nullptr, user);
     EXPECT_GT(presses, 0);
