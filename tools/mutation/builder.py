@@ -55,8 +55,11 @@ LATE_WINDOWS_PROGRAMS = {
     "platform/windows": [],
     "ui/windows": ["accessible_control_tests", "alert_window_faults", "alert_layout_tests", "alert_leak_tests"],
 }
-# A test that needs the simulated spooler, which a prefix of its own gets.
+# Those that need a prefix of their own: with the simulated spooler, with a sharp screen, and in a language that
+# is read from the right.
 SPOOLER_PROGRAMS = {"platform/windows": ["platform_printer_test"], "ui/windows": []}
+SHARP_PROGRAMS = {"platform/windows": [], "ui/windows": ["alert_scale_tests"]}
+MIRRORED_PROGRAMS = {"platform/windows": [], "ui/windows": ["alert_language_tests"]}
 # The tests that must notice another order of virtual functions: only their sources are compiled with
 # the changed header, so nothing else of the program may run.
 SLOT_TESTS_INCLUDE = "tests/support/slot_of.h"
@@ -104,7 +107,10 @@ WINDOWS = Kind(WINDOWS_BUILD, ("cmake", "--preset", "windows-checked"), ".exe", 
                (Round("wine", (), WINE, {}, WINDOWS_PROGRAMS), Round("late-wine", (), WINE, {}, LATE_WINDOWS_PROGRAMS),
                 Round("spooler", (), (*WITH_WINE, *WINE),
                       {"BEAMLINE_SPOOLER": str(WINDOWS_BUILD / "bin" / "simulated-spooler" / "winspool.drv"),
-                       "WINEDLLOVERRIDES": "winspool.drv=n,b;mscoree,mshtml="}, SPOOLER_PROGRAMS)))
+                       "WINEDLLOVERRIDES": "winspool.drv=n,b;mscoree,mshtml="}, SPOOLER_PROGRAMS),
+                Round("sharp", (), (*WITH_WINE, *WINE), {"BEAMLINE_DPI": "192"}, SHARP_PROGRAMS),
+                Round("mirrored", (), (*WITH_WINE, *WINE), {"LC_ALL": "he_IL.UTF-8", "BEAMLINE_LANGUAGE": "040D"},
+                      MIRRORED_PROGRAMS)))
 
 
 @dataclasses.dataclass(frozen=True, eq=False)
