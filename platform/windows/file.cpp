@@ -26,6 +26,7 @@ bool readFile(const char* path, std::string& bytes) {
 
     std::string content(static_cast<std::size_t>(size.QuadPart), '\0');
     std::size_t arrived = 0;
+    // Equally right with <=: a read of no bytes ends the loop.
     while (arrived < content.size()) {
         const auto wanted = static_cast<DWORD>(std::min(content.size() - arrived, kLargestBlock));
         DWORD got = 0;

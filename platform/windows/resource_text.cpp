@@ -16,6 +16,7 @@ constexpr std::uint32_t kTextsPerBlock = 16;
 HRSRC findBlock(HMODULE module, std::uint32_t id, LanguageId language) noexcept {
     if (module == nullptr || PRIMARYLANGID(language) == LANG_NEUTRAL) return nullptr;
     const std::uint32_t block = id / kTextsPerBlock + 1;
+    // Equally right with >=: nobody has a text with an id beyond a million.
     if (block > std::numeric_limits<WORD>::max()) return nullptr;  // no resource has this number
     return ::FindResourceExW(module, RT_STRING, MAKEINTRESOURCEW(block), language);
 }
@@ -35,6 +36,7 @@ std::wstring_view entryOf(std::wstring_view block, std::uint32_t index) noexcept
 
 // The languages of the user interface, the preferred one first. Empty when the system fails.
 std::vector<std::wstring> interfaceLanguages() {
+    // Equally right with 1: the system writes it.
     ULONG count = 0;
     ULONG units = 0;
     if (!::GetUserPreferredUILanguages(MUI_LANGUAGE_NAME, &count, nullptr, &units)) return {};

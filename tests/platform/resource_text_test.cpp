@@ -34,11 +34,11 @@ TEST_F(ResourceTextTest, ATextIsFoundByItsIdAndLanguage) {
 }
 
 TEST_F(ResourceTextTest, BlocksOfSixteenTextsDoNotMix) {
-    EXPECT_EQ(text(303, kEnglish), L"");
+    EXPECT_EQ(text(302, kEnglish), L"");
+    EXPECT_EQ(text(303, kEnglish), L"Last of its block");
+    EXPECT_EQ(text(304, kEnglish), L"First of the next");
+    EXPECT_EQ(text(305, kEnglish), L"");
     EXPECT_EQ(text(319, kEnglish), L"");
-    EXPECT_EQ(text(304, kEnglish), L"");
-    EXPECT_EQ(text(315, kEnglish), L"Last of its block");
-    EXPECT_EQ(text(316, kEnglish), L"First of the next");
 }
 
 TEST_F(ResourceTextTest, AMissingTextIsNotTakenFromAnotherLanguage) {

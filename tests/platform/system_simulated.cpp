@@ -51,8 +51,8 @@ void provideTexts() {
     const auto library = texts.addModule(kTextLibrary);
     texts.add(library, 0x0409, 300, L"Ready");
     texts.add(library, 0x0409, 301, L"Toner low");
-    texts.add(library, 0x0409, 315, L"Last of its block");
-    texts.add(library, 0x0409, 316, L"First of the next");
+    texts.add(library, 0x0409, 303, L"Last of its block");
+    texts.add(library, 0x0409, 304, L"First of the next");
     texts.add(library, 0x0407, 300, L"Gr\u00f6\u00dfe 4");
 }
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <atomic>
+#include <chrono>
 #include <memory>
 
 namespace {
@@ -152,8 +153,13 @@ TEST_F(ThreadTest, WithoutAHandleQuestionsFailAndClosingDoesNothing) {
     _gate.unlock();
 }
 
-TEST(SleepTest, ItEndsWithoutASignal) {
-    platform::sleepFor(1);
+TEST(SleepTest, ItEndsWithoutASignalAndNotAtOnce) {
+    constexpr std::chrono::milliseconds kAsked(40), kTickOfTheClock(16);
+    const auto began = std::chrono::steady_clock::now();
+
+    platform::sleepFor(static_cast<std::uint32_t>(kAsked.count()));
+
+    EXPECT_GE(std::chrono::steady_clock::now() - began, kAsked - kTickOfTheClock);
 }
 
 }  // namespace

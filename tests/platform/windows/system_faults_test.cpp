@@ -48,7 +48,7 @@ struct Faults {
     bool threadsFail = false;
     const wchar_t* missingLibrary = nullptr;
     bool exitsAreNoticed = false;
-    int handlesClosed = 0;
+    int handlesClosed = 0, keysClosed = 0;
     DWORD reservedArguments = 0;  // of the registry's functions, together
     bool hooksFail = false;
     bool postsFail = false;
@@ -158,6 +158,12 @@ LSTATUS WINAPI createKey(HKEY root, LPCWSTR path, DWORD reserved, LPWSTR kind, D
     return create(root, path, reserved, kind, options, rights, security, key, found);
 }
 
+LSTATUS WINAPI closeKey(HKEY key) {
+    static const auto close = real<decltype(&::RegCloseKey)>(L"advapi32.dll", "RegCloseKey");
+    ++faults.keysClosed;
+    return close(key);
+}
+
 LSTATUS WINAPI setValue(HKEY key, LPCWSTR name, DWORD reserved, DWORD type, const BYTE* value,
                         DWORD bytes) {
     static const auto set = real<decltype(&::RegSetValueExW)>(L"advapi32.dll", "RegSetValueExW");
@@ -206,6 +212,7 @@ decltype(&::CloseHandle) __imp_CloseHandle = &closeHandle;
 decltype(&::ExitProcess) __imp_ExitProcess = &exitProcess;
 decltype(&::RegOpenKeyExW) __imp_RegOpenKeyExW = &openKey;
 decltype(&::RegCreateKeyExW) __imp_RegCreateKeyExW = &createKey;
+decltype(&::RegCloseKey) __imp_RegCloseKey = &closeKey;
 decltype(&::RegSetValueExW) __imp_RegSetValueExW = &setValue;
 decltype(&::LoadLibraryExW) __imp_LoadLibraryExW = &loadLibrary;
 decltype(&::SetWindowsHookExW) __imp_SetWindowsHookExW = &setHook;
@@ -396,6 +403,15 @@ TEST_F(HandlesTest, AMutexGivesItsHandleBack) {
     EXPECT_EQ(faults.handlesClosed, 1);
 }
 
+TEST_F(HandlesTest, ARegistryKeyGivesItsHandleBack) {
+    {
+        platform::RegistryKey key;
+        ASSERT_EQ(key.openForReading(platform::Hive::CurrentUser, L"Software"), 0U);
+    }
+
+    EXPECT_EQ(faults.keysClosed, 1);
+}
+
 using RegistryCallsTest = SystemFaultsTest;
 
 TEST_F(RegistryCallsTest, ArgumentsThatTheSystemReservesAreZero) {
@@ -500,6 +516,20 @@ TEST_F(MessageFaultsTest, WorkThatIsDoneLeavesNoHook) {
 
     EXPECT_EQ(faults.hooksSet, 1);
     EXPECT_EQ(faults.hooksRemoved, 1);
+}
+
+TEST(KeyTest, APressedKeyAlsoBecomesALetter) {
+    const HWND window = ::CreateWindowW(L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                                        ::GetModuleHandleW(nullptr), nullptr);
+    ASSERT_NE(window, nullptr);
+    ASSERT_TRUE(::PostMessageW(window, WM_KEYDOWN, VK_RETURN, 1));
+
+    EXPECT_TRUE(platform::dispatchOneMessage());
+
+    MSG letter{};
+    EXPECT_TRUE(::PeekMessageW(&letter, window, WM_CHAR, WM_CHAR, PM_REMOVE));
+    EXPECT_EQ(letter.wParam, WPARAM{L'\r'});
+    ::DestroyWindow(window);
 }
 
 }  // namespace
