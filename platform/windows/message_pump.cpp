@@ -49,6 +49,7 @@ bool dispatchOneMessage() {
     // GetMessage returns -1 when it fails. That is handled like a message: `message` is then empty,
     // and an empty message belongs to no window, so dispatching it does nothing.
     if (::GetMessageA(&message, nullptr, 0, 0) == 0) return false;
+    // Equally right after the next: the letter is only queued.
     ::TranslateMessage(&message);
     ::DispatchMessageA(&message);
     return true;

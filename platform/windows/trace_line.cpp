@@ -122,6 +122,7 @@ bool isTraceKept() noexcept {
 
 void keepTraceLine(std::string_view line) noexcept {
     constexpr std::size_t kPrefixLimit = 64;  // Equally right with 65: a little more room.
+    // Equally right with 3 or with - (2): a prefix has at most 36 characters.
     char text[kPrefixLimit + kTraceLimit + 2];
     SYSTEMTIME time;
     ::GetLocalTime(&time);
