@@ -65,7 +65,6 @@ void prepare(HWND dialog, std::uint32_t title, std::span<const ControlText> rows
     const std::wstring shown = text(title);
     if (!shown.empty()) dialog_controls::setTitle(dialog, shown);
     dialog_controls::setIcons(dialog, state().module, IDI_PROGRAM);
-    keepPicturesUnmirrored(dialog);
     showTexts(dialog, rows);
     dialog_controls::describe(dialog, text(IDS_NAME_LINK_ACTION));
 }
