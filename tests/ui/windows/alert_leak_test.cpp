@@ -1,6 +1,7 @@
 // That nothing is left of alerts that are gone. A program of its own, because it takes minutes.
 #include "tests/ui/windows/alert_window_fixture.h"
 #include "tools/gauges/gauges.h"
+#include "ui/validation_dialog.h"
 
 #include <functional>
 #include <string>
@@ -39,6 +40,32 @@ TEST_F(AlertLeakTest, LeavesNothingBehindAfterFiveHundredAlerts) {
     int windows = 0;
     ::EnumThreadWindows(::GetCurrentThreadId(), &countDialog, reinterpret_cast<LPARAM>(&windows));
     EXPECT_EQ(windows, 0);
+}
+
+TEST_F(AlertLeakTest, LeavesNothingBehindAfterFiftyCartridgeChecks) {
+    constexpr int kWarmUp = 5, kChecks = 50, kScaleChanged = 0x02E0;
+    constexpr unsigned kTitle = 1064;
+    const auto openAndEnd = [] {
+        showValidationDialog(::GetModuleHandleW(nullptr), alert_desktop::strings(), L"Hall");
+        const HWND check = ::FindWindowW(nullptr, alert_desktop::text(kTitle).c_str());
+        for (const int dpi : {144, 96}) {
+            ::SendMessageW(check, kScaleChanged, MAKEWPARAM(dpi, dpi), 0);
+            ::InvalidateRect(check, nullptr, TRUE);
+            ::UpdateWindow(check);
+        }
+        ::DestroyWindow(check);
+        alert_desktop::pump();
+    };
+    for (int i = 0; i < kWarmUp; ++i)
+        openAndEnd();
+    const Gauges before = readGauges();
+
+    for (int i = 0; i < kChecks; ++i)
+        openAndEnd();
+
+    const Gauges after = readGauges();
+    EXPECT_LE(after.gdiObjects, before.gdiObjects + 3);
+    EXPECT_LE(after.handles, before.handles + 2);
 }
 
 // Wine keeps a little memory of every dialog that was ever open. So an alert is compared with a
