@@ -129,12 +129,13 @@ INT_PTR paint(HWND dialog) {
     const HDC dc = ::BeginPaint(dialog, &painting);
     paintBanner(dc, dialog);
     ::EndPaint(dialog, &painting);
-    return TRUE;
+    return TRUE;  // Equally right with FALSE: nothing is left to be painted.
 }
 
 // What both windows do with every message but their own commands.
 INT_PTR commonAnswer(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     if (isColourRequest(message)) return paintFace(dialog, message, wParam);
+    // Equally right with nullptr for dialog: then every window is painted again.
     if (isColourChange(message, wParam)) followColourChange(dialog, message);
     if (message == WM_NCDESTROY) {
         WindowResources::release(dialog);
@@ -143,6 +144,7 @@ INT_PTR commonAnswer(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     }
     if (!DialogScale::answer(dialog, message, wParam, lParam)) return FALSE;
     if (message == kScaleChanged) {
+        // Equally right after the next: the icon stands in the title bar.
         dialog_controls::setIcons(dialog, state().module, IDI_PROGRAM);
         joinLearnMore(dialog);
     }
