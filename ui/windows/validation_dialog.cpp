@@ -199,7 +199,7 @@ INT_PTR answerCheckCommand(HWND dialog, int control) {
             ::InvalidateRect(dialog, nullptr, TRUE);
             return TRUE;
         case CheckAction::Close:
-            // Equally right without it or after the next: a window that is gone has ended.
+            // Equally right without it or after the next or with nullptr for dialog: it goes.
             ::EndDialog(dialog, control);
             ::DestroyWindow(dialog);  // without an owner's loop it would only be hidden
             return TRUE;
