@@ -21,6 +21,8 @@ HFONT fontOf(HWND window) {
 
 LONG fontHeightOf(HWND window) {
     LOGFONTW font{};
+    // With a wrong height the same layout is only made once more.
+    // Equally right without it or with nullptr for &font or with nullptr for window: see above.
     ::GetObjectW(fontOf(window), sizeof(font), &font);
     return font.lfHeight;
 }
