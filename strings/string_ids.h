@@ -23,7 +23,7 @@
 #define IDS_STATUS_DOOR_OPEN                 145  // status table, 40020
 #define IDS_STATUS_CARTRIDGE_DOOR_OPEN       146  // status table, 40021
 #define IDS_PAPER_OUT                        149  // headline, 41100 to 41199
-#define IDS_PAPER_OUT_DETAIL_K               150  // its detail, K7400 family
+#define IDS_PAPER_OUT_DETAIL_K               150  // detail of paper out, K7400 family
 #define IDS_STATUS_LOAD_INPUT_SLOT           153  // status table, 30119
 #define IDS_LOAD_MEDIA_DETAIL                154  // detail; two %s: media in use, media needed
 #define IDS_LOAD_PAPER                       160  // headline, 41000 to 41399 but 41100 to 41199
@@ -54,7 +54,7 @@
 #define IDS_TONER_LOW_DETAIL                 281  // detail and help, 10209
 #define IDS_TONER_LOW                        284  // headline, 10209
 #define IDS_TONER_VERY_LOW                   285  // headline, 10219
-#define IDS_NEW_CARTRIDGE                    347  // the same on Simplified Chinese systems
+#define IDS_NEW_CARTRIDGE                    347  // new cartridge on a Simplified Chinese system
 #define IDS_NOT_QV_CARTRIDGE                 352  // headline, 10403 and 10407
 #define IDS_CARTRIDGE_USED_BEFORE            353  // headline, 40608, 40610, 40612 and 40614
 #define IDS_CARTRIDGE_EMPTY_DETAIL           354  // detail and help, 10300
@@ -62,7 +62,7 @@
 #define IDS_TONER_LOW_CAPTION                357  // caption of the help box, 10209
 #define IDS_TONER_VERY_LOW_CAPTION           358  // caption of the help box, 10219
 #define IDS_CARTRIDGE_EMPTY_CAPTION          359  // caption of the help box, 10300
-#define IDS_CHECK_CARTRIDGE_LINK             360  // link below it, Simplified Chinese systems
+#define IDS_CHECK_CARTRIDGE_LINK             360  // link to the cartridge check
 #define IDS_CARTRIDGE_MEMORY_PROBLEM         363  // headline, 40017
 
 // Snooze: the list of reminder times, and what is said when none is chosen
@@ -145,7 +145,7 @@
 // Cartridge check and its details: a control's text has the id of the control
 #define IDS_CHECK_HEADING                   1028
 #define IDS_CHECK_EXPLANATION               1029
-#define IDS_CHECK_LEARN_MORE_REST           1031  // the rest of that line, or a single blank
+#define IDS_CHECK_LEARN_MORE_REST           1031  // rest of the learn-more line, or one blank
 #define IDS_CHECK_SUBMIT                    1036  // button
 #define IDS_DETAILS_ABOUT                   1037
 #define IDS_DETAILS_ABOUT_TEXT              1038
