@@ -12,8 +12,8 @@ enum class LetterRules {
 // dialogs, so the messages are changed as they leave the queue. Enter presses the button that has
 // the focus; otherwise it goes to the system's dialog rules, as Tab, arrows and Esc do. Letters go
 // where the dialog's letter rules say, but for a child that wants letters itself. Nothing else is
-// touched, and nothing at all while a menu is open. Works on the thread that made it, for as long
-// as one of these objects lives there.
+// touched, and nothing at all while a menu is open or a window is moved by keys. Works on the
+// thread that made it, for as long as one of these objects lives there.
 class KeyboardFilter {
 public:
     // std::bad_alloc when the dialog cannot be marked as one that is served.
