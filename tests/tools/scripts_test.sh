@@ -98,6 +98,29 @@ end_of_a_bad_night() {
     nightly_of_stubs | sed -n '/^== What failed in .* fuzz$/,$p'
 }
 
+# Two paragraphs after the first: each command needs that the first has ended, and that the other is running.
+series_of_paragraphs() {
+    place=$(mktemp -d)
+    mkdir -p "$place/tools"
+    cp tools/series.sh "$place/tools/"
+    cat >"$place/test" <<'TEXT'
+touch "$1-has-begun"
+case $1 in
+first) sleep 0.3; touch first-has-ended ;;
+left) other=right ;;
+right) other=left ;;
+esac
+for _ in 1 2 3 4 5 6 7 8 9 10; do
+    [ -z "${other:-}" ] || [ -e "$other-has-begun" ] || sleep 0.5
+done
+[ -e first-has-ended ] && [ -e "${other:-first}-has-begun" ] && echo "1 passed, 0 failed"
+TEXT
+    printf 'first\n\nleft\n\nright\n' | sh "$place/tools/series.sh" some
+    ended=$?
+    rm -rf "$place"
+    return "$ended"
+}
+
 # fuzz_of_stubs FUZZER ARGUMENT...: ./test fuzz on one target, whose fuzzer is this script; '' for none. It
 # then tells whether the corpus and the expected results are as they were.
 fuzz_of_stubs() {
@@ -212,6 +235,7 @@ check "a night goes on after a failure" 1 '^portability  *ok ' nightly_of_stubs
 check "a night counts what failed" 1 '^51 passed, 3 failed$' nightly_of_stubs
 check "a night tells at its end what failed" 0 '^--- a page failed:$' end_of_a_bad_night
 check "a night does not believe a count against the exit code" 1 '^soak  *NOT OK .*exit code 1$' nightly_of_stubs
+check "the paragraphs of a series after the first run at the same time" 0 '^3 passed, 0 failed$' series_of_paragraphs
 check "the change log begins with the version of the project" 0 '^same$' the_change_log_has_the_version
 check "packages are those of the purpose and of this release" 1 '^Installing: a b d f$' wanted_packages ci
 check "a release needs no packages of the tests" 1 '^Installing: a f$' wanted_packages release
