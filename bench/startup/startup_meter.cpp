@@ -23,8 +23,10 @@
 namespace {
 
 constexpr int kRuns = 15;
-// What --check demands. Time and memory are those of the monitor beside the empty program's.
-constexpr double kStartLimit = 1.35, kWorkingSetLimit = 1.32, kCommitLimit = 1.4;
+// What --check demands. Time and memory are those of the monitor beside the empty program's. On a
+// quiet machine the start takes 1.3 to 1.5 of the empty program's, and 2.2 or more if the first
+// record waits for the sleep of the main loop.
+constexpr double kStartLimit = 1.8, kWorkingSetLimit = 1.32, kCommitLimit = 1.4;
 constexpr double kSizeLimitKiB = 800;  // the pictures have 350 of them, for screens of 200 %
 // A single start may take any time on a busy machine, so it gets more rounds there.
 constexpr int kMoreRounds = 80;
