@@ -66,6 +66,7 @@ std::wstring machinePath() {
 bool findPath() noexcept try {
     std::wstring path;
     if (!environmentVariable(L"QVSM_TRACE", path)) path = machinePath();
+    // Equally right with true: no file has an empty name.
     if (path.empty() || path.size() + std::size(kOlderFile) > kPathUnits) return false;
     tracePathOfThisProcess[path.copy(tracePathOfThisProcess, path.size())] = L'\0';
     return true;
@@ -103,6 +104,7 @@ bool makeRoom() noexcept {
         traceFile = invalidHandle();
         const bool isStillFull = attempt > 0;
         // Equally right with 2: somebody would have to fill the new file at this moment.
+        // Equally right with &&: what cannot be set aside is tried once more.
         if ((isStillFull && !setAside()) || attempt > 1 || !openFile()) return false;
     }
     return true;

@@ -107,6 +107,7 @@ bool hasTypeDefinition(IXMLDOMDocument& document) {
 }
 
 bool load(IXMLDOMDocument& document, std::string_view text) {
+    // Equally right with true: a document that was not loaded has no nodes.
     if (!prohibitTypeDefinition(document)) return false;
     // A page must not make the parser read files of this computer or fetch anything from the net.
     document.put_resolveExternals(VARIANT_FALSE);

@@ -11,6 +11,7 @@
 #include "platform/shell.h"
 #include "platform/spooler.h"
 #include "platform/thread.h"
+#include "platform/trace_line.h"
 #include "platform/xml_query.h"
 
 #include <gtest/gtest.h>
@@ -49,7 +50,8 @@ struct Faults {
     const wchar_t* missingLibrary = nullptr;
     bool exitsAreNoticed = false;
     int handlesClosed = 0, keysClosed = 0;
-    DWORD reservedArguments = 0;  // of the registry's functions, together
+    DWORD reservedArguments = 0;    // of the registry's functions, together
+    std::wstring textOfTheMachine;  // every text value below the local machine
     bool hooksFail = false;
     bool postsFail = false;
     int hooksSet = 0, hooksRemoved = 0;
@@ -171,6 +173,13 @@ LSTATUS WINAPI setValue(HKEY key, LPCWSTR name, DWORD reserved, DWORD type, cons
     return set(key, name, reserved, type, value, bytes);
 }
 
+LSTATUS WINAPI getText(HKEY, LPCWSTR, LPCWSTR, DWORD, LPDWORD, PVOID text, LPDWORD bytes) {
+    const std::wstring& value = faults.textOfTheMachine;
+    if (*bytes <= value.size() * sizeof(wchar_t)) return ERROR_MORE_DATA;
+    *std::copy(value.begin(), value.end(), static_cast<wchar_t*>(text)) = L'\0';
+    return ERROR_SUCCESS;
+}
+
 HHOOK WINAPI setHook(int kind, HOOKPROC procedure, HINSTANCE module, DWORD thread) {
     using Set = decltype(&::SetWindowsHookExW);
     static const auto set = real<Set>(L"user32.dll", "SetWindowsHookExW");
@@ -214,6 +223,7 @@ decltype(&::RegOpenKeyExW) __imp_RegOpenKeyExW = &openKey;
 decltype(&::RegCreateKeyExW) __imp_RegCreateKeyExW = &createKey;
 decltype(&::RegCloseKey) __imp_RegCloseKey = &closeKey;
 decltype(&::RegSetValueExW) __imp_RegSetValueExW = &setValue;
+decltype(&::RegGetValueW) __imp_RegGetValueW = &getText;
 decltype(&::LoadLibraryExW) __imp_LoadLibraryExW = &loadLibrary;
 decltype(&::SetWindowsHookExW) __imp_SetWindowsHookExW = &setHook;
 decltype(&::UnhookWindowsHookEx) __imp_UnhookWindowsHookEx = &removeHook;
@@ -393,6 +403,28 @@ TEST_F(EndOfProcessDeathTest, TheProcessEndsWithoutTheCleanUpOfItsLibraries) {
     faults.exitsAreNoticed = true;
 
     EXPECT_EXIT(platform::endProcess(7), testing::ExitedWithCode(7), "");
+}
+
+// The trace asks for its file once, so each question needs a process of its own.
+using TraceOfTheMachineDeathTest = SystemFaultsTest;
+
+TEST_F(TraceOfTheMachineDeathTest, IsKeptWhereItsNameHasRoomForThatOfTheOlderFile) {
+    constexpr std::size_t kMostUnits = 1024 - 5;  // ".old" and its end
+    constexpr wchar_t kName[] = L"trace of the machine.txt";
+    wchar_t folder[MAX_PATH] = {};
+    ::GetTempPathW(MAX_PATH, folder);
+    std::wstring path = folder;
+    while (path.size() + std::size(kName) < kMostUnits)
+        path += L".\\";
+    path += std::wstring(kMostUnits - path.size() - std::size(kName) + 1, L'x') + kName;
+    ::SetEnvironmentVariableW(L"QVSM_TRACE", nullptr);
+    const auto endWithTheAnswer = [] { platform::endProcess(platform::isTraceKept() ? 1 : 0); };
+
+    faults.textOfTheMachine = path;
+    EXPECT_EXIT(endWithTheAnswer(), testing::ExitedWithCode(1), "");
+    faults.textOfTheMachine = path + L"x";
+    EXPECT_EXIT(endWithTheAnswer(), testing::ExitedWithCode(0), "");
+    ::DeleteFileW(path.c_str());
 }
 
 using HandlesTest = SystemFaultsTest;
