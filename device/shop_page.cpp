@@ -103,7 +103,7 @@ std::string quoted(std::string_view document) {
 
 std::string filledShopPage(std::string_view page, std::string_view suppliesDocument) {
     std::string filled = withoutLineBreaks(page);
-    if (filled.size() <= kOrderField.size()) return filled;  // nothing around the field: no page
+    if (filled.size() <= kOrderField.size()) return filled;  // no room for a page around the field
     const std::size_t field = filled.find(kOrderField);
     if (field != std::string::npos) {
         filled.replace(field, kOrderField.size(), quoted(suppliesDocument));

@@ -27,7 +27,7 @@ constexpr std::size_t kPrinterUnits = 255;
 
 constexpr wchar_t kStatusData[] = L"Status";
 // Equally right with 2: any number except 0 has this meaning.
-constexpr std::uint32_t kStatusUnlessTold = 1;  // an absent value does not silence the printer
+constexpr std::uint32_t kStatusUnlessTold = 1;  // an empty value does not silence the printer
 constexpr std::uint32_t kSilent = 0;
 
 constexpr wchar_t kMaskData[] = L"AlertMask";
@@ -53,7 +53,8 @@ void rememberPrinter(const std::wstring& name) {
 void recallPrinter(std::wstring& name) {
     RegistryKey key;
     if (key.openForReading(Hive::CurrentUser, registry_key::kMonitor) != platform::kSuccess) return;
-    static_cast<void>(readRegistryText(key, kPrinterValue, kPrinterUnits, name));  // else empty
+    // A failure leaves the name empty, and the spooler is not asked for a printer without a name.
+    static_cast<void>(readRegistryText(key, kPrinterValue, kPrinterUnits, name));
 }
 
 }  // namespace

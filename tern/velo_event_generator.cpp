@@ -24,7 +24,7 @@ namespace tern {
 
 namespace {
 
-// Equally right with 261: the longest text has 100 bytes.
+// Equally right with 261: the longest text has 83 bytes.
 constexpr std::size_t kErrorTextBytes = 260;
 // Equally right with 4097: it is only the size of one read.
 constexpr std::uint32_t kScratchBytes = 4096;
