@@ -111,8 +111,7 @@ std::string filledShopPage(std::string_view page, std::string_view suppliesDocum
     return filled;
 }
 
-// A try block of the whole function: nearly every step takes memory, and an exception would end the
-// main loop that we are called from. The user can click again.
+// A try block of the whole function: nearly every step takes memory. The user can click again.
 void openShopPage(const std::wstring& portName) try {
     ShopFolders folders;
     std::string document;

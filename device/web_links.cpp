@@ -90,8 +90,7 @@ std::wstring siteAddress(const Site& site) {
     return site.fallback;
 }
 
-// A try block of the whole function: an exception would end the main loop that we are called from,
-// while a link that opens nothing can be clicked again.
+// A try block of the whole function: a link that opens nothing can be clicked again.
 void openMakerPage(const wchar_t* path) try {
     platform::openAddress((makerSite() + path).c_str());
 } catch (const std::bad_alloc&) {

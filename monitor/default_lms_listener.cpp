@@ -31,6 +31,7 @@
 #include "ui/validation_dialog.h"
 #include "ui/window_types.h"
 
+#include <new>
 #include <optional>
 #include <string>
 
@@ -65,7 +66,9 @@ const arbor::Guid* DefaultLMSListener::getClassId() const {
     return &kClassId;
 }
 
-bool DefaultLMSListener::notify(arbor::IMessage* message) {
+// A try block of the whole function: without memory for what one message asks, that message is
+// lost. An exception would end the main loop, and with it every open alert.
+bool DefaultLMSListener::notify(arbor::IMessage* message) try {
     const arbor::IPropertyHolder& properties = *message->getProperties();
     // Every message overwrites both, clicks in an alert included. That is right because they are
     // only read while the same message is handled: the status that an alert shows is in its own
@@ -80,6 +83,9 @@ bool DefaultLMSListener::notify(arbor::IMessage* message) {
     if (*message->getType() == alert_action::kMessageType) {
         onFeedback(message->getCode(), properties);
     }
+    return false;
+} catch (const std::bad_alloc& error) {
+    platform::trace("TERNA - error: %s", error.what());
     return false;
 }
 

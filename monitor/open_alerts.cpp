@@ -10,7 +10,6 @@
 #include "ui/window_types.h"
 
 #include <cstddef>
-#include <new>
 #include <utility>
 
 namespace {
@@ -48,16 +47,6 @@ void OpenAlerts::addAlert(arbor::IPropertyHolder& description, AlertType dialogT
                           bool autoClose) {
     if (findAlertDialogType(dialogType) != kNotFound) return;
 
-    // The handlers are called from the main loop, which an exception would end. Without memory this
-    // alert is not shown; the printer reports its status again.
-    try {
-        open(description, dialogType, autoClose);
-    } catch (const std::bad_alloc&) {
-        return;
-    }
-}
-
-void OpenAlerts::open(arbor::IPropertyHolder& description, AlertType dialogType, bool autoClose) {
     const Lock lock(*this);
     // Reserve now: once the window shows, storing its record must not fail.
     _alerts.reserve(_alerts.size() + 1);

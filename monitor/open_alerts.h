@@ -26,7 +26,8 @@ public:
     ~OpenAlerts();
 
     // Opens an alert at the next place of the cascade. An open alert of this type stays as it is
-    // and the new one is dropped, as it is when memory or its window fail.
+    // and the new one is dropped, as it is when its content finds no memory or its window fails.
+    // May throw std::bad_alloc with nothing added or shown.
     void addAlert(arbor::IPropertyHolder& description, AlertType dialogType, bool autoClose);
 
     // Index of the alert of a type, kNotFound when none is open.
@@ -44,9 +45,6 @@ public:
 
 private:
     struct AlertRecord;
-
-    // addAlert, for a type that is not open. Throws std::bad_alloc with nothing added or shown.
-    void open(arbor::IPropertyHolder& description, AlertType dialogType, bool autoClose);
 
     // Not marked as guarded by the lock: the end of the document walks it without the lock. Main
     // thread only, so that walk meets nobody.

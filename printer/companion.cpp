@@ -43,8 +43,7 @@ bool start() {
 }  // namespace
 
 bool startCompanion() {
-    // The path takes memory, and the listener that calls us expects no exception: a user who
-    // clicked the link can click it again.
+    // The path takes memory. A user who clicked the link can click it again.
     try {
         return start();
     } catch (const std::bad_alloc&) {

@@ -66,21 +66,15 @@ void queryText(const std::string& page, const char* path, wchar_t* buffer) {
 }  // namespace
 
 void queryCartridgeSerial(const std::wstring& printerName) {
-    // The caller is in the main loop, which an exception would end. Without memory the current
-    // cartridge stays what it was, and the next document asks again.
-    try {
-        EWSIntf device;
-        std::string page;
-        if (!device.get_page(printerName.c_str(), kConfigurationPage, page)) return;
-        std::string text;
-        if (!platform::queryXml(page, kSerialNumber, text)) return;
-        const std::int32_t serial = leadingNumber(text);
-        if (serial == 0) return;  // the device does not tell
-        CartridgeRecord record;
-        AddCartIfNew(record, static_cast<std::uint32_t>(serial));
-    } catch (const std::bad_alloc&) {
-        return;
-    }
+    EWSIntf device;
+    std::string page;
+    if (!device.get_page(printerName.c_str(), kConfigurationPage, page)) return;
+    std::string text;
+    if (!platform::queryXml(page, kSerialNumber, text)) return;
+    const std::int32_t serial = leadingNumber(text);
+    if (serial == 0) return;  // the device does not tell
+    CartridgeRecord record;
+    AddCartIfNew(record, static_cast<std::uint32_t>(serial));
 }
 
 void getConsumableInfo(const std::wstring& printerName, wchar_t* productNumber,

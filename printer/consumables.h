@@ -6,10 +6,10 @@
 inline constexpr std::size_t kConsumableTextUnits = 512;  // of each buffer, terminator included
 inline constexpr wchar_t kNotKnown[] = L"Not Known";  // never shown: replaced by a localized text
 
-// Both wait for the device's answer and report no failure to the caller. Main thread.
+// Both wait for the device's answer and report no failure of it to the caller. Main thread.
 
 // Asks the device for the serial number of its cartridge and, when it tells one, makes it the
-// current cartridge.
+// current cartridge. Throws std::bad_alloc with nothing changed.
 void queryCartridgeSerial(const std::wstring& printerName);
 
 // Product number and estimated pages remaining of the cartridge; "Not Known" where the device does

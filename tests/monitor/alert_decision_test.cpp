@@ -4,6 +4,7 @@
 #include "tests/monitor/listener_fixture.h"
 #include "tests/support/test_properties.h"
 
+#include <new>
 #include <tuple>
 
 namespace {
@@ -46,6 +47,20 @@ protected:
         return buttons;
     }
 };
+
+// Has no memory to open its first alert.
+class ListenerWithoutMemory : public DefaultLMSListener {
+public:
+    using DefaultLMSListener::DefaultLMSListener;
+    void showDialogType0() override { throw std::bad_alloc(); }
+};
+using WithoutMemoryTest = ListenerFixture<ListenerWithoutMemory>;
+
+TEST_F(WithoutMemoryTest, AMessageIsLostWithATraceAndTheMonitorGoesOn) {
+    EXPECT_FALSE(status(41150));
+
+    EXPECT_TRUE(wasTraced("TERNA - error: std::bad_alloc"));
+}
 
 TEST_F(AlertDecisionTest, EveryMessageIsTraced) {
     status(41150);
