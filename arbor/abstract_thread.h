@@ -15,8 +15,8 @@
 
 namespace arbor {
 
-// Key under which a ThreadMessage carries its IThread, and a component that has one (kept: see
-// decision 0012).
+// A ThreadMessage carries its IThread under this key, and so does a component that has a thread
+// (kept: see decision 0012).
 inline constexpr wchar_t kThreadKey[] = L"thread";
 
 // Codes of a ThreadMessage.

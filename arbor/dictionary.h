@@ -18,8 +18,8 @@ namespace arbor {
 // issues. Values are not owned. Entries are in no order. Nearly always there is a handful of them,
 // so they are stored inline and found by linear search, which is faster than any tree for so few. A
 // dictionary that outgrows its inline storage sorts their positions by key and by symbol from then
-// on and uses binary search. Each operation searches once. Not locked: nobody may read while
-// another thread writes.
+// on and uses binary search. Before that, each operation searches once. Not locked: nobody may read
+// while another thread writes.
 template <typename Key, typename Value, typename Symbol, Symbol MaxSymbol, Symbol MinSymbol>
 class dictionary {
     using Char = typename Key::value_type;

@@ -14,7 +14,8 @@ class IProperty;
 using DatabaseObserver = void;
 
 // Properties addressed by compound keys, by flat keys or by the number of their entry. A missing
-// entry reads as the null property, never as a null pointer.
+// entry reads as the null property, never as a null pointer. Whatever makes a flat key of several
+// components or of a class name may throw std::bad_alloc, and so may addObserver().
 class IDatabase {
 public:
     // Key components in order. Components are written as they are: a "/" in one is not escaped.

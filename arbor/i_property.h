@@ -19,9 +19,10 @@ enum PropertyType : std::uint32_t {
     PT_UINT64 = 8
 };
 
-// One typed value of a property bag. It never changes, so no operation fails or takes a lock and
-// any thread may read it; but it must not be destroyed while another thread reads it. A conversion
-// that has no meaning gives the answer of the caller's fallback.
+// One typed value of a property bag. It never changes, so no operation takes a lock and any thread
+// may read it; but it must not be destroyed while another thread reads it. A conversion that has no
+// meaning gives the answer of the caller's fallback. Nothing fails but memory, and only for a text:
+// toString() may throw std::bad_alloc.
 class IProperty {
 public:
     // The answer for a conversion that has no meaning. This one always gives the same value.

@@ -9,7 +9,7 @@ namespace arbor {
 
 // A bag of properties under case-sensitive wide keys. Each operation on a wide key is followed by
 // its twin on a narrow key in the ANSI code page, which addresses the same entry. Setters answer
-// whether the value was stored.
+// whether the value was stored. The twins and getString() may throw std::bad_alloc.
 //
 // Several threads may write into one bag. Nobody may read a bag while another thread writes into
 // it, not even under another key: a write may move the other entries, and readers take no lock.

@@ -19,7 +19,8 @@ public:
     // The order of the operations below is part of the design, and so are the reserved ones, which
     // do nothing and answer true (kept: see decision 0012).
 
-    // Tells the observers, on the calling thread. Starts the thread unless it was started before.
+    // Tells the observers, on the calling thread; none of them may destroy the object then. Starts
+    // the thread unless it was started before. std::bad_alloc, as addObserver().
     virtual void start() = 0;
     [[nodiscard]] virtual bool isFinished() = 0;
     // Waits for the end of the thread. The system's wait result: 0 when it has ended, 258 at the

@@ -19,9 +19,9 @@ namespace arbor {
 // destroy what they replaced after it. Readers take no lock, so nobody may read while another
 // thread writes into the same bag, whatever the key: entries move.
 //
-// When memory runs out a setter answers false and the old value stays, with one exception: where
-// only the copy of a text or buffer finds no memory, the setter stores a property with a null text
-// or buffer, which reads as empty, and answers true.
+// When memory runs out a setter of a wide key answers false and the old value stays, with one
+// exception: where only the copy of a text or buffer finds no memory, the setter stores a property
+// with a null text or buffer, which reads as empty, and answers true.
 class PropertyHolder : public AbstractPropertyHolder, public Synchronized {
 public:
     PropertyHolder() = default;

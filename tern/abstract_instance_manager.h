@@ -50,7 +50,7 @@ public:
 
     // The caller owns the record.
     virtual ModuleRecord* newModuleRecord(platform::NativeHandle module);
-    // Whether database and broker are ready; asked once they are.
+    // Whether database and broker are ready. Once they are, neither is asked again.
     virtual bool initialize();
     virtual std::uint32_t runLoop();
     // Puts "key=value" strings into the holder, empties the list and returns the holder.

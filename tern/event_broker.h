@@ -36,7 +36,8 @@ public:
 
     // The order of the operations below is part of the design (kept: see decision 0012).
 
-    // Called by the threads of generators: the broker starts each thread that asks for it.
+    // For what the threads of generators tell: the loop starts each thread that asks for it. Any
+    // thread.
     bool notify(arbor::IMessage* message) override;
     // Destroys the components in the order in which they were added, then drops what is still
     // queued. A component may add or remove others from its destructor. It does not wait
@@ -53,7 +54,7 @@ public:
     // result is always 0.
     virtual std::int32_t run() ARBOR_EXCLUDES(this);
     // Builds a message and enqueues it. `properties` only chooses a message with a bag of its own,
-    // which starts empty. False when the message cannot be allocated.
+    // which starts empty. False when the message cannot be allocated or enqueued.
     virtual bool post(const arbor::Guid* type, std::uint32_t code, std::uint32_t flags,
                       arbor::PropertyHolder* properties);
     // False, and the message is dropped, when the queue has no memory or the broker is being
@@ -65,7 +66,10 @@ public:
     // "thread" nor "listener" in its bag, or no memory. A thread is started when the loop is idle
     // next. Main thread.
     virtual bool addComponent(arbor::PropertyHolder* component);
-    // Destroys the component only when asked to and when it was the broker's. Always true.
+    // Destroys the component only when asked to and when it was the broker's. Always true. Main
+    // thread. Two things must not be destroyed: a listener that a delivery in progress has still to
+    // call, and, by an observer of a thread's start, a generator whose own thread runs. That thread
+    // may be waiting for the broker's lock, which is held then, and cannot leave its object.
     virtual bool removeComponent(arbor::PropertyHolder* component, bool destroy);
 
     // Whether no message is queued and nobody has asked for the end. Main thread.

@@ -21,8 +21,8 @@ struct ModuleRecord {
     platform::NativeHandle module;
 };
 
-// The root of the framework: makes components by name, and knows the database and the broker. Main
-// thread only, but for getEventBroker().
+// The root of the framework: makes components by name, and knows the database and the broker. What
+// makes or adds something may throw std::bad_alloc. Main thread only, but for getEventBroker().
 class IInstanceManager {
 public:
     IInstanceManager() = default;
@@ -50,7 +50,8 @@ public:
     // Makes a component and hands it to the broker. True when the broker took it.
     virtual bool createInstance(const wchar_t* name, const wchar_t* arguments) = 0;
     virtual bool createInstance(const char* name, const char* arguments) = 0;
-    // The caller owns the component; null for an unknown class. Null arguments are none.
+    // The caller owns the component; null for an unknown class. Null arguments are none. A
+    // generator has asked for its start, so it must live until addComponent() has answered.
     virtual arbor::PropertyHolder* createInstanceByGuid(const arbor::Guid* guid,
                                                         const wchar_t* arguments) = 0;
     virtual arbor::PropertyHolder* createInstanceByGuid(const arbor::Guid* guid,

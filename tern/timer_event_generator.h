@@ -8,7 +8,7 @@
 
 namespace tern {
 
-// Posts a tick without payload at a fixed interval, for as long as the process lives.
+// Posts a tick without payload at a fixed interval, for as long as it lives.
 class TimerEventGenerator : public AbstractEventGenerator {
 public:
     static constexpr std::uint32_t kTickCode = 123;

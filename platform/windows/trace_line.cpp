@@ -71,7 +71,7 @@ bool findPath() noexcept try {
     tracePathOfThisProcess[path.copy(tracePathOfThisProcess, path.size())] = L'\0';
     return true;
 } catch (const std::bad_alloc&) {
-    return false;  // Equally right with true: a path was not found, and none is no file's.
+    return false;  // Equally right with true: the path stays empty, and no file opens by it.
 }
 
 // FILE_APPEND_DATA makes every write go to the end of the file, so that one process does not
