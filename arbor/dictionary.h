@@ -163,7 +163,8 @@ private:
         [[nodiscard]] bool has(const Char* wanted) const noexcept { return key == wanted; }
         [[nodiscard]] bool has(Symbol wanted) const noexcept { return symbol == wanted; }
 
-        KeyText<Char> key;
+        // What this leaves unused at its end has room for the symbol.
+        [[no_unique_address]] KeyText<Char> key;
         Symbol symbol = kNoSymbol;
         Value value;
     };

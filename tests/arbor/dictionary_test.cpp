@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <stdexcept>
@@ -33,6 +34,15 @@ std::string errorOf(Get get) {
 }
 
 }  // namespace
+
+// Every message carries a dictionary, so each byte of an entry is five in every message.
+TEST(DictionaryTest, EachOfTheFiveEntriesInsideHasThirtyTwoBytes) {
+    constexpr std::size_t kEntries = 5 * 32;
+    // The table, the array's begin, size and capacity, the orders; the two symbols share the last.
+    constexpr std::size_t kWords = 6;
+
+    EXPECT_EQ(sizeof(Words), kEntries + kWords * sizeof(void*));
+}
 
 TEST(DictionaryTest, FirstKeyGetsSymbolTwo) {
     Words words;
