@@ -9,7 +9,7 @@
 
 // The maker's device library, bound at construction and let go at destruction. Each operation opens
 // the device by its port name and closes it on every path, so objects are short-lived and share
-// nothing: any thread may make its own.
+// nothing: any thread may make its own. The names of the operations are kept: see decision 0012.
 class EWSIntf {
 public:
     EWSIntf();

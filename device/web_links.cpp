@@ -16,7 +16,7 @@
 
 namespace {
 
-// Key and names of values are kept: see decision 0012.
+// The names of the values are kept: see decision 0012.
 constexpr std::size_t kSettingUnits = 512;  // longer addresses are not taken
 
 struct Site {

@@ -81,7 +81,7 @@ protected:
     // The tail of every handler: describes the alert and opens it.
     void showAlert(AlertType dialogType);
 
-    OpenAlerts _alerts;
+    OpenAlerts _alerts;  // the name is kept: see decision 0012
 
 private:
     friend bool fillDialogDescription(const DefaultLMSListener& listener,
