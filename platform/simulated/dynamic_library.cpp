@@ -1,5 +1,4 @@
 #include "platform/dynamic_library.h"
-#include "platform/simulated/faults.h"
 
 #include "platform/simulated/world.h"
 

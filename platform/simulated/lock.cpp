@@ -1,5 +1,4 @@
 #include "platform/lock.h"
-#include "platform/simulated/faults.h"
 
 #include "platform/simulated/held_locks.h"
 #include "platform/simulated/recursive_lock.h"

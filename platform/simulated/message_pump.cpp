@@ -1,6 +1,6 @@
 #include "platform/message_pump.h"
-#include "platform/simulated/messages.h"
 
+#include "platform/simulated/messages.h"
 #include "platform/simulated/world.h"
 #include "platform/thread.h"
 

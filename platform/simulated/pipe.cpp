@@ -1,5 +1,4 @@
 #include "platform/pipe.h"
-#include "platform/simulated/faults.h"
 
 #include "platform/simulated/world.h"
 #include "platform/thread.h"

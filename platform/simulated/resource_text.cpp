@@ -1,5 +1,4 @@
 #include "platform/resource_text.h"
-#include "platform/simulated/faults.h"
 
 #include "platform/simulated/world.h"
 

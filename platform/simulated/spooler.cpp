@@ -1,7 +1,6 @@
 #include "platform/spooler.h"
-#include "platform/simulated/faults.h"
-#include "platform/simulated/printers.h"
 
+#include "platform/simulated/printers.h"
 #include "platform/simulated/world.h"
 
 #include <string_view>

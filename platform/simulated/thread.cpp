@@ -1,5 +1,4 @@
 #include "platform/thread.h"
-#include "platform/simulated/faults.h"
 
 #include "platform/lock.h"
 #include "platform/simulated/world.h"

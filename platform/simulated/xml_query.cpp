@@ -1,5 +1,4 @@
 #include "platform/xml_query.h"
-#include "platform/simulated/faults.h"
 
 #include "platform/simulated/world.h"
 #include "platform/simulated/xml_reader.h"
