@@ -3,6 +3,7 @@
 #include "printer/cartridge_store.h"
 #include "tests/monitor/listener_fixture.h"
 #include "tests/support/headless_dialogs/headless_dialogs.h"
+#include "tests/support/stopped_loop.h"
 #include "ui/default_status_dialog.h"
 #include "ui/resource_ids.h"
 
@@ -68,14 +69,5 @@ protected:
             {reinterpret_cast<const char*>(record.bytes()), kCartridgeRecordBytes});
     }
 
-    // Whether the main loop has been stopped. A stopped loop returns at once and handles none of
-    // the messages that wait in its queue.
-    bool channelIsStopped() {
-        bool pumped = false;
-        world().messages.post([&pumped] { pumped = true; });
-        tern::EventBroker& broker = *manager->getEventBroker();
-        world().messages.post([&broker] { broker.stop(nullptr, 0); });
-        broker.run();
-        return !pumped;
-    }
+    bool channelIsStopped() { return test::isLoopStopped(*manager->getEventBroker()); }
 };

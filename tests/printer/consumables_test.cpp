@@ -2,6 +2,7 @@
 
 #include "platform/simulated/world.h"
 #include "tests/printer/stored_values.h"
+#include "tests/support/supply_pages.h"
 
 #include <gtest/gtest.h>
 
@@ -13,36 +14,19 @@ namespace {
 
 using platform::simulated::Call;
 using platform::simulated::world;
+using supply_pages::configuration;
+using supply_pages::kConfigurationPath;
+using supply_pages::kUsagePath;
+using supply_pages::usage;
 
 constexpr wchar_t kPrinter[] = L"Beamline K7400";
-constexpr char kConfigPath[] = "/DevMgmt/ConsumableConfigDyn.xml";
-constexpr char kUsagePath[] = "/DevMgmt/ProductUsageDyn.xml";
-
-std::string configuration(const std::string& serial, const std::string& product) {
-    return "<?xml version=\"1.0\"?><ccdyn:ConsumableConfigDyn xmlns:ccdyn=\"c\" xmlns:dd=\"d\">"
-           "<ccdyn:ConsumableInfo><dd:ProductNumber>" +
-           product +
-           "</dd:ProductNumber>"
-           "<dd:SerialNumber>" +
-           serial +
-           "</dd:SerialNumber></ccdyn:ConsumableInfo>"
-           "</ccdyn:ConsumableConfigDyn>";
-}
-
-std::string usage(const std::string& pages) {
-    return "<?xml version=\"1.0\"?><pudyn:ProductUsageDyn xmlns:pudyn=\"p\" xmlns:dd=\"d\">"
-           "<pudyn:ConsumableSubunit><pudyn:Consumable><dd:EstimatedPagesRemaining>" +
-           pages +
-           "</dd:EstimatedPagesRemaining></pudyn:Consumable></pudyn:ConsumableSubunit>"
-           "</pudyn:ProductUsageDyn>";
-}
 
 class ConsumablesTest : public testing::Test {
 protected:
     void SetUp() override {
         stored::clear();
         world().device.install();
-        world().device.setPage(kConfigPath, configuration("4711", "QV-7400A"));
+        world().device.setPage(kConfigurationPath, configuration("4711", "QV-7400A"));
         world().device.setPage(kUsagePath, usage("1200"));
         product.fill(L'#');
         pages.fill(L'#');
@@ -57,7 +41,7 @@ protected:
     static std::optional<std::uint32_t> currentAfter(const std::string& serial) {
         stored::clear();
         world().device.install();
-        world().device.setPage(kConfigPath, configuration(serial, "x"));
+        world().device.setPage(kConfigurationPath, configuration(serial, "x"));
         queryCartridgeSerial(kPrinter);
         return stored::current();
     }
@@ -105,7 +89,7 @@ TEST_F(ConsumablesTest, NoNumberChangesNothing) {
 }
 
 TEST_F(ConsumablesTest, AMissingSerialNumberChangesNothing) {
-    world().device.setPage(kConfigPath, "<ccdyn:ConsumableInfo xmlns:ccdyn=\"c\"/>");
+    world().device.setPage(kConfigurationPath, "<ccdyn:ConsumableInfo xmlns:ccdyn=\"c\"/>");
 
     queryCartridgeSerial(kPrinter);
 
@@ -129,7 +113,7 @@ TEST_F(ConsumablesTest, ABrokenOrHugePageWithoutTheNodeChangesNothing) {
     for (const std::string& page :
          {std::string("<a><b></a>"), std::string("no xml at all"), std::string(1, '\0'),
           "<a>" + std::string(60 * 1024, 'x') + "</a>", configuration("5", "x").substr(0, 120)}) {
-        world().device.setPage(kConfigPath, page);
+        world().device.setPage(kConfigurationPath, page);
 
         queryCartridgeSerial(kPrinter);
 
@@ -183,7 +167,7 @@ TEST_F(ConsumablesTest, WithoutTheLibraryBothStayNotKnown) {
 }
 
 TEST_F(ConsumablesTest, AnEmptyOrMissingNodeStaysNotKnown) {
-    world().device.setPage(kConfigPath, configuration("1", ""));
+    world().device.setPage(kConfigurationPath, configuration("1", ""));
     world().device.setPage(kUsagePath, "<a/>");
 
     ask();
@@ -202,7 +186,7 @@ TEST_F(ConsumablesTest, OneFailedQueryLeavesTheOtherText) {
 }
 
 TEST_F(ConsumablesTest, ALongTextIsCutAt511Characters) {
-    world().device.setPage(kConfigPath, configuration("1", std::string(511, 'a')));
+    world().device.setPage(kConfigurationPath, configuration("1", std::string(511, 'a')));
     world().device.setPage(kUsagePath, usage(std::string(50000, 'b')));
 
     ask();
@@ -214,7 +198,7 @@ TEST_F(ConsumablesTest, ALongTextIsCutAt511Characters) {
 }
 
 TEST_F(ConsumablesTest, LettersOfTheCodePageAreWidened) {
-    world().device.setPage(kConfigPath, configuration("1", "T\xFCner"));
+    world().device.setPage(kConfigurationPath, configuration("1", "T\xFCner"));
 
     ask();
 

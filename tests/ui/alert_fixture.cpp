@@ -5,6 +5,7 @@
 #include "printer/media_types.h"
 #include "tests/support/clean_platform.h"
 #include "tests/support/strings_table.h"
+#include "tests/support/supply_pages.h"
 #include "tests/support/test_components.h"
 #include "ui/alert_actions.h"
 #include "ui/alert_factory.h"
@@ -15,14 +16,6 @@ namespace {
 
 constexpr wchar_t kLibrary[] = L"QVK7400SMs.dll";
 constexpr int kPlainPaper = 301;
-
-constexpr char kConfiguration[] =
-    "<c:ConsumableConfigDyn xmlns:c=\"c\" xmlns:dd=\"d\"><ccdyn:ConsumableInfo xmlns:ccdyn=\"c\">"
-    "<dd:ProductNumber>QV-7400A</dd:ProductNumber></ccdyn:ConsumableInfo></c:ConsumableConfigDyn>";
-constexpr char kUsage[] =
-    "<pudyn:ProductUsageDyn xmlns:pudyn=\"p\" xmlns:dd=\"d\"><pudyn:ConsumableSubunit>"
-    "<pudyn:Consumable><dd:EstimatedPagesRemaining>1200</dd:EstimatedPagesRemaining>"
-    "</pudyn:Consumable></pudyn:ConsumableSubunit></pudyn:ProductUsageDyn>";
 
 // The languages in which tests look at alerts. With all of them, each test would begin by copying
 // thousands of texts.
@@ -45,8 +38,9 @@ AlertFixture::AlertFixture() : broker(nullptr) {
         world().texts.add(strings, row.language, row.id, row.text);
     }
     world().device.install();
-    world().device.setPage("/DevMgmt/ConsumableConfigDyn.xml", kConfiguration);
-    world().device.setPage("/DevMgmt/ProductUsageDyn.xml", kUsage);
+    world().device.setPage(supply_pages::kConfigurationPath,
+                           supply_pages::configuration("", "QV-7400A"));
+    world().device.setPage(supply_pages::kUsagePath, supply_pages::usage("1200"));
     broker.addComponent(new test::ListenerComponent([this](arbor::IMessage& message) {
         EXPECT_TRUE(*message.getType() == alert_action::kMessageType);
         const arbor::IPropertyHolder& properties = *message.getProperties();
