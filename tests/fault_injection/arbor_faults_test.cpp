@@ -6,7 +6,7 @@
 #include "arbor/property.h"
 #include "arbor/property_holder.h"
 #include "arbor/wide_key.h"
-#include "tests/support/allocation_faults.h"
+#include "tests/fault_injection/faults_fixture.h"
 
 #include <gtest/gtest.h>
 
@@ -28,17 +28,8 @@ constexpr char kLongText[] = "a text that is longer than what a string keeps ins
 constexpr wchar_t kLongKey[] = L"a key that is longer than what a string keeps inside itself";
 constexpr wchar_t kWideText[] = L"wide";
 
-class ArborFaultsTest : public testing::TestWithParam<Mode> {
+class ArborFaultsTest : public fault_injection::FaultsTest {
 protected:
-    // Makes every allocation of the scene fail in turn. There must be at least `points` of them, so
-    // that a scene without allocations is noticed, and none may leak.
-    void failEachAllocation(const fault_injection::Scene& scene,
-                            const fault_injection::Check& check, long points) {
-        const fault_injection::Outcome outcome = everyAllocation(GetParam(), scene, check);
-        EXPECT_GE(outcome.points, points);
-        EXPECT_EQ(outcome.leakedAt, 0);
-    }
-
     // `made` must be the text when nothing failed, a property with a null text when only the text's
     // block could not be allocated, and null when no later allocation worked either.
     static void expectNullText(std::unique_ptr<IProperty>& made, long failed, const char* text,
@@ -60,10 +51,8 @@ protected:
 
 }  // namespace
 
-INSTANTIATE_TEST_SUITE_P(OnceAndForEver, ArborFaultsTest,
-                         testing::Values(Mode::Once, Mode::FromThenOn), [](const auto& tested) {
-                             return tested.param == Mode::Once ? "Once" : "FromThenOn";
-                         });
+INSTANTIATE_TEST_SUITE_P(OnceAndForEver, ArborFaultsTest, fault_injection::kBothModes,
+                         fault_injection::modeName);
 
 TEST_P(ArborFaultsTest, PropertyThatCannotBeAllocatedIsNull) {
     std::unique_ptr<IProperty> made;

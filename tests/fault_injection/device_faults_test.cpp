@@ -5,7 +5,7 @@
 #include "platform/simulated/process_ended.h"
 #include "platform/simulated/world.h"
 #include "platform/trace.h"
-#include "tests/support/allocation_faults.h"
+#include "tests/fault_injection/platform_faults_fixture.h"
 #include "tests/support/clean_platform.h"
 
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ constexpr char kFilled[] = "<html>form = '<supplies>black</supplies>';</html>";
 constexpr char kInstalled[] = "C:\\Program Files\\QV\\QV Beamline K7400 MFP Series\\";
 constexpr char kCopied[] = "C:\\ProgramData\\QV\\QV Beamline K7400 MFP Series\\P7400OS.HTM";
 
-class DeviceFaultsTest : public testing::TestWithParam<Mode> {};
+using DeviceFaultsTest = fault_injection::PlatformFaultsTest;
 
 // Watches the trace for one line. It needs no memory, since allocations fail while it watches. Only
 // one may exist at a time.
@@ -107,11 +107,7 @@ TEST_P(DeviceFaultsTest, APageArrivesWholeOrNotAtAll) {
         checkDeviceAndLeave();
     };
 
-    const fault_injection::Outcome outcome =
-        fault_injection::everyAllocation(GetParam(), scene, check);
-
-    EXPECT_GE(outcome.points, 1);
-    EXPECT_EQ(outcome.leakedAt, 0);
+    failEachAllocation(scene, check, 1);
 }
 
 TEST_P(DeviceFaultsTest, TheShopPageIsOpenedFilledOrNotAtAll) {
@@ -124,11 +120,7 @@ TEST_P(DeviceFaultsTest, TheShopPageIsOpenedFilledOrNotAtAll) {
         checkDeviceAndLeave();
     };
 
-    const fault_injection::Outcome outcome =
-        fault_injection::everyAllocation(GetParam(), scene, check);
-
-    EXPECT_GT(outcome.points, 10);
-    EXPECT_EQ(outcome.leakedAt, 0);
+    failEachAllocation(scene, check, 11);
 }
 
 TEST_P(DeviceFaultsTest, TheValidationEndsTheProcessWithCode0WhateverFails) {
@@ -153,11 +145,7 @@ TEST_P(DeviceFaultsTest, TheValidationEndsTheProcessWithCode0WhateverFails) {
         checkDeviceAndLeave();
     };
 
-    const fault_injection::Outcome outcome =
-        fault_injection::everyAllocation(GetParam(), scene, check);
-
-    EXPECT_GT(outcome.points, 10);
-    EXPECT_EQ(outcome.leakedAt, 0);
+    failEachAllocation(scene, check, 11);
 }
 
 // An operation that stops because memory has run out says so in the trace and has opened nothing.
@@ -216,7 +204,7 @@ TEST_P(DeviceFaultsTest, ALinkIsOpenedWholeOrNotAtAll) {
         checkDeviceAndLeave();
     };
 
-    EXPECT_EQ(fault_injection::everyAllocation(GetParam(), scene, check).leakedAt, 0);
+    failEachAllocation(scene, check);
 }
 
 constexpr Call kCalls[] = {Call::FolderLookup, Call::LibraryLoad, Call::FunctionLookup,
@@ -224,24 +212,13 @@ constexpr Call kCalls[] = {Call::FolderLookup, Call::LibraryLoad, Call::Function
                            Call::FileRead,     Call::FileWrite,   Call::DocumentOpen};
 
 TEST_P(DeviceFaultsTest, AFaultOfThePlatformOnTopOpensNoHalfPage) {
-    for (const Call call : kCalls) {
-        bool everStruck = true;
-        for (long nth = 1; everStruck; ++nth) {
-            everStruck = false;
-            const auto scene = [call, nth] {
-                setScene();
-                EXPECT_TRUE(world().faults.add({call, nth, GetParam() == Mode::FromThenOn}));
-                return [port = std::wstring(L"USB001")] { openShopPage(port); };
-            };
-            const auto check = [&everStruck](long) {
-                everStruck = everStruck || world().faults.struck() > 0;
-                checkShop(false);
-                checkDeviceAndLeave();
-            };
+    const auto scene = [] { return [port = std::wstring(L"USB001")] { openShopPage(port); }; };
+    const auto check = [](long) {
+        checkShop(false);
+        checkDeviceAndLeave();
+    };
 
-            EXPECT_EQ(fault_injection::everyAllocation(GetParam(), scene, check).leakedAt, 0);
-        }
-    }
+    failEachCallAndAllocation(kCalls, &setScene, scene, check);
 }
 
 constexpr Call kLinkCalls[] = {Call::LibraryLoad,  Call::FunctionLookup, Call::DeviceOpen,
@@ -249,39 +226,30 @@ constexpr Call kLinkCalls[] = {Call::LibraryLoad,  Call::FunctionLookup, Call::D
                                Call::RegistryRead, Call::AddressOpen,    Call::DeviceButton};
 
 TEST_P(DeviceFaultsTest, AFaultOfThePlatformOnTopEndsTheValidationWithCode0Too) {
-    for (const Call call : kLinkCalls) {
-        bool everStruck = true;
-        for (long nth = 1; everStruck; ++nth) {
-            everStruck = false;
-            bool ended = false;
-            const auto scene = [&] {
-                setScene();
-                EXPECT_TRUE(world().faults.add({call, nth, GetParam() == Mode::FromThenOn}));
-                ended = false;
-                return [&ended, port = std::wstring(L"USB001")] {
-                    openPrivacyPage();
-                    static_cast<void>(EWSIntf().push_button(port.c_str(), L"go"));
-                    try {
-                        validateCartridge(port);
-                    } catch (const platform::ProcessEnded& end) {
-                        ended = end.code == 0;
-                    }
-                };
-            };
-            const auto check = [&](long) {
-                everStruck = everStruck || world().faults.struck() > 0;
-                EXPECT_TRUE(ended);
-                EXPECT_LE(world().desktop.addresses().size(), 2U);
-                EXPECT_LE(world().device.presses().size(), 1U);
-                checkDeviceAndLeave();
-            };
+    bool ended = false;
+    const auto scene = [&ended] {
+        ended = false;
+        return [&ended, port = std::wstring(L"USB001")] {
+            openPrivacyPage();
+            static_cast<void>(EWSIntf().push_button(port.c_str(), L"go"));
+            try {
+                validateCartridge(port);
+            } catch (const platform::ProcessEnded& end) {
+                ended = end.code == 0;
+            }
+        };
+    };
+    const auto check = [&ended](long) {
+        EXPECT_TRUE(ended);
+        EXPECT_LE(world().desktop.addresses().size(), 2U);
+        EXPECT_LE(world().device.presses().size(), 1U);
+        checkDeviceAndLeave();
+    };
 
-            EXPECT_EQ(fault_injection::everyAllocation(GetParam(), scene, check).leakedAt, 0);
-        }
-    }
+    failEachCallAndAllocation(kLinkCalls, &setScene, scene, check);
 }
 
-INSTANTIATE_TEST_SUITE_P(BothModes, DeviceFaultsTest,
-                         testing::Values(Mode::Once, Mode::FromThenOn));
+INSTANTIATE_TEST_SUITE_P(OnceAndForEver, DeviceFaultsTest, fault_injection::kBothModes,
+                         fault_injection::modeName);
 
 }  // namespace

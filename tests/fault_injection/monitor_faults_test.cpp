@@ -4,7 +4,7 @@
 
 #include "platform/simulated/world.h"
 #include "printer/cartridge_store.h"
-#include "tests/support/allocation_faults.h"
+#include "tests/fault_injection/faults_fixture.h"
 #include "tests/support/headless_dialogs/headless_dialogs.h"
 #include "ui/alert_actions.h"
 #include "ui/resource_ids.h"
@@ -174,7 +174,7 @@ const std::vector<Moment>& furtherAlerts() {
     return all;
 }
 
-class MonitorFaultsTest : public testing::TestWithParam<Mode> {
+class MonitorFaultsTest : public fault_injection::FaultsTest {
 protected:
     void SetUp() override {
         world().reset();
@@ -208,7 +208,7 @@ protected:
         const auto check = [&](long failed) {
             checkAndLeave(moment, failed == 0 && world().faults.struck() == 0);
         };
-        EXPECT_EQ(fault_injection::everyAllocation(GetParam(), scene, check).leakedAt, 0);
+        failEachAllocation(scene, check);
     }
 
     // Calls `withFault` once for each call of the platform, with that call failing.
@@ -287,7 +287,7 @@ TEST_P(MonitorFaultsTest, TheMonitorIsMadeWholeOrNotAtAll) {
                 EXPECT_TRUE(
                     world().faults.add({Call::MutexCreation, nth, GetParam() == Mode::FromThenOn}));
             }
-            return [&] { monitor = std::make_unique<Monitor>(Monitor::Furniture::None); };
+            return [&] { monitor = std::make_unique<Monitor>(Monitor::Platform::AsItIs); };
         };
         const auto check = [&](long failed) {
             world().faults.clear();
@@ -300,17 +300,11 @@ TEST_P(MonitorFaultsTest, TheMonitorIsMadeWholeOrNotAtAll) {
             monitor.reset();
         };
 
-        const fault_injection::Outcome outcome =
-            fault_injection::everyAllocation(GetParam(), scene, check);
-
-        EXPECT_GT(outcome.points, 10);
-        EXPECT_EQ(outcome.leakedAt, 0);
+        failEachAllocation(scene, check, 11);
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(OnceAndForEver, MonitorFaultsTest,
-                         testing::Values(Mode::Once, Mode::FromThenOn), [](const auto& tested) {
-                             return tested.param == Mode::Once ? "Once" : "FromThenOn";
-                         });
+INSTANTIATE_TEST_SUITE_P(OnceAndForEver, MonitorFaultsTest, fault_injection::kBothModes,
+                         fault_injection::modeName);
 
 }  // namespace

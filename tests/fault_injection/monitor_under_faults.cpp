@@ -7,6 +7,8 @@
 #include "tern/instance_manager.h"
 #include "tern/velo_record.h"
 #include "tests/support/headless_dialogs/headless_dialogs.h"
+#include "tests/support/stopped_loop.h"
+#include "tests/support/supply_pages.h"
 #include "ui/alert_actions.h"
 #include "ui/default_status_dialog.h"
 #include "ui/resource_ids.h"
@@ -28,7 +30,7 @@ constexpr char kInstalled[] = "C:\\Program Files\\QV\\QV Beamline K7400 MFP Seri
 constexpr std::uint32_t kDialogTypes = 33;
 
 // Empties the simulated platform except for the texts, which are the same for every monitor.
-void emptyWorld() {
+void emptyPlatform() {
     world().faults.reset();
     world().registry.reset();
     world().printers.reset();
@@ -40,17 +42,10 @@ void emptyWorld() {
     world().time = platform::simulated::World::kStartTime;
 }
 
-void furnishWorld() {
-    world().device.setPage(
-        "/DevMgmt/ConsumableConfigDyn.xml",
-        "<c:X xmlns:c=\"c\" xmlns:ccdyn=\"n\" xmlns:dd=\"d\"><ccdyn:ConsumableInfo>"
-        "<dd:SerialNumber>4711</dd:SerialNumber><dd:ProductNumber>QV-7400A</dd:ProductNumber>"
-        "</ccdyn:ConsumableInfo></c:X>");
-    world().device.setPage(
-        "/DevMgmt/ProductUsageDyn.xml",
-        "<pudyn:ConsumableSubunit xmlns:pudyn=\"p\" xmlns:dd=\"d\"><pudyn:Consumable>"
-        "<dd:EstimatedPagesRemaining>1200</dd:EstimatedPagesRemaining>"
-        "</pudyn:Consumable></pudyn:ConsumableSubunit>");
+void equipPlatform() {
+    world().device.setPage(supply_pages::kConfigurationPath,
+                           supply_pages::configuration("4711", "QV-7400A"));
+    world().device.setPage(supply_pages::kUsagePath, supply_pages::usage("1200"));
     world().device.setPage("/DevMgmt/ShopForSupplies.xml", "<?xml?><supplies>black</supplies>");
     for (const char* const file : {"P7400DEF.css", "P7400SIG.GIF", "P7400OS.HTM"}) {
         world().files.put(std::string(kInstalled) + file,
@@ -77,11 +72,11 @@ void provideTexts() {
     }
 }
 
-Monitor::Monitor(Furniture furniture) {
-    if (furniture == Furniture::All) {
-        emptyWorld();
+Monitor::Monitor(Platform start) {
+    if (start == Platform::Equipped) {
+        emptyPlatform();
         headless::reset();
-        furnishWorld();
+        equipPlatform();
     }
     _manager.reset(tern::NewInstanceManager("", 0, nullptr));
     if (_manager == nullptr) throw std::bad_alloc();
@@ -90,7 +85,7 @@ Monitor::Monitor(Furniture furniture) {
                                                   world().texts.find(kStrings));
     if (!_manager->addComponent(made.get())) throw std::bad_alloc();
     _listener = made.release();
-    if (furniture == Furniture::None) return;
+    if (start == Platform::AsItIs) return;
     printerIs(kPrinter);
     hasHeardAll();
     world().device.install();  // installed last, so that the steps above cannot use the device
@@ -100,7 +95,7 @@ Monitor::~Monitor() {
     _messages.clear();
     _manager.reset();
     headless::reset();
-    emptyWorld();
+    emptyPlatform();
 }
 
 arbor::IPropertyHolder& Monitor::add(const arbor::Guid& type, std::uint32_t code) {
@@ -170,16 +165,6 @@ std::wstring Monitor::pressedButtons() {
     return buttons;
 }
 
-bool Monitor::isStopped() {
-    bool pumped = false;
-    tern::EventBroker& broker = *_manager->getEventBroker();
-    world().messages.post([&pumped] { pumped = true; });
-    world().messages.post([&broker] { broker.stop(nullptr, 0); });
-    broker.run();
-    world().messages.reset();
-    return !pumped;
-}
-
 void Monitor::expectLivingAlerts() {
     std::size_t listed = 0;
     for (std::uint32_t type = 0; type < kDialogTypes; ++type) {
@@ -210,7 +195,7 @@ void Monitor::expectEndOnRequest() {
     documentEnd();
     hasHeardAll();
 
-    EXPECT_TRUE(isStopped());
+    EXPECT_TRUE(test::isLoopStopped(*_manager->getEventBroker()));
 }
 
 void Monitor::expectCleanPlatform() {

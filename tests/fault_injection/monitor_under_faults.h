@@ -29,10 +29,10 @@ public:
 // are made before any fault is injected, so that only the monitor itself meets the faults.
 class Monitor {
 public:
-    enum class Furniture { None, All };
+    enum class Platform { AsItIs, Equipped };
 
     // Throws std::bad_alloc where there is no memory for all of it.
-    explicit Monitor(Furniture furniture = Furniture::All);
+    explicit Monitor(Platform start = Platform::Equipped);
     ~Monitor();
     Monitor(const Monitor&) = delete;
     Monitor& operator=(const Monitor&) = delete;
@@ -56,7 +56,6 @@ public:
 
     [[nodiscard]] static std::vector<int> openTypes();
     [[nodiscard]] static std::wstring pressedButtons();
-    [[nodiscard]] bool isStopped();
 
     // Every alert in the list has a window that the user can close, every window belongs to an
     // alert in the list, and both have the same type.

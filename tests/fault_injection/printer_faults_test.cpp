@@ -3,8 +3,9 @@
 #include "printer/companion.h"
 #include "printer/consumables.h"
 #include "printer/printer_identity.h"
-#include "tests/support/allocation_faults.h"
+#include "tests/fault_injection/platform_faults_fixture.h"
 #include "tests/support/clean_platform.h"
+#include "tests/support/supply_pages.h"
 
 #include <gtest/gtest.h>
 
@@ -26,7 +27,7 @@ constexpr wchar_t kKey[] = L"Software\\Corvane\\QVBL7400 SM";
 constexpr wchar_t kPrinter[] = L"Beamline K7400";
 constexpr std::uint32_t kSerial = 4711;
 
-class PrinterFaultsTest : public testing::TestWithParam<Mode> {};
+using PrinterFaultsTest = fault_injection::PlatformFaultsTest;
 
 // Whatever happened, the registry holds a whole record or none, and nothing stayed open. This comes
 // last in each check, because what it leaves in the simulated registry counts as live memory.
@@ -44,16 +45,9 @@ void checkRegistryAndLeave() {
 
 void serveDevice() {
     world().device.install();
-    world().device.setPage(
-        "/DevMgmt/ConsumableConfigDyn.xml",
-        "<c:X xmlns:c=\"c\" xmlns:ccdyn=\"n\" xmlns:dd=\"d\"><ccdyn:ConsumableInfo>"
-        "<dd:SerialNumber>4711</dd:SerialNumber><dd:ProductNumber>QV-7400A of the long name"
-        "</dd:ProductNumber></ccdyn:ConsumableInfo></c:X>");
-    world().device.setPage(
-        "/DevMgmt/ProductUsageDyn.xml",
-        "<pudyn:ConsumableSubunit xmlns:pudyn=\"p\" xmlns:dd=\"d\"><pudyn:Consumable>"
-        "<dd:EstimatedPagesRemaining>1200</dd:EstimatedPagesRemaining>"
-        "</pudyn:Consumable></pudyn:ConsumableSubunit>");
+    world().device.setPage(supply_pages::kConfigurationPath,
+                           supply_pages::configuration("4711", "QV-7400A of the long name"));
+    world().device.setPage(supply_pages::kUsagePath, supply_pages::usage("1200"));
 }
 
 TEST_P(PrinterFaultsTest, TheCartridgeMemoryStaysWhole) {
@@ -77,11 +71,7 @@ TEST_P(PrinterFaultsTest, TheCartridgeMemoryStaysWhole) {
         cleanPlatform();
     };
 
-    const fault_injection::Outcome outcome =
-        fault_injection::everyAllocation(GetParam(), scene, check);
-
-    EXPECT_GT(outcome.points, 5);
-    EXPECT_EQ(outcome.leakedAt, 0);
+    failEachAllocation(scene, check, 6);
 }
 
 TEST_P(PrinterFaultsTest, ASnoozeIsStoredExactlyWhenItReportsSuccess) {
@@ -101,7 +91,7 @@ TEST_P(PrinterFaultsTest, ASnoozeIsStoredExactlyWhenItReportsSuccess) {
         cleanPlatform();
     };
 
-    EXPECT_EQ(fault_injection::everyAllocation(GetParam(), scene, check).leakedAt, 0);
+    failEachAllocation(scene, check);
 }
 
 struct Asked {
@@ -128,11 +118,7 @@ TEST_P(PrinterFaultsTest, AConsumableIsReadOrNotKnown) {
         cleanPlatform();
     };
 
-    const fault_injection::Outcome outcome =
-        fault_injection::everyAllocation(GetParam(), scene, check);
-
-    EXPECT_GT(outcome.points, 3);
-    EXPECT_EQ(outcome.leakedAt, 0);
+    failEachAllocation(scene, check, 4);
 }
 
 TEST_P(PrinterFaultsTest, ACartridgeIsRememberedOrNot) {
@@ -148,11 +134,7 @@ TEST_P(PrinterFaultsTest, ACartridgeIsRememberedOrNot) {
         cleanPlatform();
     };
 
-    const fault_injection::Outcome outcome =
-        fault_injection::everyAllocation(GetParam(), scene, check);
-
-    EXPECT_GT(outcome.points, 3);
-    EXPECT_EQ(outcome.leakedAt, 0);
+    failEachAllocation(scene, check, 4);
 }
 
 // The memory is needed before the printer is opened, so without it the answer is "not supported".
@@ -174,11 +156,7 @@ TEST_P(PrinterFaultsTest, ThePrinterIsSupportedOnlyWhenItWasAsked) {
         cleanPlatform();
     };
 
-    const fault_injection::Outcome outcome =
-        fault_injection::everyAllocation(GetParam(), scene, check);
-
-    EXPECT_GT(outcome.points, 1);
-    EXPECT_EQ(outcome.leakedAt, 0);
+    failEachAllocation(scene, check, 2);
 }
 
 TEST_P(PrinterFaultsTest, TheCompanionIsStartedOrItsFailureIsTraced) {
@@ -204,11 +182,7 @@ TEST_P(PrinterFaultsTest, TheCompanionIsStartedOrItsFailureIsTraced) {
         cleanPlatform();
     };
 
-    const fault_injection::Outcome outcome =
-        fault_injection::everyAllocation(GetParam(), scene, check);
-
-    EXPECT_GT(outcome.points, 0);
-    EXPECT_EQ(outcome.leakedAt, 0);
+    failEachAllocation(scene, check, 1);
 }
 
 // The calls of the platform that fail, one at a time, counted from where the scene begins.
@@ -217,30 +191,24 @@ constexpr Call kCalls[] = {Call::RegistryOpen,  Call::RegistryCreate, Call::Regi
                            Call::DeviceOpen,    Call::DevicePage,     Call::XmlQuery};
 
 TEST_P(PrinterFaultsTest, APlatformFaultWithMissingMemoryLeavesAWholeRecord) {
-    for (const Call call : kCalls) {
-        bool everStruck = true;
-        for (long nth = 1; everStruck; ++nth) {
-            everStruck = false;
-            const auto scene = [call, nth] {
-                cleanPlatform();
-                serveDevice();
-                EXPECT_TRUE(world().faults.add({call, nth, GetParam() == Mode::FromThenOn}));
-                return [] {
-                    queryCartridgeSerial(kPrinter);
-                    CartridgeRecord record;
-                    static_cast<void>(SetSnooze(record, kSerial, 1, SnoozeSlot::Low));
-                    static_cast<void>(takeWelcome());
-                };
-            };
-            const auto check = [&everStruck](long) {
-                everStruck = everStruck || world().faults.struck() > 0;
-                checkRegistryAndLeave();
-                cleanPlatform();
-            };
+    const auto prepare = [] {
+        cleanPlatform();
+        serveDevice();
+    };
+    const auto scene = [] {
+        return [] {
+            queryCartridgeSerial(kPrinter);
+            CartridgeRecord record;
+            static_cast<void>(SetSnooze(record, kSerial, 1, SnoozeSlot::Low));
+            static_cast<void>(takeWelcome());
+        };
+    };
+    const auto check = [](long) {
+        checkRegistryAndLeave();
+        cleanPlatform();
+    };
 
-            EXPECT_EQ(fault_injection::everyAllocation(GetParam(), scene, check).leakedAt, 0);
-        }
-    }
+    failEachCallAndAllocation(kCalls, prepare, scene, check);
 }
 
 constexpr Call kPrinterCalls[] = {Call::PrinterOpen,    Call::PrinterDataRead, Call::ProgramStart,
@@ -249,41 +217,35 @@ constexpr Call kPrinterCalls[] = {Call::PrinterOpen,    Call::PrinterDataRead, C
                                   Call::XmlQuery};
 
 TEST_P(PrinterFaultsTest, APlatformFaultWithMissingMemoryLeavesNoPrinterOpen) {
-    for (const Call call : kPrinterCalls) {
-        bool everStruck = true;
-        for (long nth = 1; everStruck; ++nth) {
-            everStruck = false;
-            bool started = false;
-            Asked asked;
-            const auto scene = [&] {
-                cleanPlatform();
-                serveDevice();
-                world().printers.setTextOf(kPrinter, L"\\", L"Printer Driver", L"K7400");
-                world().registry.setText(Hive::LocalMachine, L"SOFTWARE\\Corvane\\Orrery\\",
-                                         L"ApplicationPath", L"C:\\Orrery\\orrery.exe");
-                EXPECT_TRUE(world().faults.add({call, nth, GetParam() == Mode::FromThenOn}));
-                started = false;
-                return [&, name = std::wstring(kPrinter)]() mutable {
-                    static_cast<void>(readAlertClasses(name));
-                    static_cast<void>(printerWantsStatus(name));
-                    started = startCompanion();
-                    getConsumableInfo(name, asked.product.data(), asked.pages.data());
-                    static_cast<void>(isSupportedPrinter(name));
-                };
-            };
-            const auto check = [&](long) {
-                everStruck = everStruck || world().faults.struck() > 0;
-                EXPECT_EQ(world().desktop.programs().size(), started ? 1U : 0U);
-                checkRegistryAndLeave();
-                cleanPlatform();
-            };
+    bool started = false;
+    Asked asked;
+    const auto prepare = [] {
+        cleanPlatform();
+        serveDevice();
+        world().printers.setTextOf(kPrinter, L"\\", L"Printer Driver", L"K7400");
+        world().registry.setText(Hive::LocalMachine, L"SOFTWARE\\Corvane\\Orrery\\",
+                                 L"ApplicationPath", L"C:\\Orrery\\orrery.exe");
+    };
+    const auto scene = [&] {
+        started = false;
+        return [&, name = std::wstring(kPrinter)]() mutable {
+            static_cast<void>(readAlertClasses(name));
+            static_cast<void>(printerWantsStatus(name));
+            started = startCompanion();
+            getConsumableInfo(name, asked.product.data(), asked.pages.data());
+            static_cast<void>(isSupportedPrinter(name));
+        };
+    };
+    const auto check = [&](long) {
+        EXPECT_EQ(world().desktop.programs().size(), started ? 1U : 0U);
+        checkRegistryAndLeave();
+        cleanPlatform();
+    };
 
-            EXPECT_EQ(fault_injection::everyAllocation(GetParam(), scene, check).leakedAt, 0);
-        }
-    }
+    failEachCallAndAllocation(kPrinterCalls, prepare, scene, check);
 }
 
-INSTANTIATE_TEST_SUITE_P(BothModes, PrinterFaultsTest,
-                         testing::Values(Mode::Once, Mode::FromThenOn));
+INSTANTIATE_TEST_SUITE_P(OnceAndForEver, PrinterFaultsTest, fault_injection::kBothModes,
+                         fault_injection::modeName);
 
 }  // namespace

@@ -2,7 +2,7 @@
 #include "device/shop_page.h"
 #include "platform/registry.h"
 #include "printer/cartridge_store.h"
-#include "tests/support/allocation_faults.h"
+#include "tests/fault_injection/faults_fixture.h"
 #include "tests/support/clean_platform.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ namespace {
 
 using fault_injection::Mode;
 
-class RealPrinterFaultsTest : public testing::TestWithParam<Mode> {};
+using RealPrinterFaultsTest = fault_injection::FaultsTest;
 
 // Size of the stored record, 0 when there is none.
 std::uint32_t storedBytes() {
@@ -49,7 +49,7 @@ TEST_P(RealPrinterFaultsTest, TheStoredRecordStaysWhole) {
         cleanPlatform();
     };
 
-    EXPECT_EQ(fault_injection::everyAllocation(GetParam(), scene, check).leakedAt, 0);
+    failEachAllocation(scene, check);
 }
 
 TEST_P(RealPrinterFaultsTest, AShopPageIsFilledOrNotMade) {
@@ -69,11 +69,7 @@ TEST_P(RealPrinterFaultsTest, AShopPageIsFilledOrNotMade) {
         page.reset();
     };
 
-    const fault_injection::Outcome outcome =
-        fault_injection::everyAllocation(GetParam(), scene, check);
-
-    EXPECT_GT(outcome.points, 1);
-    EXPECT_EQ(outcome.leakedAt, 0);
+    failEachAllocation(scene, check, 2);
 }
 
 TEST_P(RealPrinterFaultsTest, AnAddressIsWholeOrNotMade) {
@@ -95,11 +91,7 @@ TEST_P(RealPrinterFaultsTest, AnAddressIsWholeOrNotMade) {
         address.reset();
     };
 
-    const fault_injection::Outcome outcome =
-        fault_injection::everyAllocation(GetParam(), scene, check);
-
-    EXPECT_GT(outcome.points, 3);
-    EXPECT_EQ(outcome.leakedAt, 0);
+    failEachAllocation(scene, check, 4);
 }
 
 // Proves that the fault injection finds a leak. It calls operator new, because a compiler may leave
@@ -130,7 +122,7 @@ TEST_P(RealPrinterFaultsTest, ALeakIsFound) {
         ::operator delete(block);
 }
 
-INSTANTIATE_TEST_SUITE_P(BothModes, RealPrinterFaultsTest,
-                         testing::Values(Mode::Once, Mode::FromThenOn));
+INSTANTIATE_TEST_SUITE_P(OnceAndForEver, RealPrinterFaultsTest, fault_injection::kBothModes,
+                         fault_injection::modeName);
 
 }  // namespace

@@ -7,8 +7,8 @@
 #include "arbor/property.h"
 #include "platform/simulated/world.h"
 #include "tern/class_ids.h"
+#include "tests/fault_injection/faults_fixture.h"
 #include "tests/fault_injection/reading_under_faults.h"
-#include "tests/support/allocation_faults.h"
 #include "tests/support/records.h"
 #include "tests/support/test_components.h"
 
@@ -35,24 +35,15 @@ bool passes(arbor::IMessage&) {
     return false;
 }
 
-class TernFaultsTest : public testing::TestWithParam<Mode> {
+class TernFaultsTest : public fault_injection::FaultsTest {
 protected:
     void SetUp() override { world().reset(); }
-
-    void failEachAllocation(const fault_injection::Scene& scene,
-                            const fault_injection::Check& check, long points) {
-        const fault_injection::Outcome outcome = everyAllocation(GetParam(), scene, check);
-        EXPECT_GE(outcome.points, points);
-        EXPECT_EQ(outcome.leakedAt, 0);
-    }
 };
 
 }  // namespace
 
-INSTANTIATE_TEST_SUITE_P(OnceAndForEver, TernFaultsTest,
-                         testing::Values(Mode::Once, Mode::FromThenOn), [](const auto& tested) {
-                             return tested.param == Mode::Once ? "Once" : "FromThenOn";
-                         });
+INSTANTIATE_TEST_SUITE_P(OnceAndForEver, TernFaultsTest, fault_injection::kBothModes,
+                         fault_injection::modeName);
 
 TEST_P(TernFaultsTest, MessageThatCannotBePostedIsNotQueued) {
     std::unique_ptr<test::TestManager<>> manager;

@@ -5,8 +5,8 @@
 #include "arbor/message.h"
 #include "platform/simulated/world.h"
 #include "tern/class_ids.h"
+#include "tests/fault_injection/platform_faults_fixture.h"
 #include "tests/fault_injection/reading_under_faults.h"
-#include "tests/support/allocation_faults.h"
 #include "tests/support/records.h"
 #include "tests/support/status_channel.h"
 #include "tests/support/test_components.h"
@@ -24,15 +24,10 @@ using test::ListenerComponent;
 
 namespace {
 
-class TernPlatformFaultsTest : public testing::TestWithParam<Mode> {
+class TernPlatformFaultsTest : public fault_injection::PlatformFaultsTest {
 protected:
     void SetUp() override { world().reset(); }
     void TearDown() override { world().reset(); }
-
-    static void failEachAllocation(const fault_injection::Scene& scene,
-                                   const fault_injection::Check& check) {
-        EXPECT_EQ(fault_injection::everyAllocation(GetParam(), scene, check).leakedAt, 0);
-    }
 };
 
 constexpr Call kReadingCalls[] = {Call::PipeWait, Call::PipeOpenForReading, Call::PipeMode,
@@ -41,68 +36,56 @@ constexpr Call kReadingCalls[] = {Call::PipeWait, Call::PipeOpenForReading, Call
 TEST_P(TernPlatformFaultsTest, PipeAndMemoryThatFailTogetherStopTheBroker) {
     const std::string bytes =
         records::record(2, 3, records::number(41100)) + records::record(1, 0, "block");
-    for (const Call call : kReadingCalls) {
-        long struck = 1;
-        for (long nth = 1; struck > 0; ++nth) {
-            struck = 0;
-            std::unique_ptr<Reading> reading;
-            failEachAllocation(
-                [&] {
-                    world().faults.reset();
-                    EXPECT_TRUE(world().faults.add({call, nth, GetParam() == Mode::FromThenOn}));
-                    reading = std::make_unique<Reading>(bytes);
-                    return [&] { reading->generator->runOnThisThread(); };
-                },
-                [&](long failed) {
-                    struck += world().faults.struck();
-                    EXPECT_EQ(reading->manager.broker.stops, 1) << failed;
-                    EXPECT_LE(reading->manager.broker.messages, 2);
-                    reading.reset();
-                });
-        }
-    }
+    std::unique_ptr<Reading> reading;
+    failEachCallAndAllocation(
+        kReadingCalls, [] { world().faults.reset(); },
+        [&] {
+            reading = std::make_unique<Reading>(bytes);
+            return [&] { reading->generator->runOnThisThread(); };
+        },
+        [&](long failed) {
+            EXPECT_EQ(reading->manager.broker.stops, 1) << failed;
+            EXPECT_LE(reading->manager.broker.messages, 2);
+            reading.reset();
+        });
 }
 
 constexpr Call kWritingCalls[] = {Call::PipeWait, Call::PipeOpenForWriting, Call::PipeWrite};
 
 // A header is written whole or not at all. A message that cannot be written has no other effect.
 TEST_P(TernPlatformFaultsTest, OutputListenerWritesWholeHeadersWhateverFails) {
-    for (const Call call : kWritingCalls) {
-        for (const long nth : {1L, 2L, 3L}) {
-            std::unique_ptr<arbor::PropertyHolder> parameters;
-            std::unique_ptr<tern::VeloListener> listener;
-            failEachAllocation(
-                [&] {
-                    world().reset();
-                    world().pipes.create(L"answers");
-                    EXPECT_TRUE(world().faults.add({call, nth, GetParam() == Mode::FromThenOn}));
-                    parameters = std::make_unique<arbor::PropertyHolder>();
-                    parameters->setString(L"outputPipe", "answers");
-                    return [&] {
-                        listener = std::make_unique<tern::VeloListener>(*parameters, nullptr);
-                        arbor::Message message(&tern::kVeloListenerId, 2, 0);
-                        EXPECT_FALSE(listener->notify(&message));
-                        EXPECT_FALSE(listener->notify(&message));
-                    };
-                },
-                [&](long) {
-                    EXPECT_LE(world().pipes.writes(L"answers").size(), 2U);
-                    for (const std::string& header : world().pipes.writes(L"answers"))
-                        EXPECT_EQ(header.size(), 20U);
-                    listener.reset();
-                    parameters.reset();
-                    world().reset();
-                });
-        }
-    }
+    std::unique_ptr<arbor::PropertyHolder> parameters;
+    std::unique_ptr<tern::VeloListener> listener;
+    failEachCallAndAllocation(
+        kWritingCalls,
+        [] {
+            world().reset();
+            world().pipes.create(L"answers");
+        },
+        [&] {
+            parameters = std::make_unique<arbor::PropertyHolder>();
+            parameters->setString(L"outputPipe", "answers");
+            return [&] {
+                listener = std::make_unique<tern::VeloListener>(*parameters, nullptr);
+                arbor::Message message(&tern::kVeloListenerId, 2, 0);
+                EXPECT_FALSE(listener->notify(&message));
+                EXPECT_FALSE(listener->notify(&message));
+            };
+        },
+        [&](long) {
+            EXPECT_LE(world().pipes.writes(L"answers").size(), 2U);
+            for (const std::string& header : world().pipes.writes(L"answers"))
+                EXPECT_EQ(header.size(), 20U);
+            listener.reset();
+            parameters.reset();
+            world().reset();
+        });
 }
 
 }  // namespace
 
-INSTANTIATE_TEST_SUITE_P(OnceAndForEver, TernPlatformFaultsTest,
-                         testing::Values(Mode::Once, Mode::FromThenOn), [](const auto& tested) {
-                             return tested.param == Mode::Once ? "Once" : "FromThenOn";
-                         });
+INSTANTIATE_TEST_SUITE_P(OnceAndForEver, TernPlatformFaultsTest, fault_injection::kBothModes,
+                         fault_injection::modeName);
 
 // Each call of the platform fails alone, with all the memory that is needed.
 TEST(TernPlatformFaultTest, PipeThatFailsAtAnyCallStopsTheBrokerAndNothingElse) {

@@ -1,7 +1,7 @@
 #include "platform/simulated/world.h"
 #include "strings/string_ids.h"
 #include "tern/event_broker.h"
-#include "tests/support/allocation_faults.h"
+#include "tests/fault_injection/faults_fixture.h"
 #include "tests/support/clean_platform.h"
 #include "tests/support/headless_dialogs/headless_dialogs.h"
 #include "tests/support/strings_table.h"
@@ -27,7 +27,7 @@ using fault_injection::Mode;
 using platform::simulated::Call;
 using platform::simulated::world;
 
-class UiFaultsTest : public testing::TestWithParam<Mode> {};
+using UiFaultsTest = fault_injection::FaultsTest;
 
 void* speakEnglish() {
     constexpr unsigned short kEnglish = 1033;
@@ -157,11 +157,7 @@ TEST_P(UiFaultsTest, AnAlertThatCannotReportItsClosingStaysOpen) {
         cleanPlatform();
     };
 
-    const fault_injection::Outcome outcome =
-        fault_injection::everyAllocation(GetParam(), scene, check);
-
-    EXPECT_GE(outcome.points, 1);
-    EXPECT_EQ(outcome.leakedAt, 0);
+    failEachAllocation(scene, check, 1);
 }
 
 // The alert presses the device's button without asking the user, so it must not do so when it
@@ -231,7 +227,7 @@ TEST_P(UiFaultsTest, WithAPlatformFaultAsWellAnAlertIsMadeWholeOrNotAtAll) {
     cleanPlatform();
 }
 
-INSTANTIATE_TEST_SUITE_P(OnceAndForGood, UiFaultsTest,
-                         testing::Values(Mode::Once, Mode::FromThenOn));
+INSTANTIATE_TEST_SUITE_P(OnceAndForEver, UiFaultsTest, fault_injection::kBothModes,
+                         fault_injection::modeName);
 
 }  // namespace
