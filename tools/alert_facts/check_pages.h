@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tools/alert_facts/facts.h"
-#include "tools/alert_facts/stage.h"
+#include "tools/alert_facts/simulated_monitor.h"
 
 #include <map>
 #include <string>

@@ -45,13 +45,14 @@ Key keyOf(WindowHandle window) {
     return key;
 }
 
-// The alert that a status opens with a new cartridge; the stage is as before afterwards.
-Key opened(Stage& stage, std::int32_t status, std::uint32_t subcode = tern::kDeviceStatus) {
-    const WindowHandle window = stage.report(status, subcode);
+// The alert that a status opens with a new cartridge; afterwards the monitor is as it was before.
+Key opened(SimulatedMonitor& monitor, std::int32_t status,
+           std::uint32_t subcode = tern::kDeviceStatus) {
+    const WindowHandle window = monitor.report(status, subcode);
     if (window == nullptr) return {};
     const Key key = keyOf(window);
     headless::closeBox(window);
-    stage.insertNewCartridge();
+    monitor.insertNewCartridge();
     return key;
 }
 
@@ -90,10 +91,10 @@ public:
 private:
     // Every status is reported once, so nothing depends on a list of those that matter.
     void sweep() {
-        Stage stage;
+        SimulatedMonitor monitor;
         Key last;
         for (std::int32_t status = 0; status < kEndOfCodes; ++status) {
-            const Key key = opened(stage, status);
+            const Key key = opened(monitor, status);
             const auto named = _names.codes.find(status);
             if (key.type == AlertType::None) {
                 if (named != _names.codes.end())
@@ -110,7 +111,7 @@ private:
             last = key;
         }
         for (std::uint32_t subcode = 0; subcode < kEndOfSubcodes; ++subcode) {
-            const Key key = opened(stage, kNoStatus, subcode);
+            const Key key = opened(monitor, kNoStatus, subcode);
             if (key.type == AlertType::None) continue;
             _statuses[key].push_back(
                 {{}, 0, subcode, "any status without an alert of its own", {}});
@@ -158,11 +159,11 @@ private:
         return alert;
     }
 
-    [[nodiscard]] std::map<std::string, Look> looksOf(const Report& report, Scene scene) const {
+    [[nodiscard]] std::map<std::string, Look> looksOf(const Report& report, Setup setup) const {
         std::map<std::string, Look> looks;
         for (const auto& [language, texts] : _texts) {
-            scene.texts = &texts;
-            looks[language] = *lookOf(report, scene);
+            setup.texts = &texts;
+            looks[language] = *lookOf(report, setup);
         }
         return looks;
     }
@@ -188,7 +189,7 @@ private:
 
     // Where the alert comes, and how it differs there.
     void addPlaces(AlertFact& alert, const Report& report, const Look& usual) const {
-        Scene other;
+        Setup other;
         other.familyPrinter = false;
         alert.printers = "All printers.";
         const std::optional<Look> elsewhere = lookOf(report, other);
@@ -202,7 +203,7 @@ private:
         } else if (elsewhere->pictures != usual.pictures) {
             alert.printers = "All printers; those outside the K7400 family have another picture.";
         }
-        const Scene chinese = chineseSystem();
+        const Setup chinese = chineseSystem();
         if (lookOf(report, chinese)->roles != usual.roles)
             addVariant(alert, kOnChineseSystem, report, chinese);
         for (const StatusFact& status : alert.statuses) {
@@ -214,9 +215,9 @@ private:
     }
 
     void addVariant(AlertFact& alert, const std::string& when, const Report& report,
-                    const Scene& scene) const {
+                    const Setup& setup) const {
         VariantFact variant{when, {}};
-        for (const auto& [language, look] : looksOf(report, scene)) {
+        for (const auto& [language, look] : looksOf(report, setup)) {
             TextsByRole texts = textsOfLook(look);
             const TextsByRole& usual = alert.texts.at(language);
             std::erase_if(texts, [&usual](const auto& text) {
@@ -285,9 +286,9 @@ private:
         std::vector<std::string> others;
         for (const auto& [other, before] : _reports) {
             if (other == key || comesAfter(report, before)) continue;
-            Scene scene;
-            scene.texts = &_english;
-            const TextsByRole texts = textsOfLook(*lookOf(before, scene));
+            Setup setup;
+            setup.texts = &_english;
+            const TextsByRole texts = textsOfLook(*lookOf(before, setup));
             std::string headline = headlineOf(texts, _statuses.at(other));
             if (headline.ends_with('.')) headline.pop_back();  // the sentence around it goes on
             others.push_back("“" + headline + "”");
@@ -299,10 +300,10 @@ private:
 
     // What the user's step brings about, as a sentence.
     [[nodiscard]] std::string done(const AlertFact& alert, const Report& report, const Step& step,
-                                   const Scene& scene = {}) const {
+                                   const Setup& setup = {}) const {
         const Effects untouched = effectsOf(report, [](WindowHandle) {});
         const auto help = alert.textIds.find("help");
-        return sentence(effectsOf(report, step, scene), untouched,
+        return sentence(effectsOf(report, step, setup), untouched,
                         help != alert.textIds.end() ? help->second : 0, _english);
     }
 
@@ -314,7 +315,7 @@ private:
         addKeys(alert, report);
         // So far nothing was chosen; the list has an action of its own.
         if (!ids.choices.empty()) actionOf(alert, "Enter").does += " while no time is chosen";
-        const Scene chinese = chineseSystem();
+        const Setup chinese = chineseSystem();
         const Look there = *lookOf(report, chinese);
         for (const auto& [control, text] : there.controls) {
             if (ids.controls.contains(control)) continue;
@@ -330,7 +331,7 @@ private:
         return *std::find_if(alert.actions.begin(), alert.actions.end(), has);
     }
 
-    void addControl(AlertFact& alert, const Report& report, const Scene& scene, int control,
+    void addControl(AlertFact& alert, const Report& report, const Setup& setup, int control,
                     const std::map<std::string, Look>& looks) const {
         ActionFact action;
         for (const auto& [language, look] : looks)
@@ -340,7 +341,7 @@ private:
                          (english.isLink.at(control) ? "link" : "button");
         action.does = done(
             alert, report, [control](WindowHandle window) { headless::press(window, control); },
-            scene);
+            setup);
         if (action.does.empty()) throw std::runtime_error(alert.id + ": a control does nothing");
         if (control == english.defaultButton) action.keys.emplace_back("Enter");
         alert.actions.push_back(std::move(action));
@@ -410,9 +411,9 @@ private:
         };
         always("None comes while the printer's data value “Status” is 0.",
                [](const Report& report) {
-                   Scene scene;
-                   scene.silentPrinter = true;
-                   return !lookOf(report, scene);
+                   Setup setup;
+                   setup.silentPrinter = true;
+                   return !lookOf(report, setup);
                });
         always("A status with subcode 19 also presses “cancel” on the printer.", [](Report report) {
             report.subcode = status_subcode::kPressCancel;
@@ -434,10 +435,10 @@ private:
                          });
     }
 
-    static Scene chineseSystem() {
-        Scene scene;
-        scene.systemLanguage = kSimplifiedChinese;
-        return scene;
+    static Setup chineseSystem() {
+        Setup setup;
+        setup.systemLanguage = kSimplifiedChinese;
+        return setup;
     }
 
     static constexpr char kEnglish[] = "en";

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/alert_facts/stage.h"
+#include "tools/alert_facts/simulated_monitor.h"
 
 #include <cstdint>
 #include <string>

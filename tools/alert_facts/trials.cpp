@@ -32,9 +32,9 @@ constexpr struct {
     {IDC_SNOOZE_LABEL, "reminderLabel"},
 };
 
-WindowHandle open(Stage& stage, const Report& report) {
-    if (!report.medium.empty()) stage.loadMedium(report.medium);
-    return stage.report(report.status, report.subcode);
+WindowHandle open(SimulatedMonitor& monitor, const Report& report) {
+    if (!report.medium.empty()) monitor.loadMedium(report.medium);
+    return monitor.report(report.status, report.subcode);
 }
 
 Look read(WindowHandle handle) {
@@ -66,30 +66,30 @@ Look read(WindowHandle handle) {
 
 }  // namespace
 
-std::optional<Look> lookOf(const Report& report, const Scene& scene) {
-    Stage stage(scene);
-    const WindowHandle window = open(stage, report);
+std::optional<Look> lookOf(const Report& report, const Setup& setup) {
+    SimulatedMonitor monitor(setup);
+    const WindowHandle window = open(monitor, report);
     if (window == nullptr) return std::nullopt;
     return read(window);
 }
 
-Effects effectsOf(const Report& report, const Step& step, const Scene& scene) {
-    Stage stage(scene);
-    const WindowHandle window = open(stage, report);
+Effects effectsOf(const Report& report, const Step& step, const Setup& setup) {
+    SimulatedMonitor monitor(setup);
+    const WindowHandle window = open(monitor, report);
     step(window);
-    return stage.effects(window);
+    return monitor.effects(window);
 }
 
 Effects effectsOf(CheckAction action) {
-    Stage stage;
+    SimulatedMonitor monitor;
     bool ended = false;
     try {
-        if (action == CheckAction::Submit) validateCartridge(Stage::kPrinter);
+        if (action == CheckAction::Submit) validateCartridge(SimulatedMonitor::kPrinter);
         if (action == CheckAction::OpenPrivacyPage) openPrivacyPage();
     } catch (const platform::ProcessEnded&) {
         ended = true;
     }
-    Effects effects = stage.effects(nullptr);
+    Effects effects = monitor.effects(nullptr);
     effects.endsMonitor = ended;
     return effects;
 }
@@ -97,26 +97,26 @@ Effects effectsOf(CheckAction action) {
 Rules rulesOf(const Report& report) {
     Rules rules{};
     {
-        Stage stage;
-        headless::closeBox(open(stage, report));
-        const WindowHandle second = open(stage, report);
+        SimulatedMonitor monitor;
+        headless::closeBox(open(monitor, report));
+        const WindowHandle second = open(monitor, report);
         rules.again = second != nullptr;
         if (second != nullptr) headless::closeBox(second);
-        stage.insertNewCartridge();
-        rules.againForNew = open(stage, report) != nullptr;
+        monitor.insertNewCartridge();
+        rules.againForNew = open(monitor, report) != nullptr;
     }
     {
-        Stage stage;
-        open(stage, report);
-        rules.twice = open(stage, report) != nullptr;
+        SimulatedMonitor monitor;
+        open(monitor, report);
+        rules.twice = open(monitor, report) != nullptr;
     }
-    Scene unknown;
+    Setup unknown;
     unknown.knownCartridge = false;
     rules.withoutCartridge = lookOf(report, unknown).has_value();
     {
-        Stage stage;
-        open(stage, report);
-        stage.endDocument();
+        SimulatedMonitor monitor;
+        open(monitor, report);
+        monitor.endDocument();
         rules.staysAfterDocument = !headless::windows().empty();
     }
     const auto rest = effectsOf(report, [](WindowHandle) {}).rest;
@@ -125,19 +125,19 @@ Rules rulesOf(const Report& report) {
 }
 
 bool comesAfter(const Report& report, const Report& before) {
-    Stage stage;
-    headless::closeBox(open(stage, before));
-    return open(stage, report) != nullptr;
+    SimulatedMonitor monitor;
+    headless::closeBox(open(monitor, before));
+    return open(monitor, report) != nullptr;
 }
 
 std::uint32_t maskBitsOf(const Report& report) {
     const auto comesWith = [&report](std::uint32_t mask) {
-        Scene scene;
-        scene.alertMask = mask;
-        return lookOf(report, scene).has_value();
+        Setup setup;
+        setup.alertMask = mask;
+        return lookOf(report, setup).has_value();
     };
     if (comesWith(0)) throw std::runtime_error("an alert comes although all are switched off");
-    const std::uint32_t all = Scene().alertMask;
+    const std::uint32_t all = Setup().alertMask;
     std::uint32_t needed = 0;
     for (std::uint32_t bit = 1; bit <= all; bit <<= 1U) {
         if (!comesWith(all & ~bit)) needed |= bit;
@@ -146,10 +146,10 @@ std::uint32_t maskBitsOf(const Report& report) {
 }
 
 std::string maskClassOf(std::uint32_t bit) {
-    Scene scene;
-    scene.alertMask = bit;
-    const Stage stage(scene);
-    const std::optional<AlertClasses> classes = readAlertClasses(Stage::kPrinter);
+    Setup setup;
+    setup.alertMask = bit;
+    const SimulatedMonitor monitor(setup);
+    const std::optional<AlertClasses> classes = readAlertClasses(SimulatedMonitor::kPrinter);
     if (!classes) throw std::runtime_error("the printer has no AlertMask");
     if (classes->errors) return "errors";
     return classes->information ? "information" : "warnings";

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/alert_facts/stage.h"
+#include "tools/alert_facts/simulated_monitor.h"
 #include "ui/validation_texts.h"
 
 #include <functional>
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-// Questions about one alert, each answered on a stage of its own.
+// Questions about one alert, each answered on a monitor of its own.
 namespace alert_facts {
 
 // A report of the printer that opens an alert.
@@ -19,7 +19,7 @@ struct Report {
     std::string medium;  // in the tray, as the printer calls it; empty: not told
 };
 
-// What an alert shows. Texts are as the scene has them.
+// What an alert shows. Texts are as the setup has them.
 struct Look {
     std::map<std::string, std::wstring> roles;  // what a text is for, such as "headline"
     std::map<int, std::wstring> controls;       // what can be clicked, by control id
@@ -30,12 +30,12 @@ struct Look {
 };
 
 // Nothing when the report opens no alert.
-[[nodiscard]] std::optional<Look> lookOf(const Report& report, const Scene& scene = {});
+[[nodiscard]] std::optional<Look> lookOf(const Report& report, const Setup& setup = {});
 
 using Step = std::function<void(WindowHandle)>;
 
 // What comes about when the user does this in the alert.
-[[nodiscard]] Effects effectsOf(const Report& report, const Step& step, const Scene& scene = {});
+[[nodiscard]] Effects effectsOf(const Report& report, const Step& step, const Setup& setup = {});
 
 // The same for the cartridge check; whether it closes is for its window to say.
 [[nodiscard]] Effects effectsOf(CheckAction action);

@@ -1,4 +1,4 @@
-#include "tools/alert_facts/stage.h"
+#include "tools/alert_facts/simulated_monitor.h"
 
 #include "arbor/message.h"
 #include "monitor/default_lms_listener.h"
@@ -9,7 +9,9 @@
 #include "tern/event_broker.h"
 #include "tern/instance_manager.h"
 #include "tern/message_keys.h"
+#include "tests/support/stopped_loop.h"
 #include "tests/support/strings_table.h"
+#include "tests/support/supply_pages.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -28,26 +30,19 @@ constexpr wchar_t kPort[] = L"USB001";
 constexpr wchar_t kLibrary[] = L"texts";
 constexpr wchar_t kIdMark = L'#';
 
-constexpr char kCartridge[] =
-    "<c:ConsumableConfigDyn xmlns:c=\"c\" xmlns:dd=\"d\"><ccdyn:ConsumableInfo xmlns:ccdyn=\"c\">"
-    "<dd:ProductNumber>QV-740A</dd:ProductNumber></ccdyn:ConsumableInfo></c:ConsumableConfigDyn>";
-constexpr char kPages[] =
-    "<pudyn:ProductUsageDyn xmlns:pudyn=\"p\" xmlns:dd=\"d\"><pudyn:ConsumableSubunit>"
-    "<pudyn:Consumable><dd:EstimatedPagesRemaining>310</dd:EstimatedPagesRemaining>"
-    "</pudyn:Consumable></pudyn:ConsumableSubunit></pudyn:ProductUsageDyn>";
-
 // Installs everything that an action can reach, so that each effect is seen.
-void furnish(World& room) {
-    room.device.install();
-    room.device.setPage("/DevMgmt/ConsumableConfigDyn.xml", kCartridge);
-    room.device.setPage("/DevMgmt/ProductUsageDyn.xml", kPages);
-    room.device.setPage("/DevMgmt/ShopForSupplies.xml", "<?xml?><supplies/>");
+void installAll(World& system) {
+    system.device.install();
+    system.device.setPage(supply_pages::kConfigurationPath,
+                          supply_pages::configuration("", "QV-740A"));
+    system.device.setPage(supply_pages::kUsagePath, supply_pages::usage("310"));
+    system.device.setPage("/DevMgmt/ShopForSupplies.xml", "<?xml?><supplies/>");
     for (const char* const file : {"P7400DEF.css", "P7400SIG.GIF", "P7400OS.HTM"}) {
         const std::string folder = "C:\\Program Files\\QV\\QV Beamline K7400 MFP Series\\";
-        room.files.put(folder + file, "<html></html>");
+        system.files.put(folder + file, "<html></html>");
     }
-    room.registry.setText(platform::Hive::LocalMachine, L"SOFTWARE\\Corvane\\Orrery\\",
-                          L"ApplicationPath", L"C:\\Orrery\\orrery.exe");
+    system.registry.setText(platform::Hive::LocalMachine, L"SOFTWARE\\Corvane\\Orrery\\",
+                            L"ApplicationPath", L"C:\\Orrery\\orrery.exe");
 }
 
 std::int64_t restHours(SnoozeSlot slot) {
@@ -84,21 +79,21 @@ int idOf(const std::wstring& text) {
     return static_cast<int>(std::wcstol(text.c_str() + 1, nullptr, 10));
 }
 
-Stage::Stage(const Scene& scene) {
-    World& room = world();
-    room.reset();
+SimulatedMonitor::SimulatedMonitor(const Setup& setup) {
+    World& system = world();
+    system.reset();
     headless::reset();
-    furnish(room);
+    installAll(system);
     setCurrentMediaType(TranslateMediaType(""));
-    const platform::NativeHandle strings = room.texts.addModule(kLibrary);
+    const platform::NativeHandle strings = system.texts.addModule(kLibrary);
     // In the place of English, which every user's language falls back to.
-    for (const auto& [id, text] : *scene.texts)
-        room.texts.add(strings, platform::simulated::kEnglish, id, text);
-    room.texts.setSystemLanguage(scene.systemLanguage);
-    room.printers.setDword(kPrinter, L"AlertMask", scene.alertMask);
-    if (scene.silentPrinter) room.printers.setDword(kPrinter, L"Status", 0);
-    room.printers.setTextOf(kPrinter, L"\\", L"Printer Driver",
-                            scene.familyPrinter ? L"Beamline K7400 PCL" : L"Beamline L200");
+    for (const auto& [id, text] : *setup.texts)
+        system.texts.add(strings, platform::simulated::kEnglish, id, text);
+    system.texts.setSystemLanguage(setup.systemLanguage);
+    system.printers.setDword(kPrinter, L"AlertMask", setup.alertMask);
+    if (setup.silentPrinter) system.printers.setDword(kPrinter, L"Status", 0);
+    system.printers.setTextOf(kPrinter, L"\\", L"Printer Driver",
+                              setup.familyPrinter ? L"Beamline K7400 PCL" : L"Beamline L200");
 
     _manager.reset(tern::NewInstanceManager("", 0, nullptr));
     auto listener = std::make_unique<DefaultLMSListener>(
@@ -111,16 +106,17 @@ Stage::Stage(const Scene& scene) {
         fields.setWString(message_key::kPrinterName, kPrinter);
         fields.setWString(message_key::kPortName, kPort);
     });
-    if (scene.knownCartridge) insertNewCartridge();
+    if (setup.knownCartridge) insertNewCartridge();
 }
 
-Stage::~Stage() {
+SimulatedMonitor::~SimulatedMonitor() {
     _manager.reset();
     headless::reset();
     world().reset();
 }
 
-void Stage::send(tern::RecordClass recordClass, std::uint32_t subcode, const Fill& fill) {
+void SimulatedMonitor::send(tern::RecordClass recordClass, std::uint32_t subcode,
+                            const Fill& fill) {
     arbor::Message message(&tern::kVeloEventGeneratorId, static_cast<std::uint32_t>(recordClass),
                            0);
     arbor::IPropertyHolder& fields = *message.getProperties();
@@ -129,7 +125,7 @@ void Stage::send(tern::RecordClass recordClass, std::uint32_t subcode, const Fil
     _listener->notify(&message);
 }
 
-WindowHandle Stage::report(std::int32_t status, std::uint32_t subcode) {
+WindowHandle SimulatedMonitor::report(std::int32_t status, std::uint32_t subcode) {
     const int before = headless::openedWindows();
     world().time += 1;  // a snooze that has ended still covers the second in which it ended
     send(tern::RecordClass::Status, subcode,
@@ -137,34 +133,24 @@ WindowHandle Stage::report(std::int32_t status, std::uint32_t subcode) {
     return headless::openedWindows() > before ? headless::windows().back() : nullptr;
 }
 
-void Stage::loadMedium(const std::string& name) {
+void SimulatedMonitor::loadMedium(const std::string& name) {
     send(tern::RecordClass::Status, tern::kMediaReport, [&name](arbor::IPropertyHolder& fields) {
         fields.setString(message_key::kMediaType, name.c_str());
     });
 }
 
-void Stage::insertNewCartridge() {
+void SimulatedMonitor::insertNewCartridge() {
     ++_serial;
     send(tern::RecordClass::Status, tern::kCartridgeReport, [this](arbor::IPropertyHolder& fields) {
         fields.setInt(message_key::kCartridgeSerial, static_cast<std::int32_t>(_serial));
     });
 }
 
-void Stage::endDocument() {
+void SimulatedMonitor::endDocument() {
     send(tern::RecordClass::Job, tern::kDocumentEnd);
 }
 
-// A loop that was stopped returns at once and takes nothing from its queue.
-bool Stage::monitorHasEnded() {
-    bool pumped = false;
-    tern::EventBroker& broker = *_manager->getEventBroker();
-    world().messages.post([&pumped] { pumped = true; });
-    world().messages.post([&broker] { broker.stop(nullptr, 0); });
-    broker.run();
-    return !pumped;
-}
-
-Effects Stage::effects(WindowHandle window) {
+Effects SimulatedMonitor::effects(WindowHandle window) {
     const headless::Window* found = headless::find(window);
     Effects effects;
     effects.closes = found == nullptr || !found->visible;
@@ -177,7 +163,7 @@ Effects Stage::effects(WindowHandle window) {
     effects.messages = headless::messages();
     for (const SnoozeSlot slot : {SnoozeSlot::Low, SnoozeSlot::VeryLow, SnoozeSlot::Out})
         effects.rest[static_cast<std::size_t>(slot)] = restHours(slot);
-    effects.endsMonitor = monitorHasEnded();
+    effects.endsMonitor = test::isLoopStopped(*_manager->getEventBroker());
     return effects;
 }
 

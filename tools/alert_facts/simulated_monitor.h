@@ -33,7 +33,7 @@ using TextsById = std::map<std::uint32_t, std::wstring>;
 [[nodiscard]] int idOf(const std::wstring& text);
 
 // The system, printer and cartridge with which an alert is tried.
-struct Scene {
+struct Setup {
     const TextsById* texts = &idsAsTexts();
     bool familyPrinter = true;
     platform::LanguageId systemLanguage = 0x0409;
@@ -55,29 +55,28 @@ struct Effects {
     std::array<std::int64_t, 3> rest{};  // hours for which the snoozes last, by slot
 };
 
-// The monitor's own decisions, handlers and alerts on the simulated platform, without windows. One
-// stage at a time; it begins with an empty world.
-class Stage {
+// The monitor's own decisions, handlers and alerts on the simulated platform, without windows. Only
+// one may exist at a time; it begins with an empty platform.
+class SimulatedMonitor {
 public:
     static constexpr wchar_t kPrinter[] = L"Beamline K7400";
 
-    explicit Stage(const Scene& scene = {});
-    ~Stage();
-    Stage(const Stage&) = delete;
-    Stage& operator=(const Stage&) = delete;
+    explicit SimulatedMonitor(const Setup& setup = {});
+    ~SimulatedMonitor();
+    SimulatedMonitor(const SimulatedMonitor&) = delete;
+    SimulatedMonitor& operator=(const SimulatedMonitor&) = delete;
 
     // The printer reports a status; the window that it opens, null when it opens none.
     WindowHandle report(std::int32_t status, std::uint32_t subcode = tern::kDeviceStatus);
     void loadMedium(const std::string& name);
     void insertNewCartridge();
     void endDocument();
-    // What has come about since the stage began. `window` is the alert that is asked about.
+    // What has come about since the monitor began. `window` is the alert that is asked about.
     [[nodiscard]] Effects effects(WindowHandle window);
 
 private:
     using Fill = std::function<void(arbor::IPropertyHolder&)>;
     void send(tern::RecordClass recordClass, std::uint32_t subcode, const Fill& fill = {});
-    bool monitorHasEnded();
 
     std::unique_ptr<tern::IInstanceManager> _manager;
     DefaultLMSListener* _listener = nullptr;  // owned by the broker
