@@ -37,7 +37,7 @@ import sys
 import threading
 import time
 
-from mutation.builder import NATIVE, STATE, WINDOWS, Builder, build, desk_of, folder_of, verdict
+from mutation.builder import NATIVE, STATE, WINDOWS, Builder, build, folder_of, job_of, verdict
 from mutation.mutants import ROOT, mutants_of, unmarked
 from mutation.verdicts import Verdicts
 
@@ -96,14 +96,14 @@ def judge_all(builder, mutants, verdicts, jobs):
     counting = threading.Lock()
 
     # Each job has a folder of its own, so jobs take every nth mutant.
-    def work(job):
-        with desk_of(builder.kind, job) as desk:
-            judge(mutants[job::jobs], desk)
+    def work(number):
+        with job_of(builder.kind, number) as job:
+            judge(mutants[number::jobs], job)
 
-    def judge(share, desk):
+    def judge(share, job):
         for mutant in share:
             known = verdicts[mutant.file]
-            value = known.get(mutant) or verdict(builder, mutant, desk)
+            value = known.get(mutant) or verdict(builder, mutant, job)
             with counting:
                 known.put(mutant, value)
                 counts[value] += 1

@@ -114,8 +114,8 @@ WINDOWS = Kind(WINDOWS_BUILD, ("cmake", "--preset", "windows-checked"), ".exe", 
 
 
 @dataclasses.dataclass(frozen=True, eq=False)
-class Desk:
-    """What one of the jobs works with: a folder of its own, where its programs go, and their environment."""
+class Job:
+    """One of the jobs that work at the same time: its folder, where its programs go, and their environment."""
 
     place: pathlib.Path
     programs: str  # the path of a program without its name
@@ -123,22 +123,22 @@ class Desk:
 
 
 @contextlib.contextmanager
-def desk_of(kind, job):
-    """Windows programs get a Wine prefix and a display that no other job uses, for as long as the desk stands.
-    They lie beside the test programs, where they find their libraries."""
-    place = STATE / "work" / str(os.getpid()) / str(job)
+def job_of(kind, number):
+    """Windows programs get a Wine prefix and a display that no other job uses, as long as the job lasts. They
+    lie beside the test programs, where they find their libraries."""
+    place = STATE / "work" / str(os.getpid()) / str(number)
     place.mkdir(parents=True, exist_ok=True)
     if kind is NATIVE:
-        yield Desk(place, f"{place}/", dict(os.environ))
+        yield Job(place, f"{place}/", dict(os.environ))
         return
     show = "import json, os; print(json.dumps(dict(os.environ)), flush=True)"
     command = [*WITH_WINE, "sh", "-c", f"{shlex.quote(sys.executable)} -c '{show}'; cat"]
     with subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True) as keeper:
-        desk = Desk(place, f"{kind.build}/tests/mutant-{os.getpid()}-{job}-", json.loads(keeper.stdout.readline()))
+        job = Job(place, f"{kind.build}/tests/mutant-{os.getpid()}-{number}-", json.loads(keeper.stdout.readline()))
         try:
-            yield desk
+            yield job
         finally:
-            for program in pathlib.Path(desk.programs).parent.glob(f"mutant-{os.getpid()}-{job}-*"):
+            for program in pathlib.Path(job.programs).parent.glob(f"mutant-{os.getpid()}-{number}-*"):
                 program.unlink()
             keeper.stdin.close()
 
@@ -174,7 +174,7 @@ class Builder:
             if any(command[command.index("-o") + 1].startswith(f"{folder}/CMakeFiles/")
                    for folder in pathlib.Path(file).parents):
                 self._compile[file] = command
-        self._heads = {}
+        self._precompiled = {}
         self._proven = {}
         self._proving = threading.Lock()
         self._longest = {}
@@ -184,12 +184,12 @@ class Builder:
     def can_compile(self, file):
         return file in self._compile or file.endswith(".h")
 
-    def proves(self, judging, file, desk):
+    def proves(self, judging, file, job):
         """Whether a file passes a round as it is; tried once, when the first of its mutants comes."""
         key = judging, self._proof_of(file)
         with self._proving:
             if key not in self._proven:
-                self._proven[key] = lives(self, judging, file, lines_of(file), desk)
+                self._proven[key] = lives(self, judging, file, lines_of(file), job)
             return self._proven[key]
 
     def _proof_of(self, file):
@@ -215,7 +215,7 @@ class Builder:
     def compile(self, judging, file, source, target):
         """Compiles what stands in source as file is compiled, but quickly and with checked containers."""
         return self._ran([*self._flags(file), "-O0", "-D_GLIBCXX_ASSERTIONS", *judging.flags, "-include",
-                          str(self._head(judging, file)), "-o", str(target), "-c", str(source)])
+                          str(self._precompiled_includes(judging, file)), "-o", str(target), "-c", str(source)])
 
     def compile_test(self, file, headers, target):
         """Compiles a test of the order of virtual functions with the headers of a folder before all others."""
@@ -239,26 +239,26 @@ class Builder:
                 del command[command.index(flag):command.index(flag) + 2]
         return [*command, "-w"]
 
-    def _head(self, judging, file):
+    def _precompiled_includes(self, judging, file):
         """What the source includes, compiled beforehand: most of a mutant's time would go there."""
-        if (judging, file) in self._heads:
-            return self._heads[judging, file]
-        head = STATE / "heads" / judging.name / (file.replace("/", "@") + ".h")
-        head.parent.mkdir(parents=True, exist_ok=True)
+        if (judging, file) in self._precompiled:
+            return self._precompiled[judging, file]
+        header = STATE / "precompiled" / judging.name / (file.replace("/", "@") + ".h")
+        header.parent.mkdir(parents=True, exist_ok=True)
         lines = lines_of(file)
         plain = not any(re.match(r"#\s*(if|define)", line) for line in lines)
         includes = [line for line in lines if plain and line.startswith("#include")]
-        head.write_text("\n".join(includes) + "\n", encoding="utf-8")
+        header.write_text("\n".join(includes) + "\n", encoding="utf-8")
         subprocess.run([*self._flags(file), "-O0", "-D_GLIBCXX_ASSERTIONS", *judging.flags, "-x", "c++-header",
-                        "-o", f"{head}.gch", "-c", str(head)], cwd=self.kind.build, check=True, capture_output=True)
-        self._heads[judging, file] = head
-        return head
+                        "-o", f"{header}.gch", "-c", str(header)], cwd=self.kind.build, check=True, capture_output=True)
+        self._precompiled[judging, file] = header
+        return header
 
     def _link_command(self, program):
         """What ninja links the program with."""
         if program not in self._links:
-            listed = subprocess.run(["ninja", "-t", "commands", "-s", f"tests/{program}{self.kind.suffix}"], cwd=self.kind.build,
-                                    capture_output=True, text=True, check=True).stdout
+            listed = subprocess.run(["ninja", "-t", "commands", "-s", f"tests/{program}{self.kind.suffix}"],
+                                    cwd=self.kind.build, capture_output=True, text=True, check=True).stdout
             line = listed.strip().splitlines()[-1]
             command = shlex.split(line.replace(": && ", "", 1).rsplit(" && :", 1)[0])
             self._links[program] = [part for part in command if not part.endswith("ccache")]
@@ -277,9 +277,9 @@ class Builder:
         return self._ran([*command, "-fuse-ld=lld", *flags, *self.kind.link_flags])
 
 
-def passes(judging, desk, program, seconds, *arguments):
+def passes(judging, job, program, seconds, *arguments):
     ran = subprocess.Popen([*judging.runner, program, "--gtest_brief=1", "--gtest_fail_fast", *arguments],
-                           cwd=ROOT, env={**desk.environment, **judging.environment}, start_new_session=True,
+                           cwd=ROOT, env={**job.environment, **judging.environment}, start_new_session=True,
                            stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     try:
         return ran.wait(seconds) == 0
@@ -289,65 +289,65 @@ def passes(judging, desk, program, seconds, *arguments):
         return False
 
 
-def lives(builder, judging, file, lines, desk):
+def lives(builder, judging, file, lines, job):
     """Whether changed lines of a source pass a round; None when they do not compile."""
-    source, changed = desk.place / "mutant.cpp", desk.place / "mutant.o"
+    source, changed = job.place / "mutant.cpp", job.place / "mutant.o"
     source.write_text("\n".join(lines) + "\n", encoding="utf-8")
     if not builder.compile(judging, file, source, changed):
         return None
     for name in builder.likeliest_first(file, judging.programs[folder_of(file)]):
-        program = f"{desk.programs}{name}{builder.kind.suffix}"
+        program = f"{job.programs}{name}{builder.kind.suffix}"
         if not builder.link(name, file, changed, program, judging.flags):
             return None
         started = time.monotonic()
-        if not passes(judging, desk, program, builder.time_limit(judging, file, name)):
+        if not passes(judging, job, program, builder.time_limit(judging, file, name)):
             builder.kills[file, name] += 1
             return False
         builder.took(judging, file, name, time.monotonic() - started)
     return True
 
 
-def slots_live(builder, file, lines, desk):
+def slots_live(builder, file, lines, job):
     """Whether the tests of the order of virtual functions pass with changed lines of a header."""
-    header = desk.place / "headers" / file
+    header = job.place / "headers" / file
     header.parent.mkdir(parents=True, exist_ok=True)
     header.write_text("\n".join(lines) + "\n", encoding="utf-8")
     try:
         for path in sorted((ROOT / "tests" / folder_of(file)).glob("*.cpp")):
             if SLOT_TESTS_INCLUDE not in path.read_text(encoding="utf-8"):
                 continue
-            test, changed, program = str(path.relative_to(ROOT)), desk.place / "slots.o", desk.place / "slots"
-            if not (builder.compile_test(test, desk.place / "headers", changed) and
+            test, changed, program = str(path.relative_to(ROOT)), job.place / "slots.o", job.place / "slots"
+            if not (builder.compile_test(test, job.place / "headers", changed) and
                     builder.link(PROGRAMS[folder_of(file)][0], test, changed, program)):
                 return None
-            if not passes(QUICK, desk, str(program), LEAST_TIME_LIMIT_SECONDS, SLOT_TESTS_FILTER):
+            if not passes(QUICK, job, str(program), LEAST_TIME_LIMIT_SECONDS, SLOT_TESTS_FILTER):
                 return False
         return True
     finally:
         header.unlink()
 
 
-def verdict(builder, mutant, desk):
+def verdict(builder, mutant, job):
     """killed, survived, same (the optimizer makes the same of both) or invalid (does not compile)."""
     original = lines_of(mutant.file)
     changed = mutant.applied_to(original)
     if mutant.file.endswith(".h"):
-        living = slots_live(builder, mutant.file, changed, desk)
+        living = slots_live(builder, mutant.file, changed, job)
         return "invalid" if living is None else "survived" if living else "killed"
     for judging in builder.kind.rounds:
-        if not builder.proves(judging, mutant.file, desk):
+        if not builder.proves(judging, mutant.file, job):
             sys.exit(f"{mutant.file}: fails the {judging.name} round without any mutation")
-        living = lives(builder, judging, mutant.file, changed, desk)
+        living = lives(builder, judging, mutant.file, changed, job)
         if not living:
             return "invalid" if living is None else "killed"
-        if judging is builder.kind.rounds[0] and is_the_same(builder, mutant, original, changed, desk):
+        if judging is builder.kind.rounds[0] and is_the_same(builder, mutant, original, changed, job):
             return "same"
     return "survived"
 
 
-def is_the_same(builder, mutant, original, changed, desk):
-    source, objects = desk.place / "mutant.cpp", []
+def is_the_same(builder, mutant, original, changed, job):
+    source, objects = job.place / "mutant.cpp", []
     for lines in (original, changed):
         source.write_text("\n".join(lines) + "\n", encoding="utf-8")
-        objects.append(builder.optimized(mutant.file, source, desk.place / "optimized.o"))
+        objects.append(builder.optimized(mutant.file, source, job.place / "optimized.o"))
     return objects[0] == objects[1]
