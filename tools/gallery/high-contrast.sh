@@ -31,7 +31,7 @@ show() {
     wine regedit /S "Z:$work/$1.reg" >/dev/null 2>&1 </dev/null
     rm -rf "${out:?}/$1"
     mkdir -p "$out/$1"
-    wine "$tests/alert_gallery.exe" "Z:$out/$1" --high-contrast >/dev/null 2>&1 </dev/null
+    wine "$tests/alert_gallery.exe" "Z:$out/$1" >/dev/null 2>&1 </dev/null
     mogrify -format png "$out/$1/*.bmp"
     rm "$out/$1"/*.bmp
     found=$(find "$out/$1" -name '*.png' | wc -l)

@@ -20,7 +20,6 @@ namespace {
 
 using accessible::Object;
 
-constexpr int kTypes = 33;
 constexpr int kTonerLow = 4, kNoCartridge = 5, kManualDuplex = 3, kFaxWithLink = 27,
               kNewCartridge = 25;
 constexpr int kDetail = 1012, kHelp = 131, kMessage = 132, kLabel = 1009, kChoices = 1008;
@@ -89,7 +88,7 @@ TEST_F(AccessibleControlTest, IsTestedInTheLanguageThatTheRunIsFor) {
 }
 
 TEST_F(AccessibleControlTest, TellsNameAndRoleOfEverythingInSightInEveryAlert) {
-    for (int type = 0; type < kTypes; ++type) {
+    for (int type = 0; type < alert_desktop::kTypes; ++type) {
         SCOPED_TRACE(type);
         alert = alert_desktop::openAlert(type, 0);
         ASSERT_NE(alert, nullptr);

@@ -1,13 +1,9 @@
 #include "tests/ui/windows/alert_desktop.h"
 
-#include "platform/file.h"
-#include "platform/text.h"
-#include "tests/ui/windows/memory_dc.h"
 #include "ui/alert_factory.h"
 #include "ui/alert_keys.h"
 #include "ui/alert_window.h"
 #include "ui/localized_text.h"
-#include "ui/windows/gdi_handles.h"
 
 #include <string>
 #include <utility>
@@ -17,8 +13,6 @@ namespace alert_desktop {
 namespace {
 
 constexpr int kPrintedFax = 26, kFaxInOrrery = 27;
-constexpr int kBytesPerPixel = 4;
-constexpr WORD kBitmapMagic = 0x4D42;
 
 struct TypeStatus {
     int type, status;
@@ -73,21 +67,6 @@ std::unique_ptr<DefaultStatusDialog> openAlert(int type, int status, tern::Event
     return alert;
 }
 
-MirroredDesktop::MirroredDesktop() {
-    constexpr wchar_t kClass[] = L"Progman";
-    WNDCLASSW description{};
-    description.lpfnWndProc = ::DefWindowProcW;
-    description.hInstance = ::GetModuleHandleW(nullptr);
-    description.lpszClassName = kClass;
-    ::RegisterClassW(&description);
-    _desktop = ::CreateWindowExW(WS_EX_LAYOUTRTL | WS_EX_TOOLWINDOW, kClass, L"", WS_POPUP, 0, 0, 1,
-                                 1, nullptr, nullptr, description.hInstance, nullptr);
-}
-
-MirroredDesktop::~MirroredDesktop() {
-    ::DestroyWindow(_desktop);
-}
-
 void pump() {
     MSG message;
     while (::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE)) {
@@ -137,43 +116,6 @@ void doubleClick(HWND control) {
     constexpr LPARAM kInside = MAKELPARAM(5, 5);
     for (const UINT message : kMessages)
         ::SendMessageW(control, message, MK_LBUTTON, kInside);
-}
-
-void savePicture(HWND window, const std::wstring& path) {
-    RECT place{};
-    ::GetWindowRect(window, &place);
-    const int width = place.right - place.left;
-    const int height = place.bottom - place.top;
-    const WindowDc screen(nullptr);
-    const MemoryDc memory(::CreateCompatibleDC(screen.get()));
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof(info.bmiHeader);
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 8 * kBytesPerPixel;
-    void* pixels = nullptr;
-    const Bitmap bitmap(
-        ::CreateDIBSection(screen.get(), &info, DIB_RGB_COLORS, &pixels, nullptr, 0));
-    if (bitmap == nullptr) return;
-    {
-        const SelectedObject selected(memory.get(), bitmap.get());
-        ::BitBlt(memory.get(), 0, 0, width, height, screen.get(), place.left, place.top, SRCCOPY);
-        ::GdiFlush();
-    }
-    // A copy of the screen has an alpha of 0. Make it opaque, or viewers may show nothing.
-    auto* bytes = static_cast<unsigned char*>(pixels);
-    const auto byteCount = static_cast<std::size_t>(width * height * kBytesPerPixel);
-    for (std::size_t i = kBytesPerPixel - 1; i < byteCount; i += kBytesPerPixel)
-        bytes[i] = 0xFF;
-    BITMAPFILEHEADER header{};
-    header.bfType = kBitmapMagic;
-    header.bfOffBits = sizeof(header) + sizeof(info.bmiHeader);
-    header.bfSize = header.bfOffBits + static_cast<DWORD>(byteCount);
-    std::string picture(reinterpret_cast<const char*>(&header), sizeof(header));
-    picture.append(reinterpret_cast<const char*>(&info.bmiHeader), sizeof(info.bmiHeader));
-    picture.append(static_cast<const char*>(pixels), byteCount);
-    static_cast<void>(platform::writeFile(platform::narrowed(path).c_str(), picture));
 }
 
 }  // namespace alert_desktop

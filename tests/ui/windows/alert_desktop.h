@@ -2,6 +2,7 @@
 
 #include "arbor/property_holder.h"
 #include "tern/event_broker.h"
+#include "tools/printpath/windows/mirrored_desktop.h"
 #include "ui/default_status_dialog.h"
 
 #include <windows.h>
@@ -15,6 +16,8 @@
 namespace alert_desktop {
 
 inline constexpr wchar_t kPrinterName[] = L"Beamline K7400";
+// The types of alerts are the numbers below this one.
+inline constexpr int kTypes = 33;
 
 [[nodiscard]] void* strings();
 [[nodiscard]] std::wstring text(std::uint32_t id);
@@ -32,17 +35,8 @@ void describe(arbor::IPropertyHolder& description, int type, int status,
     int type, int status, tern::EventBroker* broker = nullptr,
     const wchar_t* printerName = kPrinterName);
 
-// The desktop runs from right to left as long as this object exists.
-class MirroredDesktop {
-public:
-    MirroredDesktop();
-    ~MirroredDesktop();
-    MirroredDesktop(const MirroredDesktop&) = delete;
-    MirroredDesktop& operator=(const MirroredDesktop&) = delete;
-
-private:
-    HWND _desktop;
-};
+// The desktop runs from right to left as long as such an object exists.
+using printpath::MirroredDesktop;
 
 // Dispatches the waiting messages, as the program's loop does.
 void pump();
@@ -73,8 +67,5 @@ private:
 
 // Sends the messages that the system sends for a double click on a control.
 void doubleClick(HWND control);
-
-// Writes what the screen shows of a window to a bitmap file.
-void savePicture(HWND window, const std::wstring& path);
 
 }  // namespace alert_desktop

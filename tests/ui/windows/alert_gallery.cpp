@@ -1,25 +1,20 @@
-// alert_gallery FOLDER [TYPE...]: opens the alerts of the given dialog types, or all alerts if none
-// is given, on the real desktop and writes a picture of each to FOLDER. With --high-contrast as
-// TYPE it opens one alert of each template as under a high-contrast scheme, whose colours the
-// desktop must have. The strings library must be in the program's folder. The pictures are for
-// people; the tests in this folder check the alerts.
+// alert_gallery FOLDER: opens one alert of each template on the real desktop as under a
+// high-contrast scheme, whose colours the desktop must have, and writes a picture of each to
+// FOLDER. The strings library must be in the program's folder. The pictures are for people; the
+// tests in this folder check the alerts.
 
 #include "tests/ui/windows/alert_desktop.h"
+#include "tools/printpath/windows/screen_picture.h"
 #include "ui/alert_factory.h"
 #include "ui/alert_keys.h"
-#include "ui/localized_text.h"
 #include "ui/validation_dialog.h"
 #include "ui/windows/display_settings.h"
 
-#include <cstdio>
 #include <cstdlib>
-#include <optional>
 #include <string>
-#include <vector>
 
 namespace {
 
-constexpr int kTypes = 33;
 constexpr int kOfEachTemplate[] = {0, 4, 3};  // the first three; the others have no type
 constexpr int kManualFeedTemplate = 138, kLoadPaperText = 265;
 constexpr int kMillisecondsToPaint = 150;
@@ -27,7 +22,9 @@ constexpr unsigned kCheckTitle = 1064, kDetailsTitle = 1066, kLearnMore = 1051;
 
 void save(const std::wstring& folder, const std::wstring& name, HWND window) {
     alert_desktop::pumpFor(kMillisecondsToPaint);
-    alert_desktop::savePicture(window, folder + L"/" + name + L".bmp");
+    RECT place{};
+    ::GetWindowRect(window, &place);
+    printpath::saveBitmap(printpath::captureScreen(place), folder + L"/" + name + L".bmp");
 }
 
 void showType(const std::wstring& folder, int type) {
@@ -60,26 +57,12 @@ void showCheck(const std::wstring& folder) {
 }  // namespace
 
 int wmain(int argumentCount, wchar_t** arguments) {
-    if (argumentCount < 2) return EXIT_FAILURE;
+    if (argumentCount != 2) return EXIT_FAILURE;
     const std::wstring folder = arguments[1];
-    const bool isHighContrast =
-        argumentCount > 2 && arguments[2] == std::wstring(L"--high-contrast");
-    std::vector<int> types;
-    if (isHighContrast) {
-        setHighContrastQuery([] { return true; });
-        types.assign(std::begin(kOfEachTemplate), std::end(kOfEachTemplate));
-    }
-    for (int i = 2; !isHighContrast && i < argumentCount; ++i)
-        types.push_back(std::stoi(arguments[i]));
-    if (types.empty()) {
-        for (int type = 0; type < kTypes; ++type)
-            types.push_back(type);
-    }
-    std::optional<alert_desktop::MirroredDesktop> mirrored;
-    if (isRightToLeftUI()) mirrored.emplace();
-    for (const int type : types)
+    setHighContrastQuery([] { return true; });
+    for (const int type : kOfEachTemplate)
         showType(folder, type);
-    if (isHighContrast) showManualFeed(folder);
+    showManualFeed(folder);
     showCheck(folder);
     return EXIT_SUCCESS;
 }

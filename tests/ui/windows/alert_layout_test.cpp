@@ -20,7 +20,6 @@
 
 namespace {
 
-constexpr int kTypes = 33;
 constexpr int kManualFeed = 138;  // a template that no type chooses
 constexpr int kNameUnits = 220, kPartNumberUnits = 31;
 constexpr unsigned kFirstMedia = 301, kLastMedia = 321;
@@ -82,7 +81,7 @@ TEST_P(AlertLayoutTest, ShowsEverythingWholeAndApart) {
     expectNeat(alert->window());
 }
 
-INSTANTIATE_TEST_SUITE_P(OfEveryType, AlertLayoutTest, testing::Range(0, kTypes));
+INSTANTIATE_TEST_SUITE_P(OfEveryType, AlertLayoutTest, testing::Range(0, alert_desktop::kTypes));
 
 TEST_P(AlertLayoutTest, GoesFromControlToControlAsOneReads) {
     const auto alert = openFullest(GetParam());

@@ -18,9 +18,9 @@ BOOL CALLBACK countDialog(HWND window, LPARAM count) {
 }
 
 TEST_F(AlertLeakTest, LeavesNothingBehindAfterFiveHundredAlerts) {
-    constexpr int kWarmUp = 33, kAlerts = 500, kTypes = 33;
+    constexpr int kWarmUp = alert_desktop::kTypes, kAlerts = 500;
     const auto openAndEnd = [this](int i) {
-        open(i % kTypes);
+        open(i % alert_desktop::kTypes);
         compactAlertWindow(alert->window(), true);
         alert_desktop::pump();
         alert.reset();

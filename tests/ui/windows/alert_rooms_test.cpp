@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr int kTypes = 33;
 constexpr unsigned kEnglish = 0x0409;
 constexpr unsigned kCheckTitle = 1064, kDetailsTitle = 1066, kLearnMore = 1051;
 
@@ -18,7 +17,7 @@ TEST(AlertRoomsTest, AreMeasuredInEnglish) {
 }
 
 TEST(AlertRoomsTest, OfEveryAlertHoldTextsTwiceAsLong) {
-    for (int type = 0; type < kTypes; ++type) {
+    for (int type = 0; type < alert_desktop::kTypes; ++type) {
         SCOPED_TRACE(type);
         const auto alert = alert_desktop::openAlert(type, 0);
         ASSERT_NE(alert, nullptr);

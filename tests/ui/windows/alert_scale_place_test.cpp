@@ -1,5 +1,4 @@
 #include "tests/ui/windows/scaled_layout.h"
-#include "ui/alert_factory.h"
 
 namespace {
 
@@ -76,35 +75,21 @@ TEST_F(AlertScaleTest, TheSystemLearnsTheSizeAtAnotherScaleBeforehand) {
 }
 
 TEST_F(AlertScaleTest, AnAlertOpensAtItsPlaceInTheCascade) {
-    arbor::PropertyHolder description;
-    alert_desktop::describe(description, 0, 0);
-    alert = createAlertDialog(description);
-    alert->setPosition(140, 160);
-
-    ASSERT_TRUE(alert->create());
+    openAt(0, 140, 160);
 
     EXPECT_EQ(rectOf(window()).left, at(140, dpi));
     EXPECT_EQ(rectOf(window()).top, at(160, dpi));
 }
 
 TEST_F(AlertScaleTest, AnAlertBeyondTheScreenMovesInByTheLeast) {
-    arbor::PropertyHolder description;
-    alert_desktop::describe(description, 0, 0);
-    alert = createAlertDialog(description);
-    alert->setPosition(160, 740);
-
-    ASSERT_TRUE(alert->create());
+    openAt(0, 160, 740);
 
     EXPECT_EQ(rectOf(window()).left, at(160, dpi));
     EXPECT_EQ(rectOf(window()).bottom, screenSize().cy);
 }
 
 TEST_F(AlertScaleTest, ACompactAlertStandsInTheCascadeWhereItsLowerFormHasRoom) {
-    arbor::PropertyHolder description;
-    alert_desktop::describe(description, 27, 0);
-    alert = createAlertDialog(description);
-    alert->setPosition(160, 740);
-    ASSERT_TRUE(alert->create());
+    openAt(27, 160, 740);
 
     compactAlertWindow(window(), true);
 
@@ -113,11 +98,7 @@ TEST_F(AlertScaleTest, ACompactAlertStandsInTheCascadeWhereItsLowerFormHasRoom) 
 }
 
 TEST_F(AlertScaleTest, ACompactAlertThatWasMovedStaysThere) {
-    arbor::PropertyHolder description;
-    alert_desktop::describe(description, 27, 0);
-    alert = createAlertDialog(description);
-    alert->setPosition(160, 740);
-    ASSERT_TRUE(alert->create());
+    openAt(27, 160, 740);
     ::SetWindowPos(window(), nullptr, 30, 50, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
 
     compactAlertWindow(window(), true);

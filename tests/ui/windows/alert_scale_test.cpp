@@ -10,13 +10,6 @@
 
 namespace {
 
-TEST_F(AlertScaleTest, TheClientAreaIsThatOfTheDesign) {
-    open(0);
-
-    EXPECT_EQ(clientOf(window()).cx, at(747, dpi));
-    EXPECT_EQ(clientOf(window()).cy, at(505, dpi));
-}
-
 TEST_F(AlertScaleTest, EveryControlStandsWhereTheDesignPutsIt) {
     for (const auto& [type, templateId] : {std::pair{2, 137}, {3, 139}, {4, 210}}) {
         const std::map<int, Place> places = design(templateId);

@@ -63,6 +63,9 @@ std::unique_ptr<DefaultStatusDialog> newAlert(int type) {
 
 class AlertWindowFaultsTest : public testing::TestWithParam<Mode> {};
 
+INSTANTIATE_TEST_SUITE_P(OnceAndForGood, AlertWindowFaultsTest,
+                         testing::Values(Mode::Once, Mode::FromThenOn));
+
 TEST_P(AlertWindowFaultsTest, AnAlertForWhichMemoryRunsOutOpensWholeOrNotAtAll) {
     for (const int type : {kTonerLowType, kNewCartridgeType}) {
         std::unique_ptr<DefaultStatusDialog> alert;
@@ -191,9 +194,6 @@ TEST_P(AlertWindowFaultsTest, AnAlertForWhichMemoryRunsOutIsPaintedInNewColoursA
 
     EXPECT_GE(outcome.points, 2);
 }
-
-INSTANTIATE_TEST_SUITE_P(OnceAndForGood, AlertWindowFaultsTest,
-                         testing::Values(Mode::Once, Mode::FromThenOn));
 
 TEST_P(AlertWindowFaultsTest, AReaderForWhomMemoryRunsOutGetsTheSystemsAnswer) {
     constexpr int kPicture = 133;

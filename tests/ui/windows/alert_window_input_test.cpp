@@ -146,7 +146,7 @@ TEST_F(AlertWindowTest, MovesTheFocusWithTabInTheOrderOfReading) {
 }
 
 TEST_F(AlertWindowTest, StartsWithTheFocusOnOkOrOnTheListOfTimes) {
-    for (int type = 0; type < 33; ++type) {
+    for (int type = 0; type < alert_desktop::kTypes; ++type) {
         open(type);
 
         EXPECT_EQ(focused(), type == 4 || type == 30 ? 1008 : 130) << type;

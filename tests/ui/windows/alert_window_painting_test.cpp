@@ -2,7 +2,6 @@
 #include "tests/ui/windows/alert_window_fixture.h"
 
 #include "tests/ui/windows/window_order.h"
-#include "ui/alert_factory.h"
 #include "ui/alert_keys.h"
 
 #include <utility>
@@ -34,20 +33,6 @@ TEST_F(AlertWindowTest, LeavesTheTextsOfItsTemplateWhereItHasNone) {
     EXPECT_EQ(textOf(1004), kOfTheTemplate);
     EXPECT_EQ(textOf(1012), kOfTheTemplate);
     EXPECT_EQ(textOf(132), kOfTheTemplate);
-}
-
-TEST_F(AlertWindowTest, OpensAtItsPosition) {
-    arbor::PropertyHolder description;
-    alert_desktop::describe(description, 0, 0);
-    alert = createAlertDialog(description);
-    alert->setPosition(140, 160);
-
-    ASSERT_TRUE(alert->create());
-
-    RECT place{};
-    ::GetWindowRect(alert->window(), &place);
-    EXPECT_EQ(place.left, 140);
-    EXPECT_EQ(place.top, 160);
 }
 
 HWND otherProgram = nullptr;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/ui/windows/alert_window_fixture.h"
+#include "ui/alert_factory.h"
 
 #include <map>
 #include <ostream>
@@ -64,6 +65,15 @@ void expectDesign(HWND dialog, const std::map<int, Place>& places, int dpi);
 class AlertScaleTest : public AlertWindowTest {
 protected:
     [[nodiscard]] HWND window() const { return alert->window(); }
+    // Opens an alert at a place of the cascade.
+    void openAt(int type, int x, int y) {
+        arbor::PropertyHolder description;
+        alert_desktop::describe(description, type, 0);
+        alert = createAlertDialog(description);
+        ASSERT_NE(alert, nullptr);
+        alert->setPosition(x, y);
+        ASSERT_TRUE(alert->create());
+    }
 
     const int dpi = systemScale();
 };

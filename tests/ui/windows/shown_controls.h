@@ -5,10 +5,9 @@
 // What a person sees of a dialog, checked on its real window. Each function reports to the running
 // test; the dialog must be visible.
 
-// Nothing is outside of the dialog, no text or choice is cut off, and no two of them or of the
-// pictures overlap: as
-// the dialog was opened, and at the scales to which its screen may change. It stays at the last
-// one.
+// Nothing is outside of the dialog, no text or choice is cut off, and no texts, controls or
+// pictures overlap: as the dialog was opened, and at each scale to which its screen may change. It
+// stays at the last of them.
 void expectNeat(HWND dialog);
 
 // There is room for texts twice as long, on the button with the leaf half as long again. Two

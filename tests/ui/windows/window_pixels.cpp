@@ -1,14 +1,21 @@
 #include "tests/ui/windows/window_pixels.h"
 
-#include "tests/ui/windows/memory_dc.h"
 #include "ui/windows/gdi_handles.h"
 #include "ui/windows/scaled_pictures.h"
 
 #include <cstring>
+#include <memory>
+#include <type_traits>
 
 namespace window_pixels {
 
 namespace {
+
+struct DeleteMemoryDc {
+    void operator()(HDC dc) const noexcept { ::DeleteDC(dc); }
+};
+// A device context that draws into a bitmap.
+using MemoryDc = std::unique_ptr<std::remove_pointer_t<HDC>, DeleteMemoryDc>;
 
 BITMAPINFO descriptionOf(PictureSize size) {
     BITMAPINFO info{};
