@@ -39,13 +39,6 @@ protected:
     static std::optional<std::uint32_t> currentCartridge() {
         return world().registry.dword(platform::Hive::CurrentUser, kKey, L"CurrCart");
     }
-
-    static std::vector<std::wstring> pressed() {
-        std::vector<std::wstring> buttons;
-        for (const auto& press : world().device.presses())
-            buttons.push_back(press.button);
-        return buttons;
-    }
 };
 
 // Has no memory to open its first alert.
@@ -380,25 +373,6 @@ TEST_F(AlertDecisionTest, AFaxTextThatIsEmptyIsThere) {
     listener->notify(&message);
 
     EXPECT_EQ(listener->takeCalls(), Calls{});
-}
-
-TEST_F(AlertDecisionTest, LinksOpenTheMakersPages) {
-    feedback(100);
-    feedback(101);
-
-    const std::vector<std::wstring> expected = {L"https://www.corvane.example/go/anticounterfeit",
-                                                L"https://www.corvane.example/go/recycle"};
-    EXPECT_EQ(world().desktop.addresses(), expected);
-}
-
-TEST_F(AlertDecisionTest, ActionsWithoutARuleAreIgnored) {
-    for (const std::uint32_t action :
-         {4U, 6U, 7U, 8U, 103U, 135U, 1008U, 90003U, 90004U, 90005U, 0xFFFFFFFFU}) {
-        EXPECT_FALSE(feedback(action));
-    }
-
-    EXPECT_EQ(listener->takeCalls(), Calls{});
-    EXPECT_TRUE(world().desktop.addresses().empty());
 }
 
 // Combines every value of the mask with statuses of every class.

@@ -283,15 +283,6 @@ TEST_F(AlertHandlersTest, TheListenerHasAClassOfItsOwn) {
     EXPECT_TRUE(*listener->getClassId() == expected);
 }
 
-TEST_F(AlertHandlersTest, TheFaxLinkStartsTheInstalledCompanion) {
-    world().registry.setText(platform::Hive::LocalMachine, L"SOFTWARE\\Corvane\\Orrery\\",
-                             L"ApplicationPath", L"C:\\Orrery\\orrery.exe");
-
-    feedback(1012);
-
-    EXPECT_EQ(world().desktop.programs(), std::vector<std::wstring>{L"C:\\Orrery\\orrery.exe"});
-}
-
 TEST_F(AlertHandlersTest, ADescriptionHasTheValuesThatEveryAlertNeeds) {
     printerIs(L"Zweite \x00C4tage \x4E2D", L"USB002");
     status(41150);

@@ -8,6 +8,7 @@
 namespace {
 
 constexpr wchar_t kPrinter[] = L"K7400";
+constexpr wchar_t kCompanion[] = L"C:\\Orrery\\orrery.exe";
 constexpr char kInstalled[] = "C:\\Program Files\\QV\\QV Beamline K7400 MFP Series\\";
 
 // All the effects that an action can have.
@@ -16,7 +17,7 @@ struct Effects {
     bool compact = false;
     bool madeLink = false;
     std::vector<std::wstring> addresses;
-    std::size_t programs = 0;
+    std::vector<std::wstring> programs;
     std::size_t checks = 0;
     std::size_t shops = 0;
 
@@ -29,7 +30,7 @@ struct Effects {
     friend std::ostream& operator<<(std::ostream& out, const Effects& effects) {
         return out << "closed " << effects.closed << ", compact " << effects.compact << ", link "
                    << effects.madeLink << ", addresses " << effects.addresses.size()
-                   << ", programs " << effects.programs << ", checks " << effects.checks
+                   << ", programs " << effects.programs.size() << ", checks " << effects.checks
                    << ", shops " << effects.shops;
     }
 };
@@ -52,7 +53,7 @@ protected:
         for (const char* const file : {"P7400DEF.css", "P7400SIG.GIF", "P7400OS.HTM"})
             world().files.put(std::string(kInstalled) + file, "<html></html>");
         world().registry.setText(platform::Hive::LocalMachine, L"SOFTWARE\\Corvane\\Orrery\\",
-                                 L"ApplicationPath", L"C:\\Orrery\\orrery.exe");
+                                 L"ApplicationPath", kCompanion);
         printerIs(kPrinter);
         status(41150);
     }
@@ -64,7 +65,7 @@ protected:
         effects.compact = window != nullptr && window->compact;
         effects.madeLink = window != nullptr && window->detailMadeLink;
         effects.addresses = world().desktop.addresses();
-        effects.programs = world().desktop.programs().size();
+        effects.programs = world().desktop.programs();
         effects.checks = headless::cartridgeChecks().size();
         effects.shops = world().desktop.documents().size();
         return effects;
@@ -98,6 +99,11 @@ Effects opens(const wchar_t* address) {
     effects.addresses = {address};
     return effects;
 }
+Effects starts(const wchar_t* program) {
+    Effects effects;
+    effects.programs = {program};
+    return effects;
+}
 Effects counts(std::size_t Effects::*effect) {
     Effects effects;
     effects.*effect = 1;
@@ -107,12 +113,23 @@ Effects counts(std::size_t Effects::*effect) {
 INSTANTIATE_TEST_SUITE_P(
     EveryAction, DialogActionTest,
     testing::Values(ActionRow{0, closes()}, ActionRow{1, closes()}, ActionRow{2, closes()},
-                    ActionRow{3, closes()}, ActionRow{4, Effects()}, ActionRow{5, closes()},
+                    ActionRow{3, closes()}, ActionRow{5, closes()},
                     ActionRow{100, opens(L"https://www.corvane.example/go/anticounterfeit")},
                     ActionRow{101, opens(L"https://www.corvane.example/go/recycle")},
-                    ActionRow{102, counts(&Effects::checks)}, ActionRow{103, Effects()},
-                    ActionRow{104, counts(&Effects::shops)},
-                    ActionRow{1012, counts(&Effects::programs)}, ActionRow{90001, compacts(false)},
-                    ActionRow{90002, compacts(true)}, ActionRow{90003, Effects()}));
+                    ActionRow{102, counts(&Effects::checks)},
+                    ActionRow{104, counts(&Effects::shops)}, ActionRow{1012, starts(kCompanion)},
+                    ActionRow{90001, compacts(false)}, ActionRow{90002, compacts(true)}));
+
+std::vector<ActionRow> withoutEffect() {
+    std::vector<ActionRow> rows;
+    for (const std::uint32_t action :
+         {4U, 6U, 7U, 8U, 103U, 135U, 1008U, 90003U, 90004U, 90005U, 0xFFFFFFFFU}) {
+        rows.push_back({action, Effects()});
+    }
+    return rows;
+}
+
+INSTANTIATE_TEST_SUITE_P(ActionsWithoutEffect, DialogActionTest,
+                         testing::ValuesIn(withoutEffect()));
 
 }  // namespace

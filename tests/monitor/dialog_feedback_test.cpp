@@ -8,15 +8,7 @@ namespace {
 constexpr std::uint32_t kSerial = 4711;
 constexpr wchar_t kPrinter[] = L"K7400";
 
-class DialogFeedbackTest : public AlertsFixture {
-protected:
-    static std::vector<std::wstring> pressed() {
-        std::vector<std::wstring> buttons;
-        for (const auto& press : world().device.presses())
-            buttons.push_back(press.button);
-        return buttons;
-    }
-};
+class DialogFeedbackTest : public AlertsFixture {};
 
 TEST_F(DialogFeedbackTest, OkClosesTheAlert) {
     status(41150);
@@ -36,30 +28,13 @@ TEST_F(DialogFeedbackTest, EscapeAndTheCloseBoxCloseTheAlertToo) {
     EXPECT_TRUE(headless::windows().empty());
 }
 
-class ClosingActionTest : public DialogFeedbackTest,
-                          public testing::WithParamInterface<std::uint32_t> {};
-
-TEST_P(ClosingActionTest, ClosesTheAlertThatSentIt) {
+TEST_F(DialogFeedbackTest, AClosingActionClosesTheAlertThatSentItAlone) {
     status(41150);
     status(50012);
-    StatusDialog* sender = headless::find(windowOf(0))->dialog;
 
-    feedback(GetParam(), sender);
+    feedback(alert_action::kClosed, headless::find(windowOf(0))->dialog);
 
     EXPECT_EQ(openTypes(), std::vector<int>{10});
-}
-
-INSTANTIATE_TEST_SUITE_P(ZeroOneTwoThreeFive, ClosingActionTest,
-                         testing::Values(0U, 1U, 2U, 3U, 5U));
-
-TEST_F(DialogFeedbackTest, OtherActionsLeaveTheAlertOpen) {
-    status(41150);
-    StatusDialog* sender = headless::find(windowOf(0))->dialog;
-
-    for (const std::uint32_t action : {4U, 6U, 7U, 8U, 103U, 0xFFFFFFFFU})
-        feedback(action, sender);
-
-    EXPECT_EQ(openTypes(), std::vector<int>{0});
 }
 
 TEST_F(DialogFeedbackTest, ADialogThatIsNoAlertOfOursChangesNothing) {
@@ -130,18 +105,6 @@ TEST_F(DialogFeedbackTest, GoIsPressedBeforeTheAlertIsDestroyed) {
     headless::closeBox(windowOf(3));
 
     EXPECT_EQ(pressedBefore, std::vector<std::wstring>{L"go"});
-}
-
-// Without a strings library the caption of the OK button and the text that means "continue" are
-// both empty, and so they are equal.
-TEST_F(DialogFeedbackTest, WithoutTextsEveryAlertAsksThePrinterToGoOn) {
-    world().device.install();
-    printerIs(kPrinter);
-    status(41150);
-
-    headless::closeBox(windowOf(0));
-
-    EXPECT_EQ(pressed(), std::vector<std::wstring>{L"go"});
 }
 
 TEST_F(DialogFeedbackTest, ClosingTonerLowWithoutAChoiceEndsItsSnooze) {

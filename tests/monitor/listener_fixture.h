@@ -102,6 +102,14 @@ protected:
 
     static bool wasTraced(const std::string& line) { return world().diagnostics.hasTraced(line); }
 
+    // The buttons of the device that were pressed, in order.
+    static std::vector<std::wstring> pressed() {
+        std::vector<std::wstring> buttons;
+        for (const auto& press : world().device.presses())
+            buttons.push_back(press.button);
+        return buttons;
+    }
+
     bool status(std::int32_t code, std::int32_t subcode = tern::kDeviceStatus) {
         arbor::Message message(&tern::kVeloEventGeneratorId, 2, 0);
         message.getProperties()->setInt(L"status", code);

@@ -83,12 +83,6 @@ TEST_F(StatusDispatchTest, EveryCodeReachesItsHandlerAndNoOther) {
     }
 }
 
-TEST_F(StatusDispatchTest, TheGapsBetweenTheMediaRangesAreDropped) {
-    EXPECT_EQ(callsFor(41200), Calls{});
-    EXPECT_EQ(callsFor(41300), Calls{});
-    EXPECT_EQ(callsFor(41400), Calls{});
-}
-
 TEST_F(StatusDispatchTest, CodesAtTheEndsOfTheirTypeAreDropped) {
     EXPECT_EQ(callsFor(std::numeric_limits<std::int32_t>::max()), Calls{});
     EXPECT_EQ(callsFor(std::numeric_limits<std::int32_t>::min()), Calls{});
