@@ -243,25 +243,6 @@ TEST(EventBrokerDestructionTest, ComponentMayRemoveAndAddOthersOnItsWayOut) {
     EXPECT_EQ(order, "abcdefg");
 }
 
-TEST(EventBrokerDestructionTest, MessageThatAComponentPublishesOnItsWayOutReachesNobody) {
-    int heard = 0;
-    {
-        test::TestManager<> manager;
-        for (int count = 0; count < 2; ++count) {
-            auto* component = new ListenerComponent([&](IMessage&) {
-                ++heard;
-                return false;
-            });
-            component->onDestruction = [&] {
-                SimpleMessage farewell(&kType, 0, 0);
-                manager.broker.publish(&farewell);
-            };
-            EXPECT_TRUE(manager.broker.addComponent(component));
-        }
-    }
-    EXPECT_EQ(heard, 0);
-}
-
 // The destruction holds the broker's lock and waits for threads that are about to end.
 TEST(EventBrokerDestructionTest, ThreadThatEndsMeanwhileDoesNotWaitForTheLock) {
     constexpr std::uint32_t kLongEnoughMs = 5000;  // reached by a test that fails

@@ -24,7 +24,6 @@ namespace {
 using Kind = StatusChannel<>::Kind;
 using Pieces = std::vector<std::string>;
 
-constexpr std::size_t kHeaderBytes = 20;
 #if !defined(_WIN32)
 constexpr std::size_t kPathPrefixUnits = 9;
 #endif
@@ -90,27 +89,15 @@ INSTANTIATE_TEST_SUITE_P(BothKinds, VeloChannelTest, testing::Values(Kind::Messa
                              return tested.param == Kind::Message ? "MessagePipe" : "BytePipe";
                          });
 
-TEST_P(VeloChannelTest, HeaderAndBodyInOneMessage) {
-    expectStatuses({kFive, kSix}, {5, 6});
-}
-
-TEST_P(VeloChannelTest, HeaderAndBodyInTwoMessages) {
-    expectStatuses({kFive.substr(0, kHeaderBytes), kFive.substr(kHeaderBytes)}, {5});
-}
-
 TEST_P(VeloChannelTest, RecordByteByByte) {
     expectStatuses(singleBytes(kFive + kSix), {5, 6});
-}
-
-TEST_P(VeloChannelTest, TwoRecordsInOneMessage) {
-    expectStatuses({kFive + kSix}, {5, 6});
 }
 
 TEST_P(VeloChannelTest, RecordsCutAtEveryPlace) {
     Pieces pieces;
     std::vector<std::int32_t> statuses;
     const std::string both = kFive + kSix;
-    for (std::size_t cut = 1; cut < both.size(); ++cut) {
+    for (std::size_t cut = 0; cut < both.size(); ++cut) {
         pieces.push_back(both.substr(0, cut));
         pieces.push_back(both.substr(cut));
         statuses.insert(statuses.end(), {5, 6});
