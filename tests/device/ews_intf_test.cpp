@@ -75,13 +75,6 @@ TEST_F(EwsIntfTest, TheEntryPointsAreLookedUpInTheOrderOfTheDump) {
     EXPECT_EQ(world().device.lookedUp(), Lines(kEntryPoints.begin(), kEntryPoints.end()));
 }
 
-TEST_F(EwsIntfTest, TheReservedArgumentOfAPageIsNull) {
-    world().device.install();
-    world().device.setPage(kPath, "<a/>");
-
-    EXPECT_TRUE(EWSIntf().get_page(kPort, kPath, page)) << "the device refuses anything else";
-}
-
 TEST_F(EwsIntfTest, AMissingLibraryDumpsZeroesAndSetsError126) {
     EWSIntf device;
 
