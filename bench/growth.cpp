@@ -1,9 +1,10 @@
 // How the cost of the framework grows with the size of what it handles: bench/growth.sh counts the
 // instructions between measureFrom() and measureTo() of each point and prints the table.
 //
-// usage: growth count|memory [sample]   all sizes of every series, or the two that show how it
-// grows;
-//                                       the heap is asked only for its memory, which takes time
+// usage: growth count|memory [sample]
+//
+// All sizes of every series, or with "sample" the two that show how it grows. The heap is asked
+// only with "memory", because that takes time.
 #include "arbor/message.h"
 #include "arbor/property_holder.h"
 #include "bench/memory_generator.h"

@@ -2,10 +2,10 @@
 // prints the time from the start of the process to its visible dialog, its peak memory and its
 // size, and for the monitor also the ratios to the others. The monitor reads a printer's identity
 // and a status that opens an alert from a pipe. The third program of each round is the empty one
-// again, which first asks the spooler for the printer: the monitor cannot avoid this cost. With
-// --check the meter also prints "ok" or "not ok" for the size, both kinds of memory and the
-// shortest start, and ends with 1 when one of them is above its limit. The middle of the starts is
-// not checked, because it depends on what else the machine does.
+// again, which first asks the spooler for the printer: the monitor cannot avoid this cost. The
+// size, both kinds of memory and the shortest start have limits; with --check the meter ends with 1
+// when one of them is exceeded. The middle of the starts has none, because it depends on what else
+// the machine does.
 #include "tools/printpath/windows/handle.h"
 
 #include <windows.h>

@@ -58,15 +58,11 @@ std::string hoursText(const char* name, std::int64_t until) {
     if (until == 0) return {};
     char text[64];
     std::snprintf(text, sizeof text, ", %s in %.1f h", name,
-                  static_cast<double>(until - secondsSince1970()) / kSecondsPerHour);
+                  static_cast<double>(until - platform::now()) / kSecondsPerHour);
     return text;
 }
 
 }  // namespace
-
-std::int64_t secondsSince1970() {
-    return platform::now();
-}
 
 void forgetCartridges() {
     removeKey(HKEY_CURRENT_USER, kKey);

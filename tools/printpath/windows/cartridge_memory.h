@@ -33,7 +33,6 @@ void setCurrentCartridge(std::uint32_t serial);
 std::uint32_t currentCartridge();  // kUnknownCartridge when there is none
 void setCartridgeVersion(std::uint32_t version);
 
-std::int64_t secondsSince1970();
 // For messages: "serial 7, snooze-low in 336.0 h, flags welcome".
 std::string describe(const RememberedCartridge& cartridge);
 

@@ -1,3 +1,4 @@
+#include "platform/clock.h"
 #include "tools/printpath/windows/actions.h"
 #include "tools/printpath/windows/cartridge_memory.h"
 #include "tools/printpath/windows/failure.h"
@@ -21,7 +22,7 @@ HKEY rootOf(const Step& step) {
 
 // The time so many hours from now; 0 when the step does not give a number of hours.
 std::int64_t timeOf(const Value& hours) {
-    return hours.given ? secondsSince1970() + hours.number * kSecondsPerHour : 0;
+    return hours.given ? platform::now() + hours.number * kSecondsPerHour : 0;
 }
 
 void forget(ScenarioRun&, const Step&) {
@@ -31,7 +32,7 @@ void forget(ScenarioRun&, const Step&) {
 void knownCartridge(ScenarioRun&, const Step& step) {
     RememberedCartridge cartridge;
     cartridge.serial = numberOf(step["serial"]);
-    cartridge.added = step["added"].given ? timeOf(step["added"]) : secondsSince1970();
+    cartridge.added = step["added"].given ? timeOf(step["added"]) : platform::now();
     cartridge.snoozeLow = timeOf(step["snooze-low"]);
     cartridge.snoozeVeryLow = timeOf(step["snooze-very-low"]);
     cartridge.snoozeOut = timeOf(step["snooze-out"]);
@@ -57,7 +58,7 @@ void expectCurrentCartridge(ScenarioRun& run, const Step& step) {
 // snooze is not over yet.
 bool matches(const Value& hours, std::int64_t until) {
     if (!hours.given) return true;
-    if (hours.number == 0) return until < secondsSince1970();
+    if (hours.number == 0) return until < platform::now();
     return std::llabs(until - timeOf(hours)) <= kToleranceSeconds;
 }
 
