@@ -34,7 +34,8 @@ private:
 };
 
 // The caller owns the result; null when it cannot be allocated. The settings and the arguments are
-// accepted and not used; `argumentCount` may be 0 and `arguments` null.
+// accepted and not used; `argumentCount` may be 0 and `arguments` null. The names of this function
+// and of the next are kept: see decision 0012.
 IInstanceManager* NewInstanceManager(const char* settings, int argumentCount,
                                      const char* const* arguments);
 
