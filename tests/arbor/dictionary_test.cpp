@@ -37,7 +37,7 @@ std::string errorOf(Get get) {
 
 // Every message carries a dictionary, so each byte of an entry is five in every message.
 TEST(DictionaryTest, EachOfTheFiveEntriesInsideHasThirtyTwoBytes) {
-    constexpr std::size_t kEntries = 5 * 32;
+    constexpr std::size_t kEntries = std::size_t{5} * 32;
     // The table, the array's begin, size and capacity, the orders; the two symbols share the last.
     constexpr std::size_t kWords = 6;
 
