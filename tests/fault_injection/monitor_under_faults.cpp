@@ -133,7 +133,7 @@ void Monitor::feedback(std::uint32_t action) {
 
 void Monitor::hearAll() {
     for (const auto& message : _messages)
-        _listener->notify(message.get());
+        EXPECT_NO_THROW(_listener->notify(message.get()));
 }
 
 void Monitor::hasHeardAll() {
