@@ -7,7 +7,7 @@
 
 namespace arbor {
 
-inline constexpr std::uint32_t kExclusiveFlag = 1;  // deliver to the first listener that takes it
+inline constexpr std::uint32_t kExclusiveFlag = 1;  // ends delivery with the first that takes it
 
 // A message to the listeners: a type, a code, flags and a bag. Its sender fills it before it is
 // posted, the main thread reads it afterwards. It is shared by reference and never copied.

@@ -94,7 +94,7 @@ private:
     bool removed(AnyKey key);
 
 protected:
-    PropertySlots _slots ARBOR_GUARDED_BY(this);  // for making; any thread may destroy
+    PropertySlots _slots ARBOR_GUARDED_BY(this);  // making needs the lock, destroying does not
     Entries _entries ARBOR_GUARDED_BY(this);      // owns its values; the lock is for writing
 };
 

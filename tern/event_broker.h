@@ -100,10 +100,10 @@ private:
     std::atomic<bool> _stopped{false};
     // The kernel's mutex is what a message costs. So the main thread takes whole queues and
     // delivers from what follows, which it alone uses.
-    std::deque<MessageReference> _inHand;     // before all of _queue
+    std::deque<MessageReference> _inHand;     // delivered before all of _queue
     Listeners _snapshot;                      // of _listeners, unless it is old; not owned
     std::atomic<bool> _snapshotIsOld{false};  // written under the lock
-    int _deliveries = 0;                      // that walk over listeners, one inside the other
+    int _deliveries = 0;                      // in progress, one inside the other
     arbor::Rundown _use;  // keeps generator threads out of a broker that is being destroyed
 };
 
