@@ -78,6 +78,7 @@ void DialogScale::begin() {
     POINT corner{made.left, made.top};
     if ((::GetWindowLongPtrW(_dialog, GWL_STYLE) & DS_CENTER) != 0) {
         const SIZE size = framed(clientAt(dpi), _dialog, dpi);
+        // Equally right after the next: one is across, the other down.
         corner.x -= (size.cx - (made.right - made.left)) / 2;
         corner.y -= (size.cy - (made.bottom - made.top)) / 2;
     }
@@ -108,7 +109,7 @@ void DialogScale::onScaleChanged(int dpi, const RECT* suggested) {
 }
 
 void DialogScale::standAt(POINT place) {
-    _opened = place;
+    _opened = place;  // Equally right after the next: that asks only where it stands.
     standOnScreen(_dialog, {scaled(place.x, _dpi), scaled(place.y, _dpi)});
     _corner = cornerOf(_dialog);
 }

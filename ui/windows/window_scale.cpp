@@ -16,7 +16,7 @@ Function optionalFunction(const char* name) noexcept {
 int screenDpi(HWND window) {
     static const auto query = optionalFunction<UINT(WINAPI*)(HWND)>("GetDpiForWindow");
     if (query != nullptr) return static_cast<int>(query(window));
-    const WindowDc dc(window);
+    const WindowDc dc(window);  // Equally right with nullptr for window: all have one scale.
     return ::GetDeviceCaps(dc.get(), LOGPIXELSY);
 }
 
@@ -30,6 +30,7 @@ SIZE framed(SIZE client, HWND window, int dpi) {
     using Adjust = BOOL(WINAPI*)(RECT*, DWORD, BOOL, DWORD, UINT);
     static const auto adjust = optionalFunction<Adjust>("AdjustWindowRectExForDpi");
     const auto style = static_cast<DWORD>(::GetWindowLongPtrW(window, GWL_STYLE));
+    // Equally right with nullptr for window: the title bar brings the same frame.
     const auto extended = static_cast<DWORD>(::GetWindowLongPtrW(window, GWL_EXSTYLE));
     RECT area{0, 0, client.cx, client.cy};
     if (adjust != nullptr) {

@@ -5,6 +5,10 @@
 
 #include "ui/windows/hyperlink.h"
 #include "ui/windows/picture_painting.h"
+#include "ui/windows/window_place.h"
+#include "ui/windows/window_scale.h"
+
+#include <string_view>
 
 namespace {
 
@@ -34,11 +38,20 @@ HCURSOR WINAPI loadCursor(HINSTANCE module, LPCWSTR name) {
         ::LoadImageW(module, name, IMAGE_CURSOR, 0, 0, LR_DEFAULTSIZE | LR_SHARED));
 }
 
+// In this program the system is an older one: its library lacks the functions for several scales.
+HMODULE WINAPI moduleOfAnOlderSystem(LPCWSTR name) {
+    const bool isAsked = name != nullptr && std::wstring_view(name) == L"user32.dll";
+    HMODULE module = nullptr;
+    ::GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                         isAsked ? L"kernel32.dll" : name, &module);
+    return module;
+}
+
 HHOOK WINAPI setHook(int kind, HOOKPROC procedure, HINSTANCE module, DWORD thread) {
     if (hooksAreRefused) return nullptr;
     static const auto real =
         reinterpret_cast<decltype(&::SetWindowsHookExW)>(reinterpret_cast<void*>(
-            ::GetProcAddress(::GetModuleHandleW(L"user32.dll"), "SetWindowsHookExW")));
+            ::GetProcAddress(::LoadLibraryW(L"user32.dll"), "SetWindowsHookExW")));
     return real(kind, procedure, module, thread);
 }
 
@@ -51,6 +64,7 @@ extern "C" {
 decltype(&::DrawTextW) __imp_DrawTextW = &recordFormat;
 decltype(&::DrawFocusRect) __imp_DrawFocusRect = &recordFocus;
 decltype(&::LoadCursorW) __imp_LoadCursorW = &loadCursor;
+decltype(&::GetModuleHandleW) __imp_GetModuleHandleW = &moduleOfAnOlderSystem;
 decltype(&::SetWindowsHookExW) __imp_SetWindowsHookExW = &setHook;
 // NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 }
@@ -123,6 +137,19 @@ TEST_F(SystemCallsTest, ShowAnArrowOverALinkWhereTheSystemHasNoHand) {
     handIsMissing = false;
     EXPECT_EQ(::GetCursor(), loadCursor(nullptr, IDC_ARROW));
     EXPECT_NE(::GetCursor(), nullptr);
+}
+
+TEST_F(SystemCallsTest, AreThoseOfOneScaleOnASystemThatKnowsNoOther) {
+    open(0);
+    const RECT place = ::placeOf(alert->window());
+    SIZE size{};
+
+    ::SendMessageW(alert->window(), kSizeAtScale, 96, reinterpret_cast<LPARAM>(&size));
+
+    EXPECT_EQ(clientSizeOf(alert->window()).cx, 747);
+    EXPECT_EQ(size.cx, place.right - place.left);
+    EXPECT_EQ(size.cy, place.bottom - place.top);
+    EXPECT_EQ(metricAt(SM_CXICON, 192), ::GetSystemMetrics(SM_CXICON));
 }
 
 WNDPROC procedureOfTheLink = nullptr;

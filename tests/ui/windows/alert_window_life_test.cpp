@@ -4,6 +4,7 @@
 #include "ui/alert_factory.h"
 #include "ui/alert_keys.h"
 
+#include <algorithm>
 #include <functional>
 #include <vector>
 
@@ -142,6 +143,19 @@ TEST_F(WatchedAlertTest, TellsItsObjectNothingWhileItIsDestroyed) {
     destroyAlertWindow(watched);
 
     expectThatTheObjectHeardNothing();
+}
+
+// A control may show a copy of its own, which it does not delete.
+TEST_F(WatchedAlertTest, TakesItsPicturesOutOfTheirControls) {
+    constexpr int kTonerLow = 4, kSuppliesPicture = 136;
+    open(kTonerLow);
+    watched = control(kSuppliesPicture);
+    sent.clear();
+
+    alert.reset();
+
+    EXPECT_TRUE(std::ranges::any_of(
+        sent, [](const SentMessage& message) { return message.message == STM_SETIMAGE; }));
 }
 
 TEST_F(WatchedAlertTest, IsHiddenWhileItBecomesCompact) {
