@@ -108,7 +108,7 @@ WINDOWS = Kind(WINDOWS_BUILD, ("cmake", "--preset", "windows-checked"), ".exe", 
                 Round("spooler", (), (*WITH_WINE, *WINE),
                       {"BEAMLINE_SPOOLER": str(WINDOWS_BUILD / "bin" / "simulated-spooler" / "winspool.drv"),
                        "WINEDLLOVERRIDES": "winspool.drv=n,b;mscoree,mshtml="}, SPOOLER_PROGRAMS),
-                Round("sharp", (), (*WITH_WINE, *WINE), {"BEAMLINE_DPI": "192"}, SHARP_PROGRAMS),
+                Round("sharp", (), (*WITH_WINE, *WINE), {"BEAMLINE_DPI": "120"}, SHARP_PROGRAMS),
                 Round("mirrored", (), (*WITH_WINE, *WINE), {"LC_ALL": "he_IL.UTF-8", "BEAMLINE_LANGUAGE": "040D"},
                       MIRRORED_PROGRAMS)))
 
