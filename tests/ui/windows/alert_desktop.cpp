@@ -24,6 +24,13 @@ constexpr TypeStatus kStatuses[] = {
     {22, 42000}, {23, 42001}, {24, 40608}, {25, 1},     {26, 100000}, {27, 100001}, {28, 42004},
     {29, 40010}, {30, 10219}, {31, 10300}, {32, 40625}};
 
+BOOL CALLBACK countDialog(HWND window, LPARAM count) {
+    wchar_t name[32] = {};
+    ::GetClassNameW(window, name, 32);
+    if (std::wstring(name) == L"#32770") ++*reinterpret_cast<int*>(count);
+    return TRUE;
+}
+
 }  // namespace
 
 void* strings() {
@@ -40,6 +47,12 @@ int statusOf(int type) {
         if (row.type == type) return row.status;
     }
     return 0;
+}
+
+int dialogsOfThisThread() {
+    int count = 0;
+    ::EnumThreadWindows(::GetCurrentThreadId(), &countDialog, reinterpret_cast<LPARAM>(&count));
+    return count;
 }
 
 void describe(arbor::IPropertyHolder& description, int type, int status, tern::EventBroker* broker,

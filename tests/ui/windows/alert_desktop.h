@@ -35,6 +35,9 @@ void describe(arbor::IPropertyHolder& description, int type, int status,
     int type, int status, tern::EventBroker* broker = nullptr,
     const wchar_t* printerName = kPrinterName);
 
+// Hidden dialogs count, too.
+[[nodiscard]] int dialogsOfThisThread();
+
 // The desktop runs from right to left as long as such an object exists.
 using printpath::MirroredDesktop;
 

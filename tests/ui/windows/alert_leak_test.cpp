@@ -4,18 +4,10 @@
 #include "ui/validation_dialog.h"
 
 #include <functional>
-#include <string>
 
 namespace {
 
 using AlertLeakTest = AlertWindowTest;
-
-BOOL CALLBACK countDialog(HWND window, LPARAM count) {
-    wchar_t name[32] = {};
-    ::GetClassNameW(window, name, 32);
-    if (std::wstring(name) == L"#32770") ++*reinterpret_cast<int*>(count);
-    return TRUE;
-}
 
 TEST_F(AlertLeakTest, LeavesNothingBehindAfterFiveHundredAlerts) {
     constexpr int kWarmUp = alert_desktop::kTypes, kAlerts = 500;
@@ -37,9 +29,7 @@ TEST_F(AlertLeakTest, LeavesNothingBehindAfterFiveHundredAlerts) {
     EXPECT_LE(after.gdiObjects, before.gdiObjects + 3);
     EXPECT_LE(after.handles, before.handles + 2);
     EXPECT_EQ(after.threads, before.threads);
-    int windows = 0;
-    ::EnumThreadWindows(::GetCurrentThreadId(), &countDialog, reinterpret_cast<LPARAM>(&windows));
-    EXPECT_EQ(windows, 0);
+    EXPECT_EQ(alert_desktop::dialogsOfThisThread(), 0);
 }
 
 TEST_F(AlertLeakTest, LeavesNothingBehindAfterFiftyCartridgeChecks) {

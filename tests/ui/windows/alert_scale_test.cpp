@@ -155,25 +155,6 @@ TEST_F(AlertScaleTest, AnIconOfAnEarlierScaleEnds) {
     EXPECT_EQ(iconSize(earlier).cx, 0);
 }
 
-TEST_F(AlertScaleTest, PicturesAreThoseOfTheScale) {
-    constexpr struct {
-        int type, control, bitmap;
-    } kShown[] = {{4, 133, 205}, {4, 136, 209}, {4, 137, 207}, {4, 1002, 150},
-                  {3, 230, 186}, {3, 231, 187}, {3, 232, 188}};
-    int type = 0;
-    for (const auto& shown : kShown) {
-        if (shown.type != type) open(type = shown.type);
-        for (const int scale : {144, 96}) {
-            changeScale(window(), scale);
-            alert_desktop::pumpFor(50);
-
-            const auto expected = window_pixels::picture(shown.bitmap, scale);
-            EXPECT_EQ(differences(window_pixels::shownBy(control(shown.control)), expected), 0U)
-                << shown.control << " at " << scale;
-        }
-    }
-}
-
 TEST_F(AlertScaleTest, ThePrintersNameGrowsWithTheBanner) {
     open(0);
     changeScale(window(), 96);

@@ -41,20 +41,6 @@ Texts textsOf(HWND dialog) {
     return texts;
 }
 
-BOOL CALLBACK countDialog(HWND window, LPARAM count) {
-    wchar_t name[32] = {};
-    ::GetClassNameW(window, name, 32);
-    if (std::wstring(name) == L"#32770") ++*reinterpret_cast<int*>(count);
-    return TRUE;
-}
-
-// Counts hidden dialogs too.
-int dialogsOfThisThread() {
-    int count = 0;
-    ::EnumThreadWindows(::GetCurrentThreadId(), &countDialog, reinterpret_cast<LPARAM>(&count));
-    return count;
-}
-
 std::unique_ptr<DefaultStatusDialog> newAlert(int type) {
     arbor::PropertyHolder description;
     alert_desktop::describe(description, type, 0);
@@ -80,14 +66,14 @@ TEST_P(AlertWindowFaultsTest, AnAlertForWhichMemoryRunsOutOpensWholeOrNotAtAll) 
                 ASSERT_TRUE(opened);
                 whole = textsOf(alert->window());
             }
-            EXPECT_EQ(dialogsOfThisThread(), opened ? 1 : 0) << failed;
+            EXPECT_EQ(alert_desktop::dialogsOfThisThread(), opened ? 1 : 0) << failed;
             EXPECT_EQ(alert->window() != nullptr, opened) << failed;
             if (opened) {
                 EXPECT_EQ(textsOf(alert->window()), whole) << failed;
             }
             alert.reset();
             alert_desktop::pump();
-            EXPECT_EQ(dialogsOfThisThread(), 0) << failed;
+            EXPECT_EQ(alert_desktop::dialogsOfThisThread(), 0) << failed;
         };
 
         const fault_injection::Outcome outcome =
@@ -109,7 +95,7 @@ TEST_P(AlertWindowFaultsTest, ACartridgeCheckForWhichMemoryRunsOutOpensWholeOrNo
     const auto check = [&](long failed) {
         const HWND window = ::FindWindowW(nullptr, title.c_str());
         if (failed == 0) whole = textsOf(window);
-        EXPECT_EQ(dialogsOfThisThread(), window != nullptr ? 1 : 0) << failed;
+        EXPECT_EQ(alert_desktop::dialogsOfThisThread(), window != nullptr ? 1 : 0) << failed;
         if (window != nullptr) {
             EXPECT_EQ(textsOf(window), whole) << failed;
             ::DestroyWindow(window);
@@ -235,7 +221,7 @@ TEST(AlertWindowFaults, AnAlertWhoseWindowTakesNoPropertyIsNotOpened) {
         EXPECT_FALSE(opened) << nth;
         EXPECT_EQ(alert->window(), nullptr) << nth;
         alert.reset();
-        EXPECT_EQ(dialogsOfThisThread(), 0) << nth;
+        EXPECT_EQ(alert_desktop::dialogsOfThisThread(), 0) << nth;
     }
     setPropertyFunction(nullptr);
     EXPECT_GE(failures, 3);

@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr COLORREF kBannerBlue = RGB(18, 57, 91);
 constexpr COLORREF kOkBlue = RGB(26, 95, 168);
 
 TEST_F(AlertWindowTest, IsShownInFrontWithItsTextsAndIcons) {
@@ -54,24 +53,6 @@ TEST_F(AlertWindowTest, IsPutOnTopWhereTheSystemRefusesTheForeground) {
     EXPECT_EQ(::GetWindowLongPtrW(alert->window(), GWL_EXSTYLE) & WS_EX_TOPMOST, 0);
     EXPECT_TRUE(isAbove(alert->window(), otherProgram));
     ::DestroyWindow(otherProgram);
-}
-
-TEST_F(AlertWindowTest, NamesItsPicturesForScreenReaders) {
-    open(7);
-
-    EXPECT_EQ(textOf(1002), alert_desktop::text(366));
-    EXPECT_EQ(textOf(133), alert_desktop::text(369));
-    EXPECT_EQ(textOf(136), alert_desktop::text(370));
-    EXPECT_EQ(textOf(137), alert_desktop::text(372));
-    EXPECT_EQ(textOf(236), alert_desktop::kPrinterName);
-    EXPECT_EQ(textOf(130), alert_desktop::text(156));
-}
-
-TEST_F(AlertWindowTest, PaintsBannerAndButtons) {
-    open(0);
-
-    EXPECT_EQ(pixel(600, 4), kBannerBlue);
-    EXPECT_EQ(pixel(630, 470), kOkBlue);
 }
 
 TEST_F(AlertWindowTest, PaintsInSystemColoursUnderHighContrast) {
