@@ -1,17 +1,14 @@
 // The texts of an alert on its window: where each of them is, and how it looks.
 #include "tests/ui/windows/alert_window_fixture.h"
 
-#include "ui/alert_factory.h"
 #include "ui/alert_keys.h"
-#include "ui/localized_text.h"
-#include "ui/text_format.h"
 
 #include <utility>
 
 namespace {
 
 constexpr int kDetailOnly = 0, kManualDuplex = 3, kTonerLow = 4, kTonerEmpty = 31;
-constexpr int kGenuineCartridge = 25, kFaxInOrrery = 27;
+constexpr int kFaxInOrrery = 27;
 constexpr int kTemplateWithLinks = 9004;
 constexpr int kHeadline = 1004, kDetail = 1012, kChoices = 1008, kLabel = 1009;
 constexpr COLORREF kBlue = RGB(0, 0, 255);
@@ -86,16 +83,6 @@ TEST_F(AlertTextsTest, AreAsThickAndPlainAsTheTemplateSaysBelowTheHeadline) {
         expectSameFontBut(fontOf(control(id)), templateFont, FW_NORMAL, false);
 }
 
-TEST_F(AlertTextsTest, NameThePrinterInTheTitle) {
-    open(kDetailOnly);
-
-    wchar_t title[512] = {};
-    ::GetWindowTextW(alert->window(), title, 512);
-
-    EXPECT_EQ(title, formatText(alert_desktop::text(107),
-                                {std::wstring(alert_desktop::kPrinterName)}, kTextUnits));
-}
-
 TEST_F(AlertTextsTest, AreAHeadingAndThreeStepsWhereTheUserPrintsOnBothSides) {
     open(kManualDuplex);
 
@@ -107,18 +94,6 @@ TEST_F(AlertTextsTest, AreAHeadingAndThreeStepsWhereTheUserPrintsOnBothSides) {
     EXPECT_EQ(textOf(1016), alert_desktop::text(178));
     EXPECT_EQ(textOf(1017), alert_desktop::text(180));
     expectSameFontBut(fontOf(control(1014)), fontOf(control(1015)), 600, false);
-}
-
-TEST_F(AlertTextsTest, SayWhatIsKnownOfTheCartridge) {
-    open(kTonerLow);
-
-    EXPECT_EQ(textOf(kHeadline), alert_desktop::text(284));
-    EXPECT_EQ(textOf(1060), alert_desktop::text(281));
-    EXPECT_EQ(textOf(1062), alert_desktop::text(142));
-    for (const int id : {1059, 1060, 1061, 1062}) {
-        EXPECT_NE(textOf(id), L"") << id;
-        EXPECT_TRUE(isShown(id)) << id;
-    }
 }
 
 TEST_F(AlertTextsTest, OfferEightTimesBehindAPrompt) {
@@ -146,30 +121,6 @@ TEST_F(AlertTextsTest, OfferNoTimesWhereTheAlertCannotWait) {
         EXPECT_FALSE(isShown(kLabel)) << type;
         alert.reset();
     }
-}
-
-TEST_F(AlertTextsTest, DoNotOfferHelpWhereThereIsNone) {
-    open(kDetailOnly);
-    EXPECT_TRUE(isShown(131));
-    alert.reset();
-
-    open(kGenuineCartridge);
-
-    EXPECT_FALSE(isShown(131));
-}
-
-TEST_F(AlertTextsTest, LeaveOutTheStepsThatHaveNoPicture) {
-    arbor::PropertyHolder description;
-    alert_desktop::describe(description, kManualDuplex, 0);
-    ASSERT_NE(createAlertDialog(description), nullptr);
-    description.setInt(alert_key::kDuplexPictures[1], 0);
-
-    alert = std::make_unique<DefaultStatusDialog>(description, true);
-
-    ASSERT_NE(alert->window(), nullptr);
-    EXPECT_TRUE(isShown(230));
-    EXPECT_FALSE(isShown(231));
-    EXPECT_TRUE(isShown(232));
 }
 
 TEST_F(AlertTextsTest, AreUnderlinedAndBlueWhereTheyAreLinks) {

@@ -270,20 +270,4 @@ TEST_F(HyperlinkTest, GivesProceduresAndPropertiesBackWhenTheDialogIsDestroyed) 
     EXPECT_EQ(linksRestored, 2 + 1);  // two links, and a plain text that has nothing to restore
 }
 
-TEST_F(HyperlinkTest, IsUnderlinedInItsOwnFont) {
-    ::SendMessageW(first, WM_SETFONT, reinterpret_cast<WPARAM>(::GetStockObject(DEFAULT_GUI_FONT)),
-                   FALSE);
-
-    setLinkFont(first, true);
-
-    LOGFONTW before{};
-    LOGFONTW after{};
-    ::GetObjectW(::GetStockObject(DEFAULT_GUI_FONT), sizeof(before), &before);
-    ::GetObjectW(reinterpret_cast<HFONT>(::SendMessageW(first, WM_GETFONT, 0, 0)), sizeof(after),
-                 &after);
-    EXPECT_TRUE(after.lfUnderline);
-    EXPECT_EQ(after.lfHeight, before.lfHeight);
-    EXPECT_EQ(std::wstring(after.lfFaceName), std::wstring(before.lfFaceName));
-}
-
 }  // namespace
