@@ -214,18 +214,6 @@ TEST_F(AlertWindowTest, LeavesTheKeyboardOfOtherWindowsAlone) {
     ::DestroyWindow(other);
 }
 
-TEST_F(AlertWindowTest, MakesALinkOfTheDetailOfACompactAlert) {
-    open(27);
-    compactAlertWindow(alert->window(), true);
-    codes.clear();
-
-    ::SendMessageW(control(1012), WM_LBUTTONDOWN, 0, 0);
-    ::SendMessageW(control(1012), WM_LBUTTONUP, 0, 0);
-    alert_desktop::pump();
-
-    EXPECT_EQ(codes, (Codes{1012}));
-}
-
 TEST_F(AlertWindowTest, ReachesItsLinkWithTabAndOpensItWithSpaceAndEnter) {
     open(27);
     compactAlertWindow(alert->window(), true);

@@ -93,22 +93,4 @@ TEST_F(AlertWindowTest, BecomesCompact) {
     EXPECT_TRUE(::IsWindowVisible(alert->window()));
 }
 
-TEST_F(AlertWindowTest, IsMirroredWithUnmirroredPicturesOnADesktopFromRightToLeft) {
-    const alert_desktop::MirroredDesktop desktop;
-
-    open(4);
-
-    const LONG_PTR style = ::GetWindowLongPtrW(alert->window(), GWL_EXSTYLE);
-    EXPECT_NE(style & WS_EX_LAYOUTRTL, 0);
-    EXPECT_NE(style & WS_EX_RTLREADING, 0);
-    for (const int picture : {133, 136, 137, 236, 1002}) {
-        EXPECT_EQ(::GetWindowLongPtrW(control(picture), GWL_EXSTYLE) & WS_EX_LAYOUTRTL, 0);
-    }
-    RECT window{};
-    RECT icon{};
-    ::GetWindowRect(alert->window(), &window);
-    ::GetWindowRect(control(1002), &icon);
-    EXPECT_GT(icon.left, (window.left + window.right) / 2);
-}
-
 }  // namespace
