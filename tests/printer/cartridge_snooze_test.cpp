@@ -5,39 +5,9 @@
 
 namespace {
 
-using platform::UnixSeconds;
 using stored::Bytes;
 
-constexpr UnixSeconds kHour = 3600;
-
 class CartridgeSnoozeTest : public CartridgeStoreFixture {};
-
-TEST_F(CartridgeSnoozeTest, ASnoozeIsNowPlusTheHours) {
-    store({{1, 1}, {2, 2}});
-    for (const std::int64_t hours :
-         {std::int64_t{0}, std::int64_t{1}, std::int64_t{336}, std::int64_t{175200}}) {
-        const UnixSeconds before = platform::now();
-        EXPECT_TRUE(SetSnooze(buffer, 2, hours, SnoozeSlot::VeryLow));
-        const UnixSeconds after = platform::now();
-
-        const UnixSeconds until = load().snooze(1, SnoozeSlot::VeryLow);
-        EXPECT_GE(until, before + hours * kHour);
-        EXPECT_LE(until, after + hours * kHour);
-    }
-}
-
-TEST_F(CartridgeSnoozeTest, EachSlotIsSnoozedByItself) {
-    store({{1, 1}});
-
-    EXPECT_TRUE(SetSnooze(buffer, 1, 10, SnoozeSlot::Out));
-
-    EXPECT_EQ(load().snooze(0, SnoozeSlot::Low), 0);
-    EXPECT_EQ(load().snooze(0, SnoozeSlot::VeryLow), 0);
-    EXPECT_NE(load().snooze(0, SnoozeSlot::Out), 0);
-    EXPECT_TRUE(IsSnoozing(1, SnoozeSlot::Out));
-    EXPECT_FALSE(IsSnoozing(1, SnoozeSlot::Low));
-    EXPECT_FALSE(IsSnoozing(1, SnoozeSlot::VeryLow));
-}
 
 TEST_F(CartridgeSnoozeTest, SnoozingTracesSerialHoursAndSlot) {
     store({{0xFFFFFFFE, 1}});

@@ -54,16 +54,6 @@ protected:
 class SnoozeTimeTest : public CartridgeStoreFaultsTest,
                        public testing::WithParamInterface<SnoozeSlot> {};
 
-TEST_P(SnoozeTimeTest, ACartridgeWithoutAnEntryIsNotSnoozing) {
-    EXPECT_FALSE(IsSnoozing(kSerial, GetParam()));
-}
-
-TEST_P(SnoozeTimeTest, ANewEntryIsNotSnoozing) {
-    AddCartIfNew(buffer, kSerial);
-
-    EXPECT_FALSE(IsSnoozing(kSerial, GetParam()));
-}
-
 TEST_P(SnoozeTimeTest, ASnoozeHoldsToItsLastSecondAndNoLonger) {
     AddCartIfNew(buffer, kSerial);
     ASSERT_TRUE(SetSnooze(buffer, kSerial, 1, GetParam()));

@@ -205,14 +205,6 @@ TEST_F(CartridgeStoreTest, TheSixthCartridgeReplacesTheOldest) {
     EXPECT_EQ(record.find(1), 0U);
 }
 
-TEST_F(CartridgeStoreTest, AmongEquallyOldCartridgesEntry0IsReplaced) {
-    store({{1, 50}, {2, 50}, {3, 50}, {4, 50}, {5, 50}});
-
-    AddCartIfNew(buffer, 6);
-
-    EXPECT_EQ(load().find(6), 0U);
-}
-
 TEST_F(CartridgeStoreTest, SixCartridgesInTurnLeaveTheLastFive) {
     for (std::uint32_t serial = 1; serial <= 6; ++serial)
         AddCartIfNew(buffer, serial);
@@ -223,21 +215,6 @@ TEST_F(CartridgeStoreTest, SixCartridgesInTurnLeaveTheLastFive) {
     }
     EXPECT_EQ(record.find(1), CartridgeRecord::npos);
     EXPECT_EQ(stored::current(), 6U);
-}
-
-TEST_F(CartridgeStoreTest, ReplacingACartridgeDropsItsFlagsAndSnoozesAndKeepsThePadding) {
-    store({{1, 1}, {2, 2}, {3, 3}, {4, 4}, {5, 5}});
-    Bytes bytes = stored::record();
-    std::fill(bytes.begin() + 4, bytes.begin() + 8, static_cast<unsigned char>(0x5A));
-    std::fill(bytes.begin() + 16, bytes.begin() + 56, static_cast<unsigned char>(0x01));
-    stored::writeRecord(bytes);
-
-    AddCartIfNew(buffer, 6);
-
-    const Bytes after = stored::record();
-    EXPECT_EQ(Bytes(after.begin() + 4, after.begin() + 8), Bytes(4, 0x5A));
-    EXPECT_EQ(Bytes(after.begin() + 16, after.begin() + 56), Bytes(40, 0));
-    EXPECT_EQ(Bytes(after.begin() + 56, after.end()), Bytes(bytes.begin() + 56, bytes.end()));
 }
 
 }  // namespace
